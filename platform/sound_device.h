@@ -1,0 +1,98 @@
+// The sound device and its buffers: resident samples that start at once, at any speed, volume and number.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace platform {
+
+// What a sound call answers. 0 is success; the others are the numbers that the log explains.
+using SoundError = int32_t;
+constexpr SoundError kSoundOk = 0;
+constexpr SoundError kSoundBadFormat = static_cast<SoundError>(0x88780064);
+constexpr SoundError kSoundUninitialized = static_cast<SoundError>(0x887800AA);
+constexpr SoundError kSoundOutOfMemory = 7;
+constexpr SoundError kSoundUnsupported = static_cast<SoundError>(0x80004001);
+constexpr SoundError kSoundInvalidParam = static_cast<SoundError>(0x80070057);
+constexpr SoundError kSoundAllocated = static_cast<SoundError>(0x8878000A);
+
+// The format record of a sound file, as wide as the file has it.
+struct SoundFormat {
+  uint16_t tag = 0;       // 1 is PCM
+  uint16_t channels = 0;  // 1 or 2
+  uint32_t samplesPerSec = 0;
+  uint32_t avgBytesPerSec = 0;
+  uint16_t blockAlign = 0;
+  uint16_t bitsPerSample = 0;  // 8 (unsigned) or 16 (signed)
+  uint16_t extraSize = 0;
+};
+
+struct SoundDescription {
+  uint32_t flags = 0;
+  uint32_t bytes = 0;  // size of the buffer
+};
+
+class SoundBuffer;
+using SoundBufferPtr = std::shared_ptr<SoundBuffer>;
+
+// One voice over samples that it may share with duplicates. All calls come from the game's thread and never
+// wait for the device's; what they ask for holds from the next block that the device asks for. They neither
+// allocate nor free.
+class SoundBuffer {
+ public:
+  virtual ~SoundBuffer() = default;
+  // Hz; what SetFrequency set, at first the format's own.
+  virtual int32_t Frequency() const = 0;
+  // 1 to 200000 Hz; 0 stands for the format's own. Others are refused.
+  virtual SoundError SetFrequency(int32_t hertz) = 0;
+  // Hundredths of a decibel, -10000 (silence) to 0. Others are refused.
+  virtual SoundError SetVolume(int32_t hundredths) = 0;
+  // Byte offset of the next sample, brought down to a whole frame. Past the end it is refused.
+  virtual SoundError SetCurrentPosition(uint32_t byte) = 0;
+  // Starts, or goes on from where it stands. A sound that has run to its end starts over.
+  virtual SoundError Play(bool looping) = 0;
+  // Stands still and keeps the place.
+  virtual SoundError Stop() = 0;
+  virtual bool Playing() const = 0;
+  // Puts bytes into the sample data. Past the end it is refused. For a buffer that is not playing.
+  virtual SoundError Write(uint32_t offset, std::span<const unsigned char> bytes) = 0;
+};
+
+// How the sound leaves the program.
+enum class SoundOutput {
+  kDevice,   // the system's default device; the null output when there is none
+  kNull,     // time passes and nothing is heard
+  kOffline,  // RenderSound is called by a test or a tool
+};
+
+struct SoundDeviceInfo {
+  bool heard = false;       // a real device plays
+  int32_t rate = 0;         // Hz
+  int32_t blockFrames = 0;  // frames that the device asks for at a time
+  std::string driver;       // as the system names it; "null" and "offline" for the others
+  std::string why;          // why nothing is heard, empty otherwise
+};
+
+// Opens the one device. A second call closes the first device, whose buffers then answer kSoundUninitialized.
+// Never fails: without a device the null output opens.
+SoundDeviceInfo OpenSoundDevice(SoundOutput output);
+void CloseSoundDevice();
+
+struct SoundBufferResult {
+  SoundBufferPtr buffer;  // null when it failed
+  SoundError error = kSoundOk;
+};
+
+// A silent buffer of description.bytes bytes. kSoundUninitialized without a device, kSoundBadFormat for what is
+// not PCM of 8 or 16 bits, 1 or 2 channels, 1 to 200000 Hz, kSoundOutOfMemory above 256 MiB.
+SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format);
+// A new voice over the same samples, with the frequency and volume of `buffer`, standing at 0.
+SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer);
+
+// With the offline output: mixes the next out.size() / 2 frames of 16-bit stereo at 44100 Hz, by the same
+// routine that the device runs.
+void RenderSound(std::span<int16_t> out);
+
+}  // namespace platform

@@ -1,0 +1,81 @@
+// Software images: copies under a colour key, stretched copies, fills, lines.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace platform {
+
+// Left and top belong to the rectangle, right and bottom are the first column and row behind it.
+struct Rect {
+  int32_t left = 0;
+  int32_t top = 0;
+  int32_t right = 0;
+  int32_t bottom = 0;
+
+  constexpr int32_t Width() const { return right - left; }
+  constexpr int32_t Height() const { return bottom - top; }
+  friend constexpr bool operator==(const Rect&, const Rect&) = default;
+};
+
+// 0x00RRGGBB. The top byte is always 0.
+using Colour = uint32_t;
+constexpr Colour Rgb(uint32_t red, uint32_t green, uint32_t blue) {
+  return (red & 255) << 16 | (green & 255) << 8 | (blue & 255);
+}
+
+// Whether a copy leaves out the source's transparent colours.
+enum class Keyed : bool { kNo, kYes };
+
+// A 32-bit image, black when made. Every routine that would touch a pixel outside either image does nothing
+// and returns false: clipping is the caller's business. Empty and reversed rectangles are refused too.
+class Surface {
+ public:
+  // Width and height from 1 to 16384; anything else is brought into that range.
+  Surface(int32_t width, int32_t height);
+  ~Surface();
+  Surface(const Surface&) = delete;
+  Surface& operator=(const Surface&) = delete;
+
+  int32_t Width() const { return width_; }
+  int32_t Height() const { return height_; }
+  Rect Bounds() const { return {0, 0, width_, height_}; }
+
+  // One row of pixels, y from 0 to Height() - 1.
+  std::span<Colour> Row(int32_t y);
+  std::span<const Colour> Row(int32_t y) const;
+  // Black outside the image.
+  Colour Pixel(int32_t x, int32_t y) const;
+
+  // Colours whose three channels each lie from low's to high's (both included) are left out of keyed copies.
+  // Without a key nothing is left out.
+  void SetColourKey(Colour low, Colour high);
+
+  bool Fill(const Rect& rect, Colour colour);
+  // A line of one pixel from the first point up to, but not including, the last one; cut at the edges.
+  void Line(int32_t x1, int32_t y1, int32_t x2, int32_t y2, Colour colour);
+
+  // Puts `from` of `source` at (x, y). The two may be one surface; overlapping areas copy as if from a snapshot.
+  bool Copy(int32_t x, int32_t y, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
+  // The same with `from` scaled to `to`, nearest neighbour: column i of n takes source column i * m \ n.
+  bool Stretch(const Rect& to, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
+
+  // Bytes that all living surfaces hold.
+  static size_t BytesHeld();
+
+ private:
+  int32_t width_;
+  int32_t height_;
+  std::vector<Colour> pixels_;
+  bool hasKey_ = false;
+  Colour keyLow_ = 0;
+  Colour keyHigh_ = 0;
+};
+
+using SurfacePtr = std::shared_ptr<Surface>;
+
+}  // namespace platform
