@@ -85,8 +85,8 @@ struct SoundBufferResult {
   SoundError error = kSoundOk;
 };
 
-// A silent buffer of description.bytes bytes. kSoundUninitialized without a device, kSoundBadFormat for what is
-// not PCM of 8 or 16 bits, 1 or 2 channels, 1 to 200000 Hz, kSoundOutOfMemory above 256 MiB.
+// A silent buffer of description.bytes bytes. kSoundUninitialized without a device, kSoundBadFormat for what
+// is not PCM of 8 or 16 bits, 1 or 2 channels, 1 to 200000 Hz, kSoundOutOfMemory above 256 MiB.
 SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format);
 // A new voice over the same samples, with the frequency and volume of `buffer`, standing at 0.
 SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer);

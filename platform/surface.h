@@ -59,7 +59,8 @@ class Surface {
   // A line of one pixel from the first point up to, but not including, the last one; cut at the edges.
   void Line(int32_t x1, int32_t y1, int32_t x2, int32_t y2, Colour colour);
 
-  // Puts `from` of `source` at (x, y). The two may be one surface; overlapping areas copy as if from a snapshot.
+  // Puts `from` of `source` at (x, y). The two may be one surface; overlapping areas copy as if from a
+  // snapshot.
   bool Copy(int32_t x, int32_t y, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
   // The same with `from` scaled to `to`, nearest neighbour: column i of n takes source column i * m \ n.
   bool Stretch(const Rect& to, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);

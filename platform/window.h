@@ -19,16 +19,17 @@ struct WindowOptions {
 
 // What a pump reports, in the order in which it happened. Empty entries are not called.
 struct WindowEvents {
-  void (*closeRequested)() = nullptr;                // the close button
-  void (*activated)(bool active) = nullptr;          // the window gained or lost the focus
-  void (*key)(int32_t key, bool down) = nullptr;     // set-1 scan code, plus 128 for extended keys; no repeats
+  void (*closeRequested)() = nullptr;             // the close button
+  void (*activated)(bool active) = nullptr;       // the window gained or lost the focus
+  void (*key)(int32_t key, bool down) = nullptr;  // set-1 scan code, plus 128 for extended keys; no repeats
   void (*fileDropped)(const std::string& path) = nullptr;  // the system's own form
 };
 
 // True when a display can be opened at all; the dummy driver counts as none.
 bool HasDisplay();
 
-// Opens the one window. False when it could not be opened; the game then goes on unseen. `why` tells the reason.
+// Opens the one window. False when it could not be opened; the game then goes on unseen. `why` tells the
+// reason.
 bool OpenGameWindow(const WindowOptions& options, std::string& why);
 void CloseGameWindow();
 bool WindowOpen();

@@ -1,0 +1,30 @@
+// Writing of the debug log.
+#include "base/log.h"
+
+#include <algorithm>
+
+#include "base/paths.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace qlm {
+
+void DebugLog(TextView message, int32_t indentDelta) {
+  const TextView words = message.empty() ? TextView(u"Ready.") : Trim(message);
+  Text line(static_cast<size_t>(LogIndent) * 4, u' ');
+  line += words;
+  // Quirk: a chart without objects leaves its level behind, so the level can rise for as long as the program
+  // runs.
+  LogIndent = static_cast<int32_t>(std::clamp<int64_t>(int64_t{LogIndent} + indentDelta, 0, 65535));
+  if (logOutput.file) {
+    const platform::WallTime now = platform::WallClock();
+    const Text stamped = Join(Padded(now.hour, 2), u":", Padded(now.minute, 2), u":", Padded(now.second, 2),
+                              u"> ", line, kCrLf);
+    platform::AppendFile(DataPath(u"debug.txt"), platform::EncodeCp932(stamped));
+  }
+  if (logOutput.lines != nullptr) logOutput.lines->push_back(std::move(line));
+  if (logOutput.afterLine != nullptr) logOutput.afterLine();
+}
+
+}  // namespace qlm

@@ -1,0 +1,35 @@
+// Cutting of paths, and the few questions that the game asks of the disk and the machine.
+#include "base/paths.h"
+
+#include "platform/files.h"
+
+namespace qlm {
+
+Text DataPath(TextView name) { return Join(AppPath, u"\\_qlmfiles\\", name); }
+
+TextView GetFolder(TextView path) { return path.substr(0, path.rfind(u'\\') + 1); }
+
+TextView GetFileName(TextView path) { return path.substr(path.rfind(u'\\') + 1); }
+
+Text GetExtension(TextView path) {
+  const TextView name = GetFileName(path);
+  return UCase(name.substr(name.rfind(u'.') + 1));
+}
+
+Text EnsureBackslash(TextView path) { return path.ends_with(u'\\') ? Text(path) : Join(path, u"\\"); }
+
+bool FileExists(TextView path) { return platform::FileLength(path).has_value(); }
+
+void MakeFolders(TextView path) {
+  for (size_t end = path.find(u'\\', 1); end != TextView::npos; end = path.find(u'\\', end + 1)) {
+    platform::MakeFolder(path.substr(0, end));
+  }
+  if (!path.empty() && !path.ends_with(u'\\')) platform::MakeFolder(path);
+}
+
+Text MemoryStatus() {
+  const platform::MemoryInKib memory = platform::PhysicalMemory();
+  return Join(Fixed(memory.free, 1, true), u" / ", Fixed(memory.total, 1, true));
+}
+
+}  // namespace qlm

@@ -1,0 +1,10 @@
+// The reader of BMS text.
+#include "chart/reader.h"
+
+namespace qlm {
+
+void BMSInit() {}
+void BMSRead(TextView) {}
+void ReportShortage() {}
+
+}  // namespace qlm

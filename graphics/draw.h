@@ -1,0 +1,19 @@
+// Drawing on the back surface that several screens share.
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+#include "state/surfaces.h"
+
+namespace qlm {
+
+// The bitmap font of the skin, on the back surface. Draws nothing without a font sheet.
+void DrawText(int32_t x, int32_t y, TextView text, float spacing);
+// A copy cut against `clip`, and not made when it lies wholly outside.
+void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, const Surface& source,
+                Rect from, platform::Keyed keyed);
+// The drifting backdrop of the list screens, with DRAWLIMIT below 3.
+void DrawMovingBack();
+
+}  // namespace qlm

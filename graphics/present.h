@@ -1,0 +1,18 @@
+// The end of every frame: messages, events, showing.
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+
+namespace qlm {
+
+// Lets window events, scripted hands and due timers run.
+void DoEvents();
+// Shows the finished back surface and prepares the next frame. `noWait` leaves out the wait for the vertical
+// blank, `quiet` the message and the frame rate.
+void PresentFrame(bool noWait = false, bool quiet = false);
+// The window caption, in windowed mode only.
+void SetCaption(TextView text);
+
+}  // namespace qlm

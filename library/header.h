@@ -1,0 +1,14 @@
+// The header-only read of a chart, for lists.
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+
+namespace qlm {
+
+// Fills songList[index] from the chart's header words, and works out an estimate of its length. Never loads a
+// sound or a picture. A file that cannot be read leaves the defaults.
+void ReadBMSHeader(TextView path, int32_t index);
+
+}  // namespace qlm

@@ -1,0 +1,12 @@
+// The active list.
+#pragma once
+
+#include "base/text.h"
+
+namespace qlm {
+
+void ClearList();
+// Appends a row and reads the chart's header into it.
+void AddSong(TextView path);
+
+}  // namespace qlm

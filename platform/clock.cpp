@@ -1,0 +1,56 @@
+// The real clock over the steady clock of the system, and the virtual one over a number.
+#include "platform/clock.h"
+
+#include <chrono>
+#include <ctime>
+#include <thread>
+
+namespace platform {
+namespace {
+
+constexpr uint32_t kStart = 1'000'000;
+
+bool isVirtual = false;
+uint32_t virtualNow = kStart;
+uint32_t (*frameClock)(uint32_t) = nullptr;
+
+}  // namespace
+
+uint32_t Now() {
+  if (isVirtual) return virtualNow;
+  using Clock = std::chrono::steady_clock;
+  static const Clock::time_point begin = Clock::now();
+  const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin).count();
+  return kStart + static_cast<uint32_t>(passed);
+}
+
+void Sleep(uint32_t milliseconds) {
+  if (!isVirtual) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+void UseVirtualClock(uint32_t now) {
+  isVirtual = true;
+  virtualNow = now;
+}
+
+void UseRealClock() {
+  isVirtual = false;
+  frameClock = nullptr;
+}
+
+bool ClockIsVirtual() { return isVirtual; }
+
+void SetFrameClock(uint32_t (*next)(uint32_t now)) { frameClock = next; }
+
+void FrameShown() {
+  if (isVirtual && frameClock != nullptr) virtualNow = frameClock(virtualNow);
+}
+
+WallTime WallClock() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+}  // namespace platform

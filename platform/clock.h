@@ -1,0 +1,36 @@
+// The only clock: milliseconds for the game, the wall clock for the log. Tests and tools put a virtual one in
+// its place.
+#pragma once
+
+#include <cstdint>
+
+namespace platform {
+
+// Milliseconds. Starts at a million, so that a few seconds can be taken from it without wrapping.
+uint32_t Now();
+
+// How long ago `then` was at `now`; negative when `then` is still to come. Right across the wrap of the
+// clock.
+constexpr int32_t Elapsed(uint32_t now, uint32_t then) { return static_cast<int32_t>(now - then); }
+
+// Rests. On the virtual clock it returns at once and no time passes.
+void Sleep(uint32_t milliseconds);
+
+// From here on Now() gives `now` until it is set again.
+void UseVirtualClock(uint32_t now);
+void UseRealClock();
+bool ClockIsVirtual();
+
+// The one moment at which virtual time moves: the present step calls it behind its pump. Runs `next`, which
+// gets the time that stands and gives the one that follows; without it, and on the real clock, nothing
+// happens.
+void SetFrameClock(uint32_t (*next)(uint32_t now));
+void FrameShown();
+
+struct WallTime {
+  int year, month, day, hour, minute, second;
+};
+// Local time.
+WallTime WallClock();
+
+}  // namespace platform

@@ -1,0 +1,222 @@
+// The one place that knows the system's paths: "/" between parts, bytes for names, letter case that counts.
+#include "platform/files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysinfo.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+
+#include "platform/text.h"
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+struct FolderCloser {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, FolderCloser>;
+
+bool Exists(const std::string& systemPath) {
+  struct stat info {};
+  return stat(systemPath.c_str(), &info) == 0;
+}
+
+std::u16string NameText(std::string_view bytes) {
+  return IsUtf8(bytes) ? DecodeUtf8(bytes) : DecodeCp932(bytes);
+}
+
+// The game's form with the system's separators. A person's "/" is a separator too.
+std::string Slashed(std::u16string_view path) {
+  std::string slashed = EncodeUtf8(path);
+  std::replace(slashed.begin(), slashed.end(), '\\', '/');
+  return slashed;
+}
+
+// The name in `folder` that stands for `part`: names stored as raw code page bytes first, since they say the
+// same text to the letter, then names alike but for case and normal form. Empty when there is none.
+std::string FindName(const std::string& folder, const std::string& part) {
+  const Folder open(opendir(folder.empty() ? "." : folder.c_str()));
+  if (!open) return {};
+  const std::u16string wanted = DecodeUtf8(part);
+  const std::string raw = EncodeCp932(wanted);
+  const std::u16string folded = FoldName(wanted);
+  std::string alike;
+  while (const dirent* entry = readdir(open.get())) {
+    const std::string name = entry->d_name;
+    if (name == raw) return name;
+    // The least of several equals, so that the choice does not hang on the folder's order.
+    if (FoldName(NameText(name)) == folded && (alike.empty() || name < alike)) alike = name;
+  }
+  return alike;
+}
+
+// Goes down `slashed` part by part. Stops at the first part that does not exist and reports it through
+// `missing`, which then holds the rest of the path.
+std::string Descend(const std::string& slashed, std::string& missing) {
+  std::string found = slashed.starts_with('/') ? "/" : "";
+  size_t begin = 0;
+  while (begin < slashed.size()) {
+    const size_t end = std::min(slashed.find('/', begin), slashed.size());
+    const std::string part = slashed.substr(begin, end - begin);
+    if (!part.empty()) {
+      std::string next = found + part;
+      if (!Exists(next)) {
+        const std::string name = FindName(found, part);
+        if (name.empty()) {
+          missing = slashed.substr(begin);
+          return found;
+        }
+        next = found + name;
+      }
+      found = next + (end < slashed.size() ? "/" : "");
+    }
+    begin = end + 1;
+  }
+  return found;
+}
+
+File OpenFile(std::u16string_view path) {
+  const std::optional<std::string> found = FindPath(path);
+  struct stat info {};
+  // A folder or a pipe is no file: reading one would fail late or wait forever.
+  if (!found || stat(found->c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return nullptr;
+  return File(std::fopen(found->c_str(), "rb"));
+}
+
+}  // namespace
+
+std::optional<std::string> FindPath(std::u16string_view path) {
+  const std::string slashed = Slashed(path);
+  if (slashed.empty()) return std::nullopt;
+  if (Exists(slashed)) return slashed;
+  std::string missing;
+  std::string found = Descend(slashed, missing);
+  if (!missing.empty()) return std::nullopt;
+  return found;
+}
+
+std::string SystemPath(std::u16string_view path) {
+  const std::string slashed = Slashed(path);
+  if (Exists(slashed)) return slashed;
+  std::string missing;
+  const std::string found = Descend(slashed, missing);
+  return found + missing;
+}
+
+std::u16string InnerPath(const std::string& systemPath) {
+  std::error_code error;
+  const std::string absolute = fs::absolute(systemPath, error).lexically_normal().string();
+  std::u16string path;
+  size_t begin = 0;
+  while (begin <= absolute.size()) {
+    const size_t end = std::min(absolute.find('/', begin), absolute.size());
+    path += NameText(std::string_view(absolute).substr(begin, end - begin));
+    if (end < absolute.size()) path += u'\\';
+    begin = end + 1;
+  }
+  return path;
+}
+
+std::optional<int64_t> FileLength(std::u16string_view path) {
+  const std::optional<std::string> found = FindPath(path);
+  struct stat info {};
+  if (!found || stat(found->c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  return info.st_size;
+}
+
+bool IsFolder(std::u16string_view path) {
+  const std::optional<std::string> found = FindPath(path);
+  struct stat info {};
+  return found && stat(found->c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+std::optional<std::string> ReadFile(std::u16string_view path) { return ReadFilePart(path, 0, INT64_MAX); }
+
+std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset, int64_t length) {
+  const File file = OpenFile(path);
+  struct stat info {};
+  if (!file || fstat(fileno(file.get()), &info) != 0) return std::nullopt;
+  const int64_t left = std::max<int64_t>(0, info.st_size - offset);
+  std::string bytes(static_cast<size_t>(std::clamp<int64_t>(length, 0, left)), '\0');
+  if (bytes.empty()) return bytes;
+  if (fseeko(file.get(), offset, SEEK_SET) != 0) return std::nullopt;
+  bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
+  return bytes;
+}
+
+bool WriteFile(std::u16string_view path, std::string_view bytes) {
+  const std::string target = SystemPath(path);
+  const std::string temporary = target + ".new";
+  {
+    const File file(std::fopen(temporary.c_str(), "wb"));
+    if (!file) return false;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size() ||
+        std::fflush(file.get()) != 0) {
+      unlink(temporary.c_str());
+      return false;
+    }
+    fsync(fileno(file.get()));
+  }
+  if (std::rename(temporary.c_str(), target.c_str()) == 0) return true;
+  unlink(temporary.c_str());
+  return false;
+}
+
+bool AppendFile(std::u16string_view path, std::string_view bytes) {
+  const File file(std::fopen(SystemPath(path).c_str(), "ab"));
+  return file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
+         std::fflush(file.get()) == 0;
+}
+
+bool DeleteFile(std::u16string_view path) {
+  const std::optional<std::string> found = FindPath(path);
+  return found && unlink(found->c_str()) == 0;
+}
+
+bool MakeFolder(std::u16string_view path) {
+  return IsFolder(path) || mkdir(SystemPath(path).c_str(), 0777) == 0;
+}
+
+std::vector<FolderEntry> ListFolder(std::u16string_view path) {
+  std::vector<FolderEntry> entries;
+  const std::optional<std::string> found = FindPath(path);
+  if (!found) return entries;
+  const Folder open(opendir(found->c_str()));
+  if (!open) return entries;
+  while (const dirent* entry = readdir(open.get())) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    struct stat info {};
+    const bool isFolder = stat((*found + "/" + name).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+    entries.push_back({NameText(name), isFolder});
+  }
+  return entries;
+}
+
+std::u16string ProgramFolder() {
+  std::error_code error;
+  const fs::path program = fs::read_symlink("/proc/self/exe", error);
+  return InnerPath(program.parent_path().string());
+}
+
+MemoryInKib PhysicalMemory() {
+  struct sysinfo info {};
+  if (sysinfo(&info) != 0) return {};
+  const double unit = info.mem_unit / 1024.0;
+  return {static_cast<double>(info.freeram) * unit, static_cast<double>(info.totalram) * unit};
+}
+
+}  // namespace platform

@@ -1,0 +1,37 @@
+// Starting of sounds: chart slots, echoes, system sounds, and the list of what sounds.
+#pragma once
+
+#include <cstdint>
+
+namespace qlm {
+
+// Opens the device and loads the system sounds. Without a device the game goes on silently.
+void InitDS();
+void ReleaseDS();
+
+// Starts a slot from its beginning. `position` is carried and not used; `echoStep` is 0, or 1 to 4 for an
+// echo.
+void PlayWav(int32_t slot, int32_t position, int32_t echoStep);
+// System sounds 0 to 15; other numbers do nothing.
+void PlaySE(int32_t index, bool looping = false);
+void StopSE(int32_t index);
+void SetSEVolume(int32_t index, int32_t volume);
+
+// An entry past the queue's 256 is lost.
+void EchoPush(int32_t time, int16_t slot, int32_t step);
+// Removes the entry; later ones move down by one.
+void EchoPop(int32_t index);
+// Plays and removes the entries whose time is below playClock, and gives their count.
+int32_t ServeEchoes();
+
+void VoiceAdd(int32_t slot);
+void VoiceRemove(int32_t slot);
+// Removes what has sounded to its end. Once a drawn frame.
+void VoicePurge();
+
+// Volumes of a fade that has run for `ms`: every loaded sound in the chart-end fade, every existing one in
+// the fail fade.
+void FadeEndVolumes(int32_t ms);
+void FadeFailVolumes(int32_t ms);
+
+}  // namespace qlm

@@ -1,0 +1,30 @@
+// The 256 sound slots of the chart: loading, caching, and what happens to all of them at once.
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+#include "state/sounds.h"
+
+namespace qlm {
+
+// Sees that the slot's buffer holds the file that the chart wants. Slot 0 is never loaded. No failure stops a
+// chart.
+void loadwav(int32_t slot);
+// With CourseLoadMode 2: makes the buffer of a course song's slot at once and marks it loaded.
+void LoadCourseSound(int32_t song, int32_t slot);
+// Gives back each slot whose file the chart no longer names.
+void ReleaseUnnamedSound(int32_t slot);
+void ReleaseAllSounds();
+
+// Natural frequency times RealHiSpeed, for every existing buffer. Walks on loopCounter.
+void ApplySoundSpeed();
+// Walks slots 1 to 255 on loopCounter: notes what plays in WavWasPlaying and stops it.
+void StopPlayingSounds();
+// Plays every noted slot from where it stopped. Walks on loopCounter.
+void ResumeStoppedSounds();
+// Every existing buffer: to the start, and silent. Walks on loopCounter.
+void RewindSounds();
+void StopAndRewindSounds();
+
+}  // namespace qlm

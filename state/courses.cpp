@@ -1,0 +1,11 @@
+// No course.
+#include "state/courses.h"
+
+namespace qlm {
+
+void ResetCourses() {
+  CourseSongs.clear();
+  numsongs = 0;
+}
+
+}  // namespace qlm

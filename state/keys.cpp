@@ -1,0 +1,12 @@
+// Nothing held.
+#include "state/keys.h"
+
+namespace qlm {
+
+void ResetKeys() {
+  KeyHeld.Clear();
+  LaneDown = {};
+  LaneBeam = {};
+}
+
+}  // namespace qlm

@@ -1,0 +1,16 @@
+// The empty list.
+#include "state/lists.h"
+
+namespace qlm {
+
+void ResetLists() {
+  songList.clear();
+  lastSong = -1;
+  songCleared.clear();
+  songHasRecord.clear();
+  listTotalTime = 0;
+  listCursor = 0;
+  listFileName.clear();
+}
+
+}  // namespace qlm

@@ -1,0 +1,42 @@
+// Every header's reset, in order.
+#include "state/reset.h"
+
+#include "state/chart.h"
+#include "state/courses.h"
+#include "state/gauge.h"
+#include "state/judgement.h"
+#include "state/keys.h"
+#include "state/lists.h"
+#include "state/message.h"
+#include "state/options.h"
+#include "state/records.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/skin.h"
+#include "state/sounds.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
+#include "state/transcript.h"
+
+namespace qlm {
+
+void ResetState() {
+  ResetSettings();
+  ResetOptions();
+  ResetChart();
+  ResetLists();
+  ResetCourses();
+  ResetTimeline();
+  ResetSession();
+  ResetJudgement();
+  ResetGauge();
+  ResetRecords();
+  ResetKeys();
+  ResetSkin();
+  ResetSounds();
+  ResetSurfaces();
+  ResetMessage();
+  transcript = nullptr;
+}
+
+}  // namespace qlm

@@ -1,0 +1,21 @@
+// Start values of a session.
+#include "state/session.h"
+
+namespace qlm {
+
+void ResetSession() {
+  GameState = kStateSongSelect;
+  FadeState = kFadeNone;
+  FadeStart = 0;
+  FadeLeaving = 0;
+  PlayEnd = PlayAlive = PlayFailed = PlayCleared = RankLocked = Paused = BreakActive = false;
+  PlayFailedTime = BreakStart = EscStart = AttackStart = 0;
+  savedBPM = 0;
+  EscHeld = EndlessRun = PreviewActive = EchoEnabled = BattleActive = false;
+  AttackKind = 255;
+  ReturnState = 0;
+  WindowActive = true;
+  playedEchoes = 0;
+}
+
+}  // namespace qlm

@@ -1,0 +1,29 @@
+// Settings as they stand at program start.
+#include "state/settings.h"
+
+namespace qlm {
+
+void ResetSettings() {
+  numObjs = 65535;
+  Windowed = Halfsize = Debug = false;
+  Sleep = 0;
+  ScreenColors = 0;
+  DirectBlt = NOVSync = WaitVBlank = DontStretch = RealtimeStretch = false;
+  Font.clear();
+  DRAWLIMIT = 0;
+  NOSMOOTHSCROLL = ShowObj = ShowGauge = ShowVLine = ShowGlid = PolMode = ShowClearedOnList = false;
+  NoBGA = NoWAV = false;
+  WAVLoadmode = BMPLoadmode = BMPRelease = CourseLoadMode = 0;
+  BMSPreview = ENDLESSMODE = 0;
+  PreviewDelay = 0;
+  CourseEffect = false;
+  ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
+  JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
+  MyName.clear();
+  brd.clear();
+  Skin1P.clear();
+  Skin2P.clear();
+  SkinDP.clear();
+}
+
+}  // namespace qlm

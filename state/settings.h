@@ -1,0 +1,68 @@
+// The settings file in memory. Start values are those before any file is read.
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+
+namespace qlm {
+
+// Core
+inline int32_t numObjs = 65535;  // highest index of the object table
+inline bool Windowed = false;
+inline bool Halfsize = false;  // in a window, the frame at 320 by 240
+inline bool Debug = false;     // memory and voice lines on the frame
+
+// Screen
+inline int32_t Sleep = 0;         // ms rested in each frame, 0 to 15
+inline uint8_t ScreenColors = 0;  // display depth is (value + 1) * 8 bits
+inline bool DirectBlt = false;    // shows by a copy and not by a flip
+inline bool NOVSync = false;
+inline bool WaitVBlank = false;
+inline bool DontStretch = false;  // the judgement word and a course's title picture are not stretched
+inline bool RealtimeStretch = false;
+inline Text Font;              // face of text drawn by the platform
+inline uint8_t DRAWLIMIT = 0;  // 1 to 3; below 3 the lists have a moving background
+inline bool NOSMOOTHSCROLL = false;
+inline bool ShowObj = false;
+inline bool ShowGauge = false;
+inline bool ShowVLine = false;
+inline bool ShowGlid = false;
+inline bool PolMode = false;
+inline bool ShowClearedOnList = false;
+
+// Chart and its files
+inline bool NoBGA = false;
+inline bool NoWAV = false;
+inline int32_t WAVLoadmode = 0;  // 0 each sound while reading, others at first use
+inline int32_t BMPLoadmode = 0;
+inline int32_t BMPRelease = 0;
+inline int32_t CourseLoadMode = 0;  // 2 all files of a course while reading, others while playing
+inline uint8_t BMSPreview = 0;
+inline uint8_t ENDLESSMODE = 0;
+inline int32_t PreviewDelay = 0;  // ms
+inline bool CourseEffect = false;
+
+// Play
+inline bool ShowBGA = false;
+inline bool PlaySound = false;     // background objects sound
+inline bool PlayKeySound = false;  // notes sound by themselves
+inline bool UserPlay = false;
+inline bool UserRec = false;
+inline bool ShowRec = false;
+inline bool PlayRec = false;
+inline bool DEMOMode = false;  // the machine plays
+inline bool JoyXYEnable = false;
+inline bool SCRATCH1P = false;  // turntable on the right
+inline bool SCRATCH2P = false;
+inline Text MyName;
+
+// Skins, with full paths
+inline Text brd;
+inline Text Skin1P;
+inline Text Skin2P;
+inline Text SkinDP;
+
+void ResetSettings();
+
+}  // namespace qlm

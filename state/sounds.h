@@ -1,0 +1,52 @@
+// Sound slots of the chart, system sounds, echoes and voices.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "base/table.h"
+#include "base/text.h"
+#include "platform/sound_device.h"
+
+namespace qlm {
+
+using platform::SoundBufferPtr;
+
+// Slots 0 to 255; WavFile stands in chart.h.
+inline Table<SoundBufferPtr, 255> WavBuffer;
+inline Table<Text, 255> WavHeldName;      // the file whose data the buffer holds: key of a cache over charts
+inline Table<uint8_t, 255> WavLoaded;     // 0 must be loaded, 255 done
+inline Table<int32_t, 255> WavFrequency;  // natural frequency, Hz
+inline Table<float, 255> WavLengthMs;
+inline Table<bool, 255> WavWasPlaying;  // set by pause and stall
+
+// By course song 0 to 127 and slot.
+inline Table<Table<bool, 255>, 127> CourseWavLoaded;
+inline Table<Table<SoundBufferPtr, 255>, 127> CourseWavBuffer;  // only with CourseLoadMode 2
+
+// Duplicates by echo step 0 to 10 and slot; only steps 1 to 4 are ever filled.
+inline Table<Table<SoundBufferPtr, 255>, 10> EchoBuffer;
+struct Echo {
+  int32_t time = 0;  // play clock, ms
+  int16_t slot = 0;
+  int32_t step = 0;  // 1 to 4
+};
+inline Table<Echo, 255> EchoQueue;
+inline int32_t EchoCount = 0;
+
+// Slots that sound, oldest first: feeds the polyphony figure.
+inline Table<uint8_t, 255> VoiceList;
+inline int32_t VoiceCount = 0;
+inline Table<uint32_t, 255> VoiceStart;  // clock at the last start
+inline Table<bool, 255> VoiceActive;
+
+inline Table<SoundBufferPtr, 15> SystemSound;
+
+// The description and format that the reader sets up for its sounds.
+inline platform::SoundDescription wavDescription;
+inline platform::SoundFormat wavFormat;
+inline uint32_t WavDataSize = 0;  // bytes of the data of the file read last
+
+void ResetSounds();
+
+}  // namespace qlm

@@ -1,0 +1,39 @@
+// Start values of display, pictures and BGA.
+#include "state/surfaces.h"
+
+namespace qlm {
+
+void ResetSurfaces() {
+  for (SurfacePtr* surface : {&DDBack, &DDBga, &DDGraph, &DDSnapshot, &DDPreview, &DDSkinBack, &DDStage,
+                              &SSBack, &SSBackDim, &SSObj, &SSNoStage, &ResultObj}) {
+    surface->reset();
+  }
+  StageRect = {};
+  StageW = StageH = 0;
+  SkinFile.Clear();
+  BmpSurface.Clear();
+  BmpHeldName.Clear();
+  BmpLoaded.Clear();
+  BmpRect.Clear();
+  for (auto& song : CourseBmpSurface) song.Clear();
+  for (auto& song : CourseBmpRect) song.Clear();
+  for (auto& song : CourseBmpLoaded) song.Clear();
+  FullRect = ScreenRect = kScreen;
+  SysFont.Clear();
+  SysFontW = SysFontH = 0;
+  TitleChars = 0;
+  MessageRect = {};
+  BgaX = 192;
+  BgaY = 128;
+  BgaW = BgaH = 256;
+  BgaSource = BgaTarget = {0, 0, 256, 256};
+  curBaseBGA = curLayerBGA = -1;
+  poorBGA = 0;
+  BGARestart = {};
+  BGADirty = false;
+  sideUsesBga = {};
+  Fps = 0;
+  displayIsLost = false;
+}
+
+}  // namespace qlm

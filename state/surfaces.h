@@ -1,0 +1,75 @@
+// The display's surfaces, the chart's pictures, and what the BGA shows.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "base/table.h"
+#include "base/text.h"
+#include "platform/surface.h"
+
+namespace qlm {
+
+using platform::Rect;
+using platform::Surface;
+using platform::SurfacePtr;
+
+constexpr Rect kScreen = {0, 0, 640, 480};
+
+inline SurfacePtr DDBack;      // 640 by 480: every frame is drawn here
+inline SurfacePtr DDBga;       // the composed BGA picture
+inline SurfacePtr DDGraph;     // 300 by 203: gauge graph, drawn during play
+inline SurfacePtr DDSnapshot;  // 640 by 480: the frame held by a fade
+inline SurfacePtr DDPreview;   // 192 by 144: picture box of the song select
+inline SurfacePtr DDSkinBack;
+inline SurfacePtr DDStage;  // the chart's title picture
+inline Rect StageRect;
+inline int32_t StageW = 0;
+inline int32_t StageH = 0;
+inline Table<SurfacePtr, 255> SkinFile;  // sprite sheets; entry 1 also holds the system font
+inline SurfacePtr SSBack;
+inline SurfacePtr SSBackDim;
+inline SurfacePtr SSObj;
+inline SurfacePtr SSNoStage;
+inline SurfacePtr ResultObj;
+
+// Pictures of the chart by slot; BmpFile stands in chart.h.
+inline Table<SurfacePtr, 255> BmpSurface;
+inline Table<Text, 255> BmpHeldName;   // the file whose picture the slot holds: key of a cache over charts
+inline Table<uint8_t, 255> BmpLoaded;  // 255 done
+inline Table<Rect, 255> BmpRect;
+inline Table<Table<SurfacePtr, 255>, 127> CourseBmpSurface;
+inline Table<Table<Rect, 255>, 127> CourseBmpRect;
+inline Table<Table<uint8_t, 255>, 127> CourseBmpLoaded;
+
+inline Rect FullRect = kScreen;
+inline Rect ScreenRect = kScreen;  // clip rectangle of the drawing code
+
+// The system font of the skin: cells for the bytes 33 to 128 at index byte - 32.
+inline Table<Rect, 96> SysFont;
+inline uint8_t SysFontW = 0;
+inline uint8_t SysFontH = 0;
+inline int32_t TitleChars = 0;  // letters of the title that show
+inline Rect MessageRect;        // of the skin, as four numbers; all 0 when it gives none
+
+// BGA.
+inline int32_t BgaX = 192;
+inline int32_t BgaY = 128;
+inline int32_t BgaW = 256;
+inline int32_t BgaH = 256;
+inline Rect BgaSource = {0, 0, 256, 256};
+inline Rect BgaTarget = {0, 0, 256, 256};
+inline int32_t curBaseBGA = -1;            // picture of channel 04, -1 none
+inline int32_t curLayerBGA = -1;           // picture of channel 07, -1 none
+inline int32_t poorBGA = 0;                // picture of channel 06
+inline std::array<bool, 2> BGARestart{};   // base, layer; read by nothing
+inline bool BGADirty = false;              // the BGA must be composed again
+inline std::array<bool, 2> sideUsesBga{};  // the two flags that each read of a chart clears
+
+// Frame figures of the present step.
+inline double Fps = 0;  // frames a second, recomputed every 200 ms or more
+inline bool displayIsLost = false;
+
+void ResetSurfaces();
+
+}  // namespace qlm
