@@ -11,7 +11,7 @@ find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 
 add_library(qlm_options INTERFACE)
-target_include_directories(qlm_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_include_directories(qlm_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
 # -ffp-contract=off: sums are rounded statement by statement, on every machine alike.
 target_compile_options(qlm_options INTERFACE -Wall -Wextra -Wpedantic -Werror -ffp-contract=off)
 if(QLM_SANITIZE)
