@@ -43,7 +43,8 @@ TEST_F(LogTest, LinesStandInTheFileWithTheirTimeInCodePage932) {
   DebugLog(u"b");
   const std::string file = ReadBytes(DataPath(u"debug.txt"));
   EXPECT_TRUE(std::regex_match(
-      file, std::regex("[0-2][0-9]:[0-5][0-9]:[0-5][0-9]> \x88\xEA\r\n[0-2][0-9]:[0-5][0-9]:[0-5][0-9]>     b\r\n")))
+      file, std::regex(
+                "[0-2][0-9]:[0-5][0-9]:[0-5][0-9]> \x88\xEA\r\n[0-2][0-9]:[0-5][0-9]:[0-5][0-9]>     b\r\n")))
       << file;
 }
 

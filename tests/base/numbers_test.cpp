@@ -89,8 +89,8 @@ TEST(StrictConversions, RoundHalvesToEven) {
 }
 
 TEST(StrictConversions, FailOnEverythingElse) {
-  for (const TextView text : {u"", u" ", u"abc", u"1x", u"1 2", u"\t1", u"1\t", u"&H10", u"1,000", u"(1)", u"--1",
-                              u"1E", u"."}) {
+  for (const TextView text :
+       {u"", u" ", u"abc", u"1x", u"1 2", u"\t1", u"1\t", u"&H10", u"1,000", u"(1)", u"--1", u"1E", u"."}) {
     EXPECT_FALSE(ToWhole(text)) << Len(text);
     EXPECT_FALSE(ToSingle(text)) << Len(text);
   }

@@ -10,7 +10,7 @@ using std::string_view_literals::operator""sv;
 
 TEST(Cp932, DecodesDoubleBytesAsOneCharacter) {
   EXPECT_EQ(DecodeCp932("A\x83\x65\x83\x58\x83\x67Z"), u"AテストZ");
-  EXPECT_EQ(DecodeCp932("\xB1"), u"ｱ");  // half-width kana
+  EXPECT_EQ(DecodeCp932("\xB1"), u"ｱ");       // half-width kana
   EXPECT_EQ(DecodeCp932("\x95\x5C"), u"表");  // the trail byte is a backslash
 }
 
