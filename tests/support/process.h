@@ -1,0 +1,47 @@
+// Child processes for tests that run the real programs.
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace qlm {
+
+// What a finished program left.
+struct ProcessResult {
+  int exitStatus = -1;  // 128 + the signal's number when it was killed by one
+  bool timedOut = false;
+  std::string output;  // standard output
+  std::string errors;  // standard error
+};
+
+// A running program. It is killed when its owner goes away.
+class Process {
+ public:
+  // `environment` is added to the test's own; an empty value takes a variable away.
+  explicit Process(std::vector<std::string> command,
+                   const std::map<std::string, std::string>& environment = {});
+  ~Process();
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  bool Running();
+  void Kill();
+  // Waits for the end, `seconds` at most; then it is killed.
+  ProcessResult Wait(int seconds = 120);
+
+ private:
+  pid_t pid_ = -1;
+  int status_ = -1;
+  bool ended_ = false;
+  std::string outputFile_;
+  std::string errorFile_;
+};
+
+// Runs a program to its end.
+ProcessResult Run(const std::vector<std::string>& command,
+                  const std::map<std::string, std::string>& environment = {}, int seconds = 120);
+
+}  // namespace qlm
