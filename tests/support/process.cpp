@@ -88,6 +88,8 @@ void Process::Kill() {
   ended_ = true;
 }
 
+std::string Process::Output() const { return Contents(outputFile_); }
+
 ProcessResult Process::Wait(int seconds) {
   using Clock = std::chrono::steady_clock;
   const auto end = Clock::now() + std::chrono::seconds(seconds);

@@ -29,6 +29,8 @@ class Process {
 
   bool Running();
   void Kill();
+  // What it wrote to standard output so far.
+  std::string Output() const;
   // Waits for the end, `seconds` at most; then it is killed.
   ProcessResult Wait(int seconds = 120);
 
