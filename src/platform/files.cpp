@@ -55,7 +55,7 @@ std::string FindName(const std::string& folder, const std::string& part) {
   const std::u16string folded = FoldName(wanted);
   std::string alike;
   while (const dirent* entry = readdir(open.get())) {
-    const std::string name = entry->d_name;
+    std::string name = entry->d_name;
     if (name == raw) return name;
     // The least of several equals, so that the choice does not hang on the folder's order.
     if (FoldName(NameText(name)) == folded && (alike.empty() || name < alike)) alike = name;
@@ -99,7 +99,7 @@ File OpenFile(std::u16string_view path) {
 }  // namespace
 
 std::optional<std::string> FindPath(std::u16string_view path) {
-  const std::string slashed = Slashed(path);
+  std::string slashed = Slashed(path);
   if (slashed.empty()) return std::nullopt;
   if (Exists(slashed)) return slashed;
   std::string missing;

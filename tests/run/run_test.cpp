@@ -1,0 +1,189 @@
+// The real program plays a chart in a window, in full screen, and without any display; what it shows is
+// looked at.
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <thread>
+
+#include "base/paths.h"
+#include "platform/files.h"
+#include "platform/picture.h"
+#include "platform/surface.h"
+#include "platform/text.h"
+#include "tests/support/game_test.h"
+#include "tests/support/process.h"
+
+namespace qlm {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A 24-bit BMP of 256 by 256 whose four quarters have these colours.
+std::string QuarteredBmp(const std::array<platform::Colour, 4>& colours) {
+  const auto number = [](uint32_t value, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 255);
+    return text;
+  };
+  std::string bmp = "BM" + number(54 + 256 * 256 * 3, 4) + number(0, 4) + number(54, 4) + number(40, 4) +
+                    number(256, 4) + number(256, 4) + number(1, 2) + number(24, 2) + std::string(24, '\0');
+  for (int y = 255; y >= 0; --y) {  // the lowest row stands first
+    for (int x = 0; x < 256; ++x) bmp += number(colours[static_cast<size_t>(y / 128 * 2 + x / 128)], 3);
+  }
+  return bmp;
+}
+
+constexpr std::array<platform::Colour, 4> kQuarters = {0xC02020, 0x20C020, 0x2020C0, 0xC0C020};
+
+class RunTest : public GameTest {
+ protected:
+  // A copy of the program with a data folder of its own, and a chart of a few seconds with a picture.
+  RunTest() {
+    fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
+    fs::copy(QLM_BINARY_DIR "/_qlmfiles/wav", SystemFolder() + "/_qlmfiles/wav");
+    WriteData(u"song\\base.bmp", QuarteredBmp(kQuarters));
+    WriteText(u"song\\test.bms",
+              u"\r\n#PLAYER 1\r\n#TITLE 試験\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 240\r\n#BMP01 base.bmp\r\n"
+              u"#00004:01\r\n#00011:01\r\n#00311:01\r\n#00411:01\r\n");
+    chart_ = SystemFolder() + "/song/test.bms";
+  }
+
+  void WriteSettings(TextView core, TextView setting) const {
+    WriteText(
+        u"_qlmfiles\\qlm_conf.ini",
+        Join(u"[Core]\r\n", core,
+             u"[Setting]\r\nShowBGA=True\r\nPlaySound=True\r\nUserPlay=True\r\nHiSpeed=1\r\nRealHiSpeed=1\r\n"
+             u"DEMOMode=True\r\n",
+             setting));
+  }
+
+  // Starts a display of that size; DISPLAY of what is started afterwards is display_.
+  void StartDisplay(const std::string& size) {
+    server_ = std::make_unique<Process>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
+                                                                 size + "x24", "-nolisten", "tcp"});
+    ASSERT_TRUE(WaitFor([&] { return server_->Output().ends_with("\n"); }))
+        << "Xvfb does not start; is it installed?";
+    display_ = ":" + server_->Output();
+    display_.pop_back();
+  }
+
+  // Starts the program on the display and waits until the chart's picture can have been seen for a while.
+  void StartProgram() {
+    program_ = std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
+                                         std::map<std::string, std::string>{{"DISPLAY", display_},
+                                                                            {"WAYLAND_DISPLAY", ""},
+                                                                            {"SDL_VIDEODRIVER", ""},
+                                                                            {"SDL_AUDIODRIVER", "dummy"}});
+    ASSERT_TRUE(WaitFor([&] { return LogHolds("playloop start"); })) << DebugText();
+    std::this_thread::sleep_for(std::chrono::milliseconds(2500));
+  }
+
+  platform::SurfacePtr Screenshot() {
+    const std::string file = SystemFolder() + "/screen.png";
+    const ProcessResult scrot = Run({"scrot", "-o", file}, {{"DISPLAY", display_}}, 20);
+    EXPECT_EQ(scrot.exitStatus, 0) << scrot.errors;
+    const std::string bytes = ReadBytes(platform::InnerPath(file));
+    return platform::DecodePicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
+  }
+
+  // The chart's picture stands at (192, 128) of the frame, whose pixels are `scale` pixels of the screen.
+  void ExpectPicture(const platform::Surface& screen, int32_t left, int32_t top, int32_t scale) const {
+    for (size_t i = 0; i < kQuarters.size(); ++i) {
+      const int32_t x = 192 + 64 + 128 * static_cast<int32_t>(i % 2);
+      const int32_t y = 128 + 64 + 128 * static_cast<int32_t>(i / 2);
+      EXPECT_EQ(screen.Pixel(left + x * scale, top + y * scale), kQuarters[i]) << "quarter " << i;
+    }
+    EXPECT_EQ(screen.Pixel(left + 191 * scale, top + 200 * scale), 0U);
+  }
+
+  void Press(const std::vector<std::string>& words) const {
+    std::vector<std::string> command = {"xdotool"};
+    command.insert(command.end(), words.begin(), words.end());
+    EXPECT_EQ(Run(command, {{"DISPLAY", display_}}, 20).exitStatus, 0);
+  }
+
+  std::string DebugText() const { return ReadBytes(DataPath(u"debug.txt")); }
+  bool LogHolds(std::string_view words) const { return DebugText().find(words) != std::string::npos; }
+
+  template <typename Condition>
+  static bool WaitFor(Condition condition) {
+    for (int i = 0; i < 600; ++i) {
+      if (condition()) return true;
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return false;
+  }
+
+  std::string chart_;
+  std::string display_;
+  std::unique_ptr<Process> server_;
+  std::unique_ptr<Process> program_;
+};
+
+TEST_F(RunTest, PlaysInAWindowAndEndsByItself) {
+  WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
+  StartDisplay("640x480");
+  StartProgram();
+  const platform::SurfacePtr screen = Screenshot();
+  ASSERT_NE(screen, nullptr);
+  ExpectPicture(*screen, 0, 0, 1);
+  EXPECT_EQ(program_->Wait(30).exitStatus, 0);
+  EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
+  EXPECT_TRUE(DebugText().ends_with("complete.\r\n")) << DebugText();
+}
+
+TEST_F(RunTest, FillsTheScreenByWholeNumbers) {
+  WriteSettings(u"Windowed=False\r\n", u"");
+  StartDisplay("1400x960");
+  StartProgram();
+  const platform::SurfacePtr screen = Screenshot();
+  ASSERT_NE(screen, nullptr);
+  ExpectPicture(*screen, 60, 0, 2);
+  EXPECT_EQ(screen->Pixel(30, 400), 0U);  // a black border
+}
+
+TEST_F(RunTest, ShiftAndEscEndAtOnce) {
+  WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
+  StartDisplay("640x480");
+  StartProgram();
+  Press({"mousemove", "320", "240", "keydown", "Shift_L", "keydown", "Escape"});
+  EXPECT_EQ(program_->Wait(10).exitStatus, 0);
+  EXPECT_FALSE(LogHolds("playloop end"));
+  EXPECT_TRUE(LogHolds("[ExitApp]")) << DebugText();
+}
+
+TEST_F(RunTest, EscHeldEndsTheSong) {
+  WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
+  StartDisplay("640x480");
+  StartProgram();
+  Press({"keydown", "Escape"});
+  EXPECT_EQ(program_->Wait(10).exitStatus, 0);
+  EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
+}
+
+TEST_F(RunTest, PlaysWithoutDisplayAndSound) {
+  WriteSettings(u"", u"");
+  const ProcessResult result = Run(
+      {SystemFolder() + "/quillmarch", chart_},
+      {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}, {"SDL_AUDIODRIVER", "none at all"}},
+      60);
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_NE(result.output.find("試験"), std::string::npos) << result.output;
+  EXPECT_NE(result.output.find("debug.txt"), std::string::npos) << result.output;
+  EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
+}
+
+TEST_F(RunTest, WritesEverySettingAtItsEnd) {
+  const ProcessResult result = Run(
+      {SystemFolder() + "/quillmarch", "--demo", chart_},
+      {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}, {"SDL_AUDIODRIVER", "dummy"}}, 60);
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  const std::string settings = ReadBytes(DataPath(u"qlm_conf.ini"));
+  EXPECT_NE(settings.find("RealHiSpeed=1\r\n"), std::string::npos) << settings;
+  EXPECT_NE(settings.find("DEMOMode=False\r\n"), std::string::npos)
+      << "a demo run is not what the player set";
+}
+
+}  // namespace
+}  // namespace qlm
