@@ -109,7 +109,7 @@ std::optional<std::string> FindPath(std::u16string_view path) {
 }
 
 std::string SystemPath(std::u16string_view path) {
-  const std::string slashed = Slashed(path);
+  std::string slashed = Slashed(path);
   if (Exists(slashed)) return slashed;
   std::string missing;
   const std::string found = Descend(slashed, missing);
