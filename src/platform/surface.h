@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -35,7 +34,9 @@ enum class Keyed : bool { kNo, kYes };
 // and returns false: clipping is the caller's business. Empty and reversed rectangles are refused too.
 class Surface {
  public:
-  // Width and height from 1 to 16384; anything else is brought into that range.
+  static constexpr int32_t kMaxSide = 16384;
+
+  // Width and height from 1 to kMaxSide; anything else is brought into that range.
   Surface(int32_t width, int32_t height);
   ~Surface();
   Surface(const Surface&) = delete;
@@ -45,7 +46,7 @@ class Surface {
   int32_t Height() const { return height_; }
   Rect Bounds() const { return {0, 0, width_, height_}; }
 
-  // One row of pixels, y from 0 to Height() - 1.
+  // One row of pixels, y from 0 to Height() - 1; empty outside. Who writes keeps the top bytes 0.
   std::span<Colour> Row(int32_t y);
   std::span<const Colour> Row(int32_t y) const;
   // Black outside the image.
@@ -57,6 +58,7 @@ class Surface {
 
   bool Fill(const Rect& rect, Colour colour);
   // A line of one pixel from the first point up to, but not including, the last one; cut at the edges.
+  // Halfway between two pixels it takes the upper or left one. Coordinates beyond 2^30 are brought to it.
   void Line(int32_t x1, int32_t y1, int32_t x2, int32_t y2, Colour colour);
 
   // Puts `from` of `source` at (x, y). The two may be one surface; overlapping areas copy as if from a
@@ -65,10 +67,12 @@ class Surface {
   // The same with `from` scaled to `to`, nearest neighbour: column i of n takes source column i * m \ n.
   bool Stretch(const Rect& to, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
 
-  // Bytes that all living surfaces hold.
+  // Bytes that the pixels of all living surfaces hold.
   static size_t BytesHeld();
 
  private:
+  bool Holds(const Rect& rect) const;
+
   int32_t width_;
   int32_t height_;
   std::vector<Colour> pixels_;

@@ -1,8 +1,240 @@
-// The game window.
+// The game window on top of SDL: one window, one renderer, one texture that takes each finished frame.
+#define SDL_MAIN_HANDLED
 #include "platform/window.h"
 
-namespace platform {
+#include <SDL.h>
 
-bool HasDisplay() { return false; }
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+#include "platform/text.h"
+#include "platform/window_keys.h"
+
+namespace platform {
+namespace {
+
+struct Release {
+  void operator()(SDL_Window* window) const { SDL_DestroyWindow(window); }
+  void operator()(SDL_Renderer* renderer) const { SDL_DestroyRenderer(renderer); }
+  void operator()(SDL_Texture* texture) const { SDL_DestroyTexture(texture); }
+};
+
+// Members are released in the reverse order, as SDL wants it.
+struct GameWindow {
+  std::unique_ptr<SDL_Window, Release> window;
+  std::unique_ptr<SDL_Renderer, Release> renderer;
+  std::unique_ptr<SDL_Texture, Release> texture;
+  int32_t textureWidth = 0;
+  int32_t textureHeight = 0;
+  bool windowed = false;
+  bool waitsForBlank = false;
+};
+std::optional<GameWindow> game;
+
+bool VideoReady() { return SDL_WasInit(SDL_INIT_VIDEO) != 0 || SDL_InitSubSystem(SDL_INIT_VIDEO) == 0; }
+
+bool DrawsForNobody(std::string_view driver) { return driver == "dummy" || driver == "offscreen"; }
+
+bool MatchTexture(const Surface& frame) {
+  if (game->texture && game->textureWidth == frame.Width() && game->textureHeight == frame.Height()) {
+    return true;
+  }
+  game->texture.reset(SDL_CreateTexture(game->renderer.get(), SDL_PIXELFORMAT_ARGB8888,
+                                        SDL_TEXTUREACCESS_STREAMING, frame.Width(), frame.Height()));
+  game->textureWidth = frame.Width();
+  game->textureHeight = frame.Height();
+  if (game->texture) {
+    SDL_SetTextureBlendMode(game->texture.get(), SDL_BLENDMODE_NONE);
+  }
+  return game->texture != nullptr;
+}
+
+// Where the last frame stands in the window, in its pixels.
+std::optional<Rect> FramePlace() {
+  int width = 0;
+  int height = 0;
+  if (SDL_GetRendererOutputSize(game->renderer.get(), &width, &height) != 0 || width < 1 || height < 1 ||
+      !game->texture) {
+    return {};
+  }
+  return game->windowed ? Rect{0, 0, width, height}
+                        : PlaceFrame(width, height, game->textureWidth, game->textureHeight);
+}
+
+void Report(const SDL_Event& event, const WindowEvents& events) {
+  switch (event.type) {
+    case SDL_QUIT:
+      if (events.closeRequested != nullptr) {
+        events.closeRequested();
+      }
+      break;
+    case SDL_WINDOWEVENT:
+      if (events.activated != nullptr && (event.window.event == SDL_WINDOWEVENT_FOCUS_GAINED ||
+                                          event.window.event == SDL_WINDOWEVENT_FOCUS_LOST)) {
+        events.activated(event.window.event == SDL_WINDOWEVENT_FOCUS_GAINED);
+      }
+      break;
+    case SDL_KEYDOWN:
+    case SDL_KEYUP: {
+      const int32_t key = KeyNumberOf(event.key.keysym.scancode);
+      if (events.key != nullptr && key != 0 && event.key.repeat == 0) {
+        events.key(key, event.type == SDL_KEYDOWN);
+      }
+      break;
+    }
+    case SDL_DROPFILE: {
+      const std::string path = event.drop.file != nullptr ? event.drop.file : "";
+      SDL_free(event.drop.file);
+      if (events.fileDropped != nullptr) {
+        events.fileDropped(path);
+      }
+      break;
+    }
+    default: break;
+  }
+}
+
+}  // namespace
+
+bool HasDisplay() {
+  if (!VideoReady()) {
+    return false;
+  }
+  const char* const driver = SDL_GetCurrentVideoDriver();
+  return driver != nullptr && !DrawsForNobody(driver);
+}
+
+bool OpenGameWindow(const WindowOptions& options, std::string& why) {
+  CloseGameWindow();
+  if (!VideoReady()) {
+    why = SDL_GetError();
+    return false;
+  }
+  GameWindow opened;
+  opened.windowed = options.windowed;
+  opened.waitsForBlank = options.waitForBlank;
+  opened.window.reset(SDL_CreateWindow(EncodeUtf8(options.title).c_str(), SDL_WINDOWPOS_CENTERED,
+                                       SDL_WINDOWPOS_CENTERED, std::max(options.width, 1),
+                                       std::max(options.height, 1),
+                                       options.windowed ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP));
+  if (!opened.window) {
+    why = SDL_GetError();
+    return false;
+  }
+  const Uint32 blank = options.waitForBlank ? SDL_RENDERER_PRESENTVSYNC : 0;
+  opened.renderer.reset(SDL_CreateRenderer(opened.window.get(), -1, blank));
+  if (!opened.renderer) {
+    opened.renderer.reset(SDL_CreateRenderer(opened.window.get(), -1, SDL_RENDERER_SOFTWARE));
+  }
+  if (!opened.renderer) {
+    why = SDL_GetError();
+    return false;
+  }
+  SDL_StopTextInput();  // an input method would keep keys to itself
+  SDL_ShowCursor(options.windowed ? SDL_ENABLE : SDL_DISABLE);
+  game = std::move(opened);
+  return true;
+}
+
+void CloseGameWindow() { game.reset(); }
+
+bool WindowOpen() { return game.has_value(); }
+
+void SetWindowTitle(std::u16string_view title) {
+  if (game) {
+    SDL_SetWindowTitle(game->window.get(), EncodeUtf8(title).c_str());
+  }
+}
+
+Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frameHeight) {
+  int32_t shownWidth = 0;
+  int32_t shownHeight = 0;
+  if (const int32_t times = std::min(width / frameWidth, height / frameHeight); times >= 1) {
+    shownWidth = frameWidth * times;
+    shownHeight = frameHeight * times;
+  } else if (int64_t{width} * frameHeight <= int64_t{height} * frameWidth) {
+    shownWidth = width;
+    shownHeight = static_cast<int32_t>(std::max<int64_t>(int64_t{width} * frameHeight / frameWidth, 1));
+  } else {
+    shownWidth = static_cast<int32_t>(std::max<int64_t>(int64_t{height} * frameWidth / frameHeight, 1));
+    shownHeight = height;
+  }
+  const int32_t left = (width - shownWidth) / 2;
+  const int32_t top = (height - shownHeight) / 2;
+  return {left, top, left + shownWidth, top + shownHeight};
+}
+
+void ShowFrame(const Surface& frame, bool waitForBlank) {
+  if (!game || !MatchTexture(frame)) {
+    return;
+  }
+  const std::optional<Rect> place = FramePlace();
+  if (!place) {
+    return;
+  }
+  if (game->waitsForBlank != waitForBlank) {
+    game->waitsForBlank = waitForBlank;
+    SDL_RenderSetVSync(game->renderer.get(), waitForBlank ? 1 : 0);
+  }
+  const bool whole = place->Width() % frame.Width() == 0 && place->Height() % frame.Height() == 0;
+  SDL_SetTextureScaleMode(game->texture.get(), whole ? SDL_ScaleModeNearest : SDL_ScaleModeLinear);
+  SDL_UpdateTexture(game->texture.get(), nullptr, frame.Row(0).data(),
+                    frame.Width() * static_cast<int>(sizeof(Colour)));
+  SDL_SetRenderDrawColor(game->renderer.get(), 0, 0, 0, 255);
+  SDL_RenderClear(game->renderer.get());
+  const SDL_Rect target{place->left, place->top, place->Width(), place->Height()};
+  SDL_RenderCopy(game->renderer.get(), game->texture.get(), nullptr, &target);
+  SDL_RenderPresent(game->renderer.get());
+}
+
+bool DisplayAvailable() {
+  if (!game || game->windowed) {
+    return true;
+  }
+  return (SDL_GetWindowFlags(game->window.get()) & (SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) == 0;
+}
+
+void PumpWindowEvents(const WindowEvents& events) {
+  SDL_Event event;
+  while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && SDL_PollEvent(&event) != 0) {
+    Report(event, events);
+  }
+}
+
+void MoveMouse(int32_t x, int32_t y) {
+  if (!game) {
+    return;
+  }
+  const std::optional<Rect> place = FramePlace();
+  int windowWidth = 0;
+  int outputWidth = 0;
+  SDL_GetWindowSize(game->window.get(), &windowWidth, nullptr);
+  SDL_GetRendererOutputSize(game->renderer.get(), &outputWidth, nullptr);
+  if (!place || outputWidth < 1) {
+    return;
+  }
+  // The renderer counts pixels, the pointer may count in coarser units.
+  const double unit = static_cast<double>(windowWidth) / outputWidth;
+  const double across = place->left + static_cast<double>(x) * place->Width() / game->textureWidth;
+  const double down = place->top + static_cast<double>(y) * place->Height() / game->textureHeight;
+  SDL_WarpMouseInWindow(game->window.get(), static_cast<int>(std::lround(across * unit)),
+                        static_cast<int>(std::lround(down * unit)));
+}
+
+void MessageBox(BoxIcon icon, std::u16string_view title, std::u16string_view text) {
+  const std::string heading = EncodeUtf8(title);
+  std::string message = EncodeUtf8(text);
+  std::erase(message, '\r');
+  const Uint32 kind = icon == BoxIcon::kInformation ? SDL_MESSAGEBOX_INFORMATION
+                      : icon == BoxIcon::kWarning   ? SDL_MESSAGEBOX_WARNING
+                                                    : SDL_MESSAGEBOX_ERROR;
+  SDL_Window* const parent = game ? game->window.get() : nullptr;
+  if (!HasDisplay() || SDL_ShowSimpleMessageBox(kind, heading.c_str(), message.c_str(), parent) != 0) {
+    std::fprintf(stderr, "%s: %s\n", heading.c_str(), message.c_str());
+  }
+}
 
 }  // namespace platform

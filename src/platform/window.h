@@ -17,32 +17,42 @@ struct WindowOptions {
   bool waitForBlank = true;
 };
 
-// What a pump reports, in the order in which it happened. Empty entries are not called.
+// What a pump reports, in the order in which it happened. Empty entries are not called. A routine called here
+// may close the window.
 struct WindowEvents {
-  void (*closeRequested)() = nullptr;             // the close button
-  void (*activated)(bool active) = nullptr;       // the window gained or lost the focus
-  void (*key)(int32_t key, bool down) = nullptr;  // set-1 scan code, plus 128 for extended keys; no repeats
+  void (*closeRequested)() = nullptr;                      // the close button
+  void (*activated)(bool active) = nullptr;                // the window gained or lost the focus
+  void (*key)(int32_t key, bool down) = nullptr;           // numbered as in window_keys.h; no repeats
   void (*fileDropped)(const std::string& path) = nullptr;  // the system's own form
 };
 
-// True when a display can be opened at all; the dummy driver counts as none.
+// True when a display can be opened at all; the drivers that draw for nobody count as none.
 bool HasDisplay();
 
-// Opens the one window. False when it could not be opened; the game then goes on unseen. `why` tells the
-// reason.
+// Opens the one window, in place of one that is open. False when it could not be opened; the game then goes
+// on unseen. `why` tells the reason.
 bool OpenGameWindow(const WindowOptions& options, std::string& why);
 void CloseGameWindow();
 bool WindowOpen();
 void SetWindowTitle(std::u16string_view title);
 
-// Shows the whole of `frame`, scaled by whole numbers where it fits, otherwise evenly, with black borders.
-// In a window it fills the inside. Does nothing without one.
-void ShowFrame(const Surface& frame, bool waitForBlank);
-bool DisplayAvailable();  // false while another program has the screen (minimised full screen)
+// Where a frame of frameWidth by frameHeight pixels stands in an area of width by height pixels: in the
+// middle, enlarged by the greatest whole number that fits; where not even the frame itself fits, scaled down
+// evenly. All numbers are above 0.
+Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frameHeight);
 
-// Lets the window system's events run. Also works without a window.
+// Shows the whole of `frame`: on the desktop where PlaceFrame puts it, with black borders; in a window it
+// fills the inside. Does nothing without a window.
+void ShowFrame(const Surface& frame, bool waitForBlank);
+// False while another program has the screen, that is, while a window that takes the whole desktop is
+// minimised. True without a window.
+bool DisplayAvailable();
+
+// Lets the window system's events run. Also works without a window; the only event then is a request to
+// close.
 void PumpWindowEvents(const WindowEvents& events);
 
+// Puts the pointer on a pixel of the last frame shown.
 void MoveMouse(int32_t x, int32_t y);
 
 enum class BoxIcon { kInformation, kWarning, kCritical };

@@ -1,0 +1,379 @@
+// Picture files: a BMP decoder of our own, since charts are full of odd and truncated ones; the picture
+// library for the compressed kinds, once their header has told a size that we are willing to hold.
+#include "platform/picture.h"
+
+#include <SDL.h>
+#include <SDL_image.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <optional>
+#include <string_view>
+
+namespace platform {
+namespace {
+
+using Bytes = std::span<const unsigned char>;
+
+// Numbers at an offset; bytes behind the end read as 0.
+uint32_t Byte(Bytes bytes, size_t at) { return at < bytes.size() ? bytes[at] : 0; }
+uint32_t Little16(Bytes bytes, size_t at) { return Byte(bytes, at) | Byte(bytes, at + 1) << 8; }
+uint32_t Little32(Bytes bytes, size_t at) { return Little16(bytes, at) | Little16(bytes, at + 2) << 16; }
+uint32_t Big16(Bytes bytes, size_t at) { return Byte(bytes, at) << 8 | Byte(bytes, at + 1); }
+uint32_t Big32(Bytes bytes, size_t at) { return Big16(bytes, at) << 16 | Big16(bytes, at + 2); }
+
+Bytes From(Bytes bytes, size_t at) { return bytes.subspan(std::min(at, bytes.size())); }
+
+bool StartsWith(Bytes bytes, std::string_view text) {
+  return bytes.size() >= text.size() && std::memcmp(bytes.data(), text.data(), text.size()) == 0;
+}
+
+struct Size {
+  int64_t width = 0;
+  int64_t height = 0;
+};
+
+bool Holdable(const Size& size) {
+  return size.width >= 1 && size.height >= 1 && size.width <= Surface::kMaxSide &&
+         size.height <= Surface::kMaxSide && size.width * size.height <= kMaxPicturePixels;
+}
+
+// BMP ------------------------------------------------------------------------------------------------------
+
+constexpr size_t kFileHeaderBytes = 14;
+constexpr uint32_t kCoreHeaderBytes = 12;
+constexpr uint32_t kInfoHeaderBytes = 40;
+
+enum Compression : uint32_t {
+  kPlain = 0,
+  kRunLength8 = 1,
+  kRunLength4 = 2,
+  kBitFields = 3,
+  kAlphaBitFields = 6
+};
+
+struct BmpHeader {
+  Size size;
+  bool topDown = false;
+  uint32_t bits = 0;
+  uint32_t compression = kPlain;
+  std::array<uint32_t, 3> masks{};    // red, green, blue, of 16 and 32 bits
+  std::array<Colour, 256> palette{};  // of up to 8 bits; black behind the file's last entry
+  size_t dataOffset = 0;
+
+  bool RunLength() const { return compression == kRunLength8 || compression == kRunLength4; }
+};
+
+bool KnownKind(uint32_t bits, uint32_t compression) {
+  switch (compression) {
+    case kPlain: return bits == 1 || bits == 4 || bits == 8 || bits == 16 || bits == 24 || bits == 32;
+    case kRunLength8: return bits == 8;
+    case kRunLength4: return bits == 4;
+    case kBitFields:
+    case kAlphaBitFields: return bits == 16 || bits == 32;
+    default: return false;
+  }
+}
+
+std::optional<BmpHeader> ReadBmpHeader(Bytes bytes) {
+  BmpHeader header;
+  const uint32_t infoBytes = Little32(bytes, kFileHeaderBytes);
+  const bool core = infoBytes == kCoreHeaderBytes;
+  if (!StartsWith(bytes, "BM") || (!core && infoBytes < kInfoHeaderBytes) ||
+      bytes.size() - kFileHeaderBytes < infoBytes) {
+    return {};
+  }
+  const Bytes info = From(bytes, kFileHeaderBytes);
+  uint32_t colours = 0;
+  if (core) {
+    header.size = {Little16(info, 4), Little16(info, 6)};
+    header.bits = Little16(info, 10);
+  } else {
+    const auto height = static_cast<int32_t>(Little32(info, 8));
+    header.topDown = height < 0;
+    header.size = {static_cast<int32_t>(Little32(info, 4)), std::abs(static_cast<int64_t>(height))};
+    header.bits = Little16(info, 14);
+    header.compression = Little32(info, 16);
+    colours = Little32(info, 32);
+  }
+  if (!KnownKind(header.bits, header.compression) || !Holdable(header.size)) {
+    return {};
+  }
+  size_t paletteOffset = kFileHeaderBytes + infoBytes;
+  if (header.compression == kPlain) {
+    header.masks = header.bits == 16 ? std::array<uint32_t, 3>{0x7C00, 0x03E0, 0x001F}
+                                     : std::array<uint32_t, 3>{0xFF0000, 0x00FF00, 0x0000FF};
+  } else if (!header.RunLength()) {
+    // The masks stand in the longer headers at the very place where they follow the shorter one.
+    for (size_t i = 0; i < header.masks.size(); ++i) {
+      header.masks[i] = Little32(info, kInfoHeaderBytes + 4 * i);
+    }
+    paletteOffset = std::max(paletteOffset, kFileHeaderBytes + kInfoHeaderBytes + 12);
+  }
+  const size_t entryBytes = core ? 3 : 4;
+  if (header.bits <= 8) {
+    const uint32_t most = 1U << header.bits;
+    colours = colours == 0 || colours > most ? most : colours;
+    for (size_t i = 0; i < colours; ++i) {
+      header.palette[i] = Little32(bytes, paletteOffset + i * entryBytes) & 0xFFFFFF;
+    }
+  }
+  header.dataOffset = Little32(bytes, 10);
+  if (header.dataOffset < kFileHeaderBytes + infoBytes) {  // some writers leave it 0
+    header.dataOffset = paletteOffset + (header.bits <= 8 ? colours * entryBytes : 0);
+  }
+  return header;
+}
+
+// One channel of a pixel with masks, spread over 0 to 255.
+class Channel {
+ public:
+  explicit Channel(uint32_t mask)
+      : mask_(mask), shift_(mask == 0 ? 0 : std::countr_zero(mask)), largest_(mask_ >> shift_) {}
+  uint32_t Of(uint32_t pixel) const {
+    const uint64_t value = (pixel & mask_) >> shift_;
+    return largest_ == 0 ? 0 : static_cast<uint32_t>((value * 255 + largest_ / 2) / largest_);
+  }
+
+ private:
+  uint32_t mask_;
+  int shift_;
+  uint64_t largest_;
+};
+
+// One row as the file stores it; `data` may hold fewer pixels than the row.
+void ReadPlainRow(const BmpHeader& header, Bytes data, std::span<Colour> row) {
+  const size_t count = std::min(row.size(), data.size() * 8 / header.bits);
+  const unsigned char* from = data.data();
+  switch (header.bits) {
+    case 1:
+    case 4: {
+      const size_t perByte = 8 / header.bits;
+      for (size_t i = 0; i < count; ++i) {
+        const size_t shift = (perByte - 1 - i % perByte) * header.bits;
+        row[i] = header.palette[from[i / perByte] >> shift & ((1U << header.bits) - 1)];
+      }
+      break;
+    }
+    case 8:
+      for (size_t i = 0; i < count; ++i) {
+        row[i] = header.palette[from[i]];
+      }
+      break;
+    case 24:
+      for (size_t i = 0; i < count; ++i, from += 3) {
+        row[i] = Rgb(from[2], from[1], from[0]);
+      }
+      break;
+    default: {
+      const Channel red(header.masks[0]);
+      const Channel green(header.masks[1]);
+      const Channel blue(header.masks[2]);
+      const size_t pixelBytes = header.bits / 8;
+      for (size_t i = 0; i < count; ++i) {
+        const uint32_t pixel = pixelBytes == 2 ? Little16(data, 2 * i) : Little32(data, 4 * i);
+        row[i] = Rgb(red.Of(pixel), green.Of(pixel), blue.Of(pixel));
+      }
+    }
+  }
+}
+
+// A row counted in the order of the file, which begins at the bottom of the picture.
+std::span<Colour> FileRow(const BmpHeader& header, Surface& surface, int64_t index) {
+  return surface.Row(static_cast<int32_t>(header.topDown ? index : surface.Height() - 1 - index));
+}
+
+void ReadPlain(const BmpHeader& header, Bytes data, Surface& surface) {
+  const size_t stride = (static_cast<size_t>(header.size.width) * header.bits + 31) / 32 * 4;
+  for (int64_t index = 0; index < surface.Height() && !data.empty(); ++index) {
+    ReadPlainRow(header, data.first(std::min(stride, data.size())), FileRow(header, surface, index));
+    data = From(data, stride);
+  }
+}
+
+// Runs and literals of palette indices, two to a byte with 4 bits. What no run covers stays black.
+void ReadRunLength(const BmpHeader& header, Bytes data, Surface& surface) {
+  const bool halves = header.bits == 4;
+  size_t x = 0;
+  int64_t y = 0;
+  size_t at = 0;
+  const auto put = [&](uint32_t byte, size_t i) {
+    const std::span<Colour> row = FileRow(header, surface, y);
+    if (x < row.size()) {
+      row[x] = header.palette[!halves ? byte : i % 2 == 0 ? byte >> 4 : byte & 15];
+    }
+    ++x;
+  };
+  while (at + 1 < data.size() && y < surface.Height()) {
+    const uint32_t count = data[at];
+    const uint32_t value = data[at + 1];
+    at += 2;
+    if (count > 0) {
+      for (size_t i = 0; i < count; ++i) {
+        put(value, i);
+      }
+    } else if (value == 0) {  // end of the line
+      x = 0;
+      ++y;
+    } else if (value == 1) {  // end of the picture
+      break;
+    } else if (value == 2) {  // a step to the right and up
+      x += Byte(data, at);
+      y += Byte(data, at + 1);
+      at += 2;
+    } else {  // that many literals, filled up to an even count of bytes
+      const size_t literalBytes = halves ? (value + 1) / 2 : value;
+      if (at + literalBytes > data.size()) {
+        break;
+      }
+      for (size_t i = 0; i < value; ++i) {
+        put(data[at + (halves ? i / 2 : i)], i);
+      }
+      at += literalBytes + literalBytes % 2;
+    }
+  }
+}
+
+// The other kinds ------------------------------------------------------------------------------------------
+
+std::optional<Size> PngSize(Bytes bytes) { return Size{Big32(bytes, 16), Big32(bytes, 20)}; }
+
+// The first frame header among the segments.
+std::optional<Size> JpegSize(Bytes bytes) {
+  size_t at = 2;
+  while (at + 9 < bytes.size()) {
+    if (bytes[at] != 0xFF) {
+      ++at;  // bytes between segments are passed over, as decoders do
+      continue;
+    }
+    const uint32_t marker = bytes[at + 1];
+    const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+    const bool bare = marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
+    if (frame) {
+      return Size{Big16(bytes, at + 7), Big16(bytes, at + 5)};
+    }
+    if (marker == 0xFF) {
+      ++at;
+    } else if (marker == 0x00 || bare) {
+      at += 2;
+    } else {
+      at += 2 + std::max<size_t>(Big16(bytes, at + 2), 2);
+    }
+  }
+  return {};
+}
+
+// The greater of the screen and the first image on it.
+std::optional<Size> GifSize(Bytes bytes) {
+  constexpr size_t kScreenBytes = 13;
+  const auto tableBytes = [](uint32_t flags) {
+    return (flags & 0x80) != 0 ? size_t{3} << ((flags & 7) + 1) : size_t{0};
+  };
+  const Size screen{Little16(bytes, 6), Little16(bytes, 8)};
+  size_t at = kScreenBytes + tableBytes(Byte(bytes, 10));
+  while (at + 9 < bytes.size()) {
+    if (bytes[at] == 0x2C) {
+      return Size{std::max<int64_t>(screen.width, Little16(bytes, at + 5)),
+                  std::max<int64_t>(screen.height, Little16(bytes, at + 7))};
+    }
+    if (bytes[at] != 0x21) {
+      ++at;
+      continue;
+    }
+    for (at += 2; Byte(bytes, at) != 0; at += 1 + bytes[at]) {  // the blocks of an extension
+    }
+    ++at;
+  }
+  return {};
+}
+
+struct Kind {
+  std::string_view start;
+  const char* name;
+  std::optional<Size> (*size)(Bytes);
+};
+constexpr std::array<Kind, 4> kKinds{{{"\x89PNG\r\n\x1A\n", "PNG", PngSize},
+                                      {"\xFF\xD8\xFF", "JPG", JpegSize},
+                                      {"GIF87a", "GIF", GifSize},
+                                      {"GIF89a", "GIF", GifSize}}};
+
+struct SdlSurfaceRelease {
+  void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using SdlSurface = std::unique_ptr<SDL_Surface, SdlSurfaceRelease>;
+
+Colour OverBlack(uint32_t pixel) {
+  const uint32_t opacity = pixel >> 24;
+  const auto channel = [&](int shift) { return ((pixel >> shift & 255) * opacity + 127) / 255; };
+  return Rgb(channel(16), channel(8), channel(0));
+}
+
+SurfacePtr DecodeWithLibrary(Bytes bytes, const char* kind) {
+  SDL_RWops* const stream = SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size()));
+  const SdlSurface decoded(IMG_LoadTyped_RW(stream, 1, kind));
+  if (!decoded || !Holdable({decoded->w, decoded->h})) {
+    return {};
+  }
+  const SdlSurface pixels(SDL_ConvertSurfaceFormat(decoded.get(), SDL_PIXELFORMAT_ARGB8888, 0));
+  if (!pixels) {
+    return {};
+  }
+  auto surface = std::make_shared<Surface>(pixels->w, pixels->h);
+  for (int32_t y = 0; y < surface->Height(); ++y) {
+    const auto* const from = static_cast<const unsigned char*>(pixels->pixels) + ptrdiff_t{y} * pixels->pitch;
+    std::span<Colour> row = surface->Row(y);
+    std::memcpy(row.data(), from, row.size_bytes());
+    std::ranges::transform(row, row.begin(), OverBlack);
+  }
+  return surface;
+}
+
+}  // namespace
+
+SurfacePtr DecodeBmp(std::span<const unsigned char> bytes) {
+  const std::optional<BmpHeader> header = ReadBmpHeader(bytes);
+  if (!header) {
+    return {};
+  }
+  auto surface = std::make_shared<Surface>(static_cast<int32_t>(header->size.width),
+                                           static_cast<int32_t>(header->size.height));
+  const Bytes data = From(bytes, header->dataOffset);
+  if (header->RunLength()) {
+    ReadRunLength(*header, data, *surface);
+  } else {
+    ReadPlain(*header, data, *surface);
+  }
+  return surface;
+}
+
+SurfacePtr DecodePicture(std::span<const unsigned char> bytes) {
+  for (const Kind& kind : kKinds) {
+    if (!StartsWith(bytes, kind.start)) {
+      continue;
+    }
+    const std::optional<Size> size = kind.size(bytes);
+    return size && Holdable(*size) ? DecodeWithLibrary(bytes, kind.name) : SurfacePtr{};
+  }
+  return DecodeBmp(bytes);
+}
+
+bool SavePng(const Surface& surface, const std::string& path) {
+  const SdlSurface pixels(
+      SDL_CreateRGBSurfaceWithFormat(0, surface.Width(), surface.Height(), 24, SDL_PIXELFORMAT_RGB24));
+  if (!pixels) {
+    return false;
+  }
+  for (int32_t y = 0; y < surface.Height(); ++y) {
+    auto* to = static_cast<unsigned char*>(pixels->pixels) + ptrdiff_t{y} * pixels->pitch;
+    for (const Colour colour : surface.Row(y)) {
+      *to++ = static_cast<unsigned char>(colour >> 16);
+      *to++ = static_cast<unsigned char>(colour >> 8);
+      *to++ = static_cast<unsigned char>(colour);
+    }
+  }
+  return IMG_SavePNG(pixels.get(), path.c_str()) == 0;
+}
+
+}  // namespace platform
