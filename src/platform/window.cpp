@@ -38,6 +38,16 @@ bool VideoReady() { return SDL_WasInit(SDL_INIT_VIDEO) != 0 || SDL_InitSubSystem
 
 bool DrawsForNobody(std::string_view driver) { return driver == "dummy" || driver == "offscreen"; }
 
+SDL_Window* CreateWindow(const WindowOptions& options) {
+  SDL_DisplayMode desktop{};
+  // The desktop's size at once, for screens without a window manager that would enlarge the window.
+  const bool whole = !options.windowed && SDL_GetDesktopDisplayMode(0, &desktop) == 0;
+  return SDL_CreateWindow(EncodeUtf8(options.title).c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
+                          std::max(whole ? desktop.w : options.width, 1),
+                          std::max(whole ? desktop.h : options.height, 1),
+                          options.windowed ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+}
+
 bool MatchTexture(const Surface& frame) {
   if (game->texture && game->textureWidth == frame.Width() && game->textureHeight == frame.Height()) {
     return true;
@@ -116,10 +126,7 @@ bool OpenGameWindow(const WindowOptions& options, std::string& why) {
   GameWindow opened;
   opened.windowed = options.windowed;
   opened.waitsForBlank = options.waitForBlank;
-  opened.window.reset(SDL_CreateWindow(EncodeUtf8(options.title).c_str(), SDL_WINDOWPOS_CENTERED,
-                                       SDL_WINDOWPOS_CENTERED, std::max(options.width, 1),
-                                       std::max(options.height, 1),
-                                       options.windowed ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP));
+  opened.window.reset(CreateWindow(options));
   if (!opened.window) {
     why = SDL_GetError();
     return false;
