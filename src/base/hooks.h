@@ -8,8 +8,10 @@
 
 namespace qlm::hooks {
 
-// Ends the program in the game; a tool or a test records it. The load that raised it goes on to its end.
+// Ends the program in the game; a tool or a test records it. The load that raised it stops there.
 inline void (*fatalError)(TextView title, TextView message) = nullptr;
+// The window caption.
+inline void (*setCaption)(TextView text) = nullptr;
 // One frame of the loading screen.
 inline void (*loadingFrame)() = nullptr;
 // Lets events run during a long load; called between the files of a chart.

@@ -10,13 +10,17 @@ ChartObj* FindObj(int64_t index) {
                                                                  : nullptr;
 }
 
-ChartObj* AddObj() { return FindObj(objCount++); }
+ChartObj* AddObj() {
+  if (objCount == INT32_MAX) return nullptr;
+  return FindObj(objCount++);
+}
 
 const ChartObj* LastObj() { return FindObj(int64_t{objCount} - 1); }
 
 void ResetChart() {
   objs.clear();
   objCount = 0;
+  shortageRaised = false;
   HdrTitle.clear();
   HdrArtist.clear();
   HdrGenre.clear();
@@ -30,6 +34,8 @@ void ResetChart() {
   BMSPath.clear();
   uses89 = false;
   sideUsed = {};
+  ChannelMap.Clear();
+  ScatterNotes = false;
   WavFile.Clear();
   BmpFile.Clear();
   BpmTable.Clear();

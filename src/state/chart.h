@@ -38,10 +38,12 @@ inline std::vector<ChartObj> objs;
 inline int32_t objCount = 0;
 // The record, or null where the table has none.
 ChartObj* FindObj(int64_t index);
-// Takes the next record. Null when the table is full; objCount counts all the same.
+// Takes the next record. Null when the table is full; objCount counts all the same, as far as it goes.
 ChartObj* AddObj();
-// Position of the last object; nothing for an empty table or a last object that did not fit.
+// The last object; null for an empty table or a last object that did not fit.
 const ChartObj* LastObj();
+// The message of too small a table was raised since the table was emptied.
+inline bool shortageRaised = false;
 
 // Lanes stand by channel - 11, 19 entries for both sides.
 constexpr int32_t kLanes = 19;
@@ -63,6 +65,11 @@ inline int32_t HdrVolWav = 0;           // read and stored, used by nothing
 inline Text BMSPath;                    // of the chart read last
 inline bool uses89 = false;             // a 1P note lies on 18 or 19
 inline std::array<bool, 2> sideUsed{};  // side 0, 1: a note was read for it
+// Where the notes of a channel go, by player forcing and the random keymap of the last read. Play records of
+// side 1 follow it.
+inline Table<int32_t, 99> ChannelMap;
+// Preparation gives each note a random lane. Nothing sets it.
+inline bool ScatterNotes = false;
 
 // By the two hexadecimal digits of the chart. Load states stand in sounds.h and surfaces.h.
 inline Table<Text, 255> WavFile;

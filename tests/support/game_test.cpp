@@ -50,6 +50,7 @@ GameTest::~GameTest() {
     platform::KillTimer(timer);
   }
   hooks::fatalError = nullptr;
+  hooks::setCaption = nullptr;
   hooks::loadingFrame = nullptr;
   hooks::loadPump = nullptr;
   hooks::keyDown = nullptr;
