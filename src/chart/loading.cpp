@@ -1,9 +1,84 @@
 // Loading of one chart, and joining of the charts of a course.
 #include "chart/loading.h"
 
-namespace qlm {
+#include "base/hooks.h"
+#include "base/log.h"
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "chart/preparation.h"
+#include "chart/reader.h"
+#include "graphics/bga.h"
+#include "state/chart.h"
+#include "state/courses.h"
+#include "state/session.h"
+#include "state/settings.h"
 
-int32_t BMSLoad(TextView) { return -1; }
-void BMSLoadCourse() {}
+namespace qlm {
+namespace {
+
+// Measures from the last one of a song to the first of the next: its closing one and the gap with the marker.
+constexpr int64_t kSongGap = 2;
+
+void LoadTitlePicture(const SongEntry& song) {
+  ReleaseStage();
+  if (!song.stageFile.empty() && CourseLoadMode == 2) LoadStage(Join(GetFolder(song.path), song.stageFile));
+}
+
+void PlaceSong(int32_t index) {
+  CourseSong = index;
+  if (lastMeasure + kSongGap <= INT32_MAX) BasePos = static_cast<int32_t>(lastMeasure + kSongGap);
+  lastMeasure = BasePos;
+  // Quirk: what is logged as BasePos is the last object's pos. Before the first song there is none, and no
+  // line.
+  if (const ChartObj* last = LastObj()) {
+    DebugLog(Join(u"*** loading ", index, u" : BasePos=", last->pos, u" NumObjs=", objCount));
+  }
+}
+
+void ReadSong(SongEntry& song) {
+  BMSRead(song.path);
+  song.rank = HdrRank;
+  song.playLevel = HdrPlayLevel;
+  song.bpm = HdrBPM;
+}
+
+}  // namespace
+
+int32_t BMSLoad(TextView path) {
+  DebugLog(Join(u"[BMSLoad] ", GetFileName(path)), 1);
+  BMSInit();
+  if (!FileExists(path)) {
+    DebugLog(u"file not exist.", -1);
+    return -1;
+  }
+  LoadAbort = false;
+  BMSRead(path);
+  if (!shortageRaised) BMSPrepare();
+  if (shortageRaised) return -1;
+  DebugLog(u"loaded.", -1);
+  return 1;
+}
+
+void BMSLoadCourse() {
+  PreviewActive = false;
+  BMSInit();
+  CourseMode = true;
+  BasePos = 0;
+  lastMeasure = 0;
+  DebugLog(Join(u"[BMSLoad:Course] numsongs:", int32_t{numsongs}));
+  for (int32_t i = 0; i < numsongs; ++i) {
+    if (LoadAbort || shortageRaised) return;
+    const bool listed = i < static_cast<int32_t>(CourseSongs.size());
+    if (listed) LoadTitlePicture(CourseSongs[static_cast<size_t>(i)]);
+    PlaceSong(i);
+    if (hooks::loadingFrame != nullptr) hooks::loadingFrame();
+    if (listed) ReadSong(CourseSongs[static_cast<size_t>(i)]);
+  }
+  if (LoadAbort || shortageRaised) return;
+  ReleaseStage();
+  CourseSong = 0;
+  BasePos = 0;
+  BMSPrepare();
+}
 
 }  // namespace qlm

@@ -7,9 +7,11 @@
 
 namespace qlm {
 
-// 1 when the chart was loaded, -1 when the file does not exist.
+// 1 when the chart was loaded, -1 when the file does not exist or the object table is too small. CourseMode
+// must be off, or the chart's files go to the tables of a course.
 int32_t BMSLoad(TextView path);
-// Joins CourseSongs into one table. The caller clears LoadAbort and sets WAVLoadmode.
+// Joins CourseSongs into one table, each song two measures behind the one before. The caller clears LoadAbort
+// and sets WAVLoadmode. A join that was aborted leaves a table that must not be played.
 void BMSLoadCourse();
 
 }  // namespace qlm

@@ -1,10 +1,260 @@
-// Preparation.
+// Preparation of the chart that was read.
 #include "chart/preparation.h"
 
-namespace qlm {
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <span>
 
-void BMSPrepare() {}
-int32_t GetBMSLength() { return 0; }
-void SortObjs() {}
+#include "base/hooks.h"
+#include "base/log.h"
+#include "base/numbers.h"
+#include "base/rnd.h"
+#include "base/titles.h"
+#include "chart/reader.h"
+#include "chart/sort.h"
+#include "graphics/bga.h"
+#include "sound/slots.h"
+#include "state/chart.h"
+#include "state/gauge.h"
+#include "state/judgement.h"
+#include "state/options.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
+
+namespace qlm {
+namespace {
+
+// The records in use that the table holds.
+std::span<ChartObj> UsedObjs() {
+  return std::span(objs).first(std::min(objs.size(), static_cast<size_t>(objCount)));
+}
+
+void ChooseSides() {
+  ScoreSide = {0, 1};
+  if (HdrPlayer == 3) {
+    ScoreSide[1] = 0;
+    TotalNotes[0] += TotalNotes[1];
+  }
+}
+
+// A bar line for each measure up to one behind the last, and a length for each that has none.
+void AddSeparators() {
+  DebugLog(Join(u"adding separator... (", lastMeasure, u")"));
+  const int64_t end = int64_t{lastMeasure} + 1;
+  for (int64_t measure = 0; measure <= end; ++measure) {
+    if (float* length = MeasureLen.Find(measure); length != nullptr && *length == 0) *length = 1.0F;
+    ChartObj* bar = AddObj();
+    if (bar != nullptr) {
+      bar->channel = ObjSeparator;
+      const int64_t pos = measure * kMeasureUnits;
+      if (pos <= INT32_MAX) bar->pos = static_cast<int32_t>(pos);
+      bar->tick = 0;
+      if (measure <= INT32_MAX) bar->measure = static_cast<int32_t>(measure);
+      bar->speedMul = 1.0F;
+    } else if (measure >= MeasureLen.kLast) {
+      // Nothing but the count is left to do, for as many as two billion measures.
+      objCount = static_cast<int32_t>(std::min<int64_t>(objCount + end - measure, INT32_MAX));
+      break;
+    }
+  }
+}
+
+// Walks the objects in order: scales their positions, turns second notes at one place into background sounds,
+// and notes where the sound of a lane changes.
+class PositionWalk {
+ public:
+  PositionWalk() {
+    prevPos_.fill(-1);
+    scatteredAt_.fill(-1);
+  }
+
+  void Pass(ChartObj& obj) {
+    Scale(obj);
+    if (obj.channel < 11 || obj.channel > 29) return;
+    if (ScatterNotes && obj.channel != 16 && obj.channel != 17) Scatter(obj);
+    int32_t& prevPos = prevPos_[Lane(obj)];
+    if (prevPos == obj.pos) {
+      --TotalNotes[obj.channel / 10 - 1];
+      obj.channel = 1;
+    } else {
+      prevPos = obj.pos;
+    }
+    if (!PreviewActive) NoteKeySound(obj);
+  }
+
+ private:
+  static size_t Lane(const ChartObj& note) { return static_cast<size_t>(note.channel - 11); }
+
+  void Scale(ChartObj& obj) {
+    if (obj.measure != curMeasure_) {
+      if (const float* length = MeasureLen.Find(curMeasure_)) {
+        Assign(posTotal, Round(posTotal + kMeasureUnits * double{*length}));
+      }
+      curMeasure_ = obj.measure;
+    }
+    // Quirk: measures from 2049 on have no length, so that the total stands still and objects keep the
+    // reader's pos.
+    if (const float* length = MeasureLen.Find(curMeasure_)) {
+      Assign(obj.pos, Round(posTotal + obj.tick * double{*length}));
+    }
+  }
+
+  // A random lane that this step has not yet used at this place. The note stays where it is when none is
+  // left.
+  void Scatter(ChartObj& note) {
+    constexpr int kMostDraws = 1000;
+    for (int draw = 0; draw < kMostDraws; ++draw) {
+      const int32_t channel = static_cast<int32_t>(std::floor(Rnd() * 9.0F)) + 11;
+      int32_t& usedAt = scatteredAt_[static_cast<size_t>(channel - 11)];
+      if (channel == 16 || channel == 17 || usedAt == note.pos) continue;
+      usedAt = note.pos;
+      note.channel = channel;
+      return;
+    }
+  }
+
+  // The sound of a lane turns to that of its next note halfway between the two.
+  void NoteKeySound(const ChartObj& note) {
+    if (note.channel == 1) {
+      // Quirk: a note turned into a background sound has no lane to compare with, so that it always takes one
+      // of the places, at position 0, to no effect.
+      AddKeySound({note.channel, 0, note.value});
+      return;
+    }
+    int32_t& sound = sound_[Lane(note)];
+    int32_t& soundPos = soundPos_[Lane(note)];
+    if (sound != note.value) {
+      const int64_t sum = int64_t{soundPos} + note.pos;
+      const bool fits = sum >= INT32_MIN && sum <= INT32_MAX;
+      AddKeySound({note.channel, fits ? static_cast<int32_t>(sum / 2) : 0, note.value});
+    }
+    soundPos = note.pos;
+    sound = note.value;
+  }
+
+  static void AddKeySound(const KeySoundChange& change) { KeySoundChanges.Put(keySoundCount++, change); }
+
+  int32_t curMeasure_ = -1;
+  std::array<int32_t, kLanes> prevPos_{};
+  std::array<int32_t, kLanes> scatteredAt_{};
+  std::array<int32_t, kLanes> soundPos_{};
+  std::array<int32_t, kLanes> sound_{};
+};
+
+void ScalePositions() {
+  DebugLog(u"recaliculating objects position...");
+  PositionWalk walk;
+  for (ChartObj& obj : UsedObjs()) walk.Pass(obj);
+}
+
+// Sounds and pictures that the new chart still names stay loaded.
+void ReleaseUnnamed() {
+  for (int32_t slot = 0; slot <= 255; ++slot) {
+    ReleaseUnnamedSound(slot);
+    ReleaseUnnamedPicture(slot);
+  }
+}
+
+void ComputeBMSID() {
+  const double notes = 0.0 + TotalNotes[0] + TotalNotes[1];
+  Assign(BMSID, Round(notes * (HdrPlayLevel + 1.0) + (HdrRank + 1.0) * HdrBPM + BMSLengthMs));
+}
+
+void LogInfo() {
+  DebugLog(u"BMSInfo --------", 1);
+  DebugLog(Join(u"* BMS-ID: ", BMSID));
+  DebugLog(Join(u"* ", objCount, u"objects, ", lastMeasure, u"measures"));
+  DebugLog(Join(u"* TotalNotes 1:", TotalNotes[0], u" 2:", TotalNotes[1]));
+  if (const ChartObj* last = LastObj()) {
+    DebugLog(Join(u"* length ", BMSLengthMs, u"ms, ", last->pos, u"pixels"), -1);
+  }
+}
+
+// A side without notes gets infinities, which no note ever uses.
+void ComputeGains() {
+  if (HdrTotal == 0) Assign(HdrTotal, Round(TotalNotes[0] + 100.0));
+  for (size_t side = 0; side < 2; ++side) {
+    const double notes = TotalNotes[side];
+    GaugeGain[side] = HazardGauge ? 0.05F : static_cast<float>(HdrTotal / notes);
+    ScorePerNote[side] = CourseMode ? 1.0 : 100000.0 / notes;
+  }
+}
+
+void ShowTitles() {
+  if (Windowed && hooks::setCaption != nullptr) {
+    hooks::setCaption(Join(u"[", HdrGenre, u"] ", HdrTitle, u" / ", HdrArtist, u" - ", u"quillmarch"));
+  }
+  MarqueeText = CourseMode ? Text(u"COURSE MODE!") : Join(HdrTitle, u" / ", HdrArtist);
+  MarqueeText.append(static_cast<size_t>(MaxI32(TitleChars, 0)), u' ');
+  if (GameState == kStatePlay) MarqueeText = Cvt2ASCII(MarqueeText);
+}
+
+void SetTempo() {
+  Assign(curBPM, Narrow(double{HdrBPM} * RealHiSpeed));
+  rawBPM = HdrBPM;
+  pixPerMs = curBPM / kUnitRate;
+}
+
+void SetSideCount() {
+  if (HdrPlayer == 0 || HdrPlayer == 1) SideCount = 1;
+  if (HdrPlayer == 2 || HdrPlayer == 3) SideCount = 2;
+}
+
+void SetJudgeWindow() {
+  if (HdrRank < 0 || HdrRank > 3) return;
+  for (size_t grade = 0; grade < 4; ++grade) {
+    JudgeWindow[grade] = JudgeWindowTable[static_cast<size_t>(HdrRank) * 4 + grade];
+  }
+}
+
+}  // namespace
+
+void BMSPrepare() {
+  DebugLog(Join(u"[BMSPrepare] minimum: ", PreviewActive), 1);
+  ChooseSides();
+  AddSeparators();
+  DebugLog(u"sorting objects...");
+  SortObjs();
+  ScalePositions();
+  if (!PreviewActive) ReleaseUnnamed();
+  BMSLengthMs = GetBMSLength();
+  ComputeBMSID();
+  LogInfo();
+  ComputeGains();
+  ShowTitles();
+  SetTempo();
+  if (const ChartObj* last = LastObj()) lastObjPos = last->pos;
+  SetSideCount();
+  SetJudgeWindow();
+  HistoryStep = static_cast<float>(BMSLengthMs / 300.0);
+  if (ReportShortage()) return;
+  DebugLog(u"complete.", -1);
+}
+
+// Quirk: tempo changes by table (channel 08) do not count, so that the length of such a chart is that of its
+// other tempi. Records know a chart by it.
+int32_t GetBMSLength() {
+  DebugLog(Join(u"[GetBMSLength] BPM:", HdrBPM));
+  float tempo = HdrBPM;
+  double offset = 0;  // what earlier tempi contributed
+  for (const ChartObj& obj : UsedObjs()) {
+    if (obj.channel != 3) continue;
+    DebugLog(Join(u"(", obj.pos, u") BPM -> ", tempo));
+    offset -= (obj.pos - offset) / (tempo / kUnitRate) * ((obj.value - double{tempo}) / kUnitRate);
+    tempo = static_cast<float>(obj.value);
+  }
+  const ChartObj* last = LastObj();
+  if (last == nullptr) return 0;
+  DebugLog(Join(u"LastOBJPos=", last->pos));
+  const double rate = tempo / kUnitRate;
+  return Round(last->pos / rate - offset / rate).value_or(0);
+}
+
+void SortObjs() {
+  SortInScheme(UsedObjs(), [](const ChartObj& obj) { return obj.pos; });
+}
 
 }  // namespace qlm

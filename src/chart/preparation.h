@@ -5,8 +5,9 @@
 
 namespace qlm {
 
+// Once behind the last file of a load. Stops with the fatal message when the bar lines did not fit.
 void BMSPrepare();
-// BMSLengthMs anew, from the objects as they stand.
+// Length of the chart in ms, from the objects as they stand; 0 where it is no number.
 int32_t GetBMSLength();
 // Sorts the object table by pos, in the one scheme that fixes the order of equals.
 void SortObjs();

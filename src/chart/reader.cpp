@@ -1,10 +1,412 @@
 // The reader of BMS text.
 #include "chart/reader.h"
 
-namespace qlm {
+#include <cmath>
+#include <optional>
 
-void BMSInit() {}
-void BMSRead(TextView) {}
-void ReportShortage() {}
+#include "base/hooks.h"
+#include "base/log.h"
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "base/rnd.h"
+#include "chart/lines.h"
+#include "chart/random_blocks.h"
+#include "graphics/bga.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "sound/slots.h"
+#include "state/chart.h"
+#include "state/gauge.h"
+#include "state/options.h"
+#include "state/records.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/sounds.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
+
+namespace qlm {
+namespace {
+
+// More records than any machine of this kind has memory for count as a failed allocation.
+constexpr int32_t kMostObjs = 1 << 24;
+
+// How long, in ms, a load goes on before it lets events run again.
+constexpr int32_t kPumpInterval = 20;
+
+constexpr bool MakesObjects(int32_t channel) {
+  switch (channel) {
+    case 1:
+    case 3:
+    case 4:
+    case 6:
+    case 7:
+    case 8: return true;
+    default:
+      return (channel >= 11 && channel <= 49) && channel != 17 && channel != 20 && channel != 27 &&
+             channel != 30 && channel != 40;
+  }
+}
+
+// What each object is drawn with: a speed of its own, or the common one.
+float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
+
+std::optional<int32_t> PosOf(int32_t measure, int32_t tick) {
+  const int64_t pos = int64_t{measure} * kMeasureUnits + tick;
+  return pos >= INT32_MIN && pos <= INT32_MAX ? std::optional(static_cast<int32_t>(pos)) : std::nullopt;
+}
+
+// Swaps the lanes 11 to 15, 18 and 19 of the map.
+void ShuffleKeymap() {
+  // The draw for one lane ends at once with real random numbers, but a given list of them may hold nothing
+  // that is a lane; such a lane stays where it is.
+  constexpr int kMostDraws = 1000;
+  for (int32_t lane = 11; lane <= 19; ++lane) {
+    if (lane == 16 || lane == 17) continue;
+    for (int draw = 0; draw < kMostDraws; ++draw) {
+      const int32_t other = static_cast<int32_t>(std::floor(Rnd() * 9.0F)) + 11;
+      if (other == 16 || other == 17) continue;
+      std::swap(ChannelMap[lane], ChannelMap[other]);
+      break;
+    }
+  }
+}
+
+void BuildChannelMap() {
+  for (int32_t channel = 0; channel <= ChannelMap.kLast; ++channel) ChannelMap[channel] = channel;
+  if (PlayerForce == 1) {
+    for (int32_t unit = 0; unit <= 9; ++unit) {
+      ChannelMap[20 + unit] = 10 + unit;
+      ChannelMap[40 + unit] = 30 + unit;
+    }
+  }
+  if (RandomKeymap) {
+    DebugLog(u"<RANDOM> Randomize keymap");
+    ShuffleKeymap();
+  }
+}
+
+// The format in which the chart's sounds are expected until their files tell their own.
+void DescribeSounds() {
+  wavDescription.flags = 32994;
+  wavFormat.tag = 1;
+  wavFormat.channels = 2;
+  wavFormat.samplesPerSec = 44100;
+  wavFormat.bitsPerSample = 16;
+  wavFormat.blockAlign = 4;
+  wavFormat.avgBytesPerSec = wavFormat.samplesPerSec * wavFormat.blockAlign;
+}
+
+void SetHeaderDefaults() {
+  HdrRank = 2;
+  HdrPlayLevel = 3;
+  HdrPlayer = 1;
+  HdrBPM = 120;
+  HdrTotal = 0;
+}
+
+// Reads the lines of one file.
+class LineReader {
+ public:
+  explicit LineReader(TextView path) : folder_(GetFolder(path)) {}
+
+  // False when the load is to stop.
+  bool ReadLines(TextView text);
+
+ private:
+  bool ReadLine(TextView line);
+  void ReadNumbered(TextView line);
+  void ReadCells(TextView line);
+  bool ReadHeader(TextView line);
+  void ReadTempo(TextView line);
+  void ReadRankOrRandom(TextView line);
+  void ReadWav(TextView line) const;
+  void ReadBmp(TextView line) const;
+  bool GoesOn();
+
+  TextView folder_;
+  RandomBlocks blocks_;
+  int32_t measure_ = 0;  // of the last line whose measure was a number
+  int32_t channel_ = 0;
+  std::optional<uint32_t> lastPump_;  // clock
+};
+
+bool LineReader::ReadLines(TextView text) {
+  size_t place = FindCommand(text, 0);
+  const size_t shown = place == TextView::npos ? 3 : place + 1;
+  DebugLog(Join(u"Found First at ", static_cast<int64_t>(shown)));
+  SeedRnd(platform::Now());
+  while (place != TextView::npos) {
+    // Quirk: the end is looked for behind the line's first character, so that a line holding only # takes in
+    // the next.
+    const size_t end = FindLineEnd(text, place + 1);
+    if (!ReadLine(text.substr(place, end - place))) return false;
+    place = FindCommand(text, end);
+  }
+  return true;
+}
+
+bool LineReader::ReadLine(TextView line) {
+  if (blocks_.Skipping()) {
+    blocks_.SkippedLine(line);
+  } else if (IsNumbered(line)) {
+    ReadNumbered(line);
+  } else {
+    return ReadHeader(line);
+  }
+  return true;
+}
+
+void LineReader::ReadNumbered(TextView line) {
+  Assign(measure_, MeasureOf(line, BasePos));
+  Assign(channel_, ChannelOf(line));
+  lastMeasure = MaxI32(lastMeasure, measure_);
+  if (channel_ == 2) {
+    if (const std::optional<float> length = LengthOf(line)) MeasureLen.Put(measure_, *length);
+    return;
+  }
+  if (NoBGA && (channel_ == 4 || channel_ == 7)) return;
+  if (MakesObjects(channel_)) ReadCells(line);
+}
+
+void LineReader::ReadCells(TextView line) {
+  const Cells cells(line);
+  const int64_t count = cells.Count();
+  for (int64_t j = 0; j < count; ++j) {
+    if (cells.IsRest(j)) continue;
+    // Quirk: the map is applied again at each note, so that a shuffled keymap spreads one line over the lanes
+    // of its cycle.
+    channel_ = ChannelMap[channel_];
+    if (channel_ >= 20) {
+      // Quirk: invisible objects of either side count here too.
+      sideUsed[1] = true;
+      ++TotalNotes[1];
+    } else if (channel_ >= 11) {
+      if (channel_ >= 18) uses89 = true;
+      sideUsed[0] = true;
+      ++TotalNotes[0];
+    }
+    if (ChartObj* obj = AddObj()) {
+      obj->channel = channel_;
+      obj->measure = measure_;
+      obj->tick = cells.Tick(j);
+      Assign(obj->pos, PosOf(measure_, obj->tick));
+      obj->value = cells.Value(j);
+      obj->speedMul = DrawnSpeed();
+    }
+  }
+}
+
+// Quirk: as many letters as stand here decide and no more, so that #TITLES is a title too.
+bool LineReader::ReadHeader(TextView line) {
+  switch (Word(line)) {
+    case Word(u"WAV"): ReadWav(line); return GoesOn();
+    case Word(u"BMP"): ReadBmp(line); return GoesOn();
+    case Word(u"STA"): break;  // the title picture is the lists' affair
+    case Word(u"TIT"): HdrTitle = Argument(line, 7); break;
+    case Word(u"ART"): HdrArtist = Argument(line, 8); break;
+    case Word(u"GEN"): HdrGenre = Argument(line, 7); break;
+    case Word(u"BPM"): ReadTempo(line); break;
+    case Word(u"RAN"): ReadRankOrRandom(line); break;
+    case Word(u"IF "): blocks_.If(line); break;
+    case Word(u"END"): blocks_.End(line); break;
+    case Word(u"TOT"): Assign(HdrTotal, ToWhole(Argument(line, 7))); break;
+    case Word(u"VOL"): Assign(HdrVolWav, ToWhole(Argument(line, 8))); break;
+    case Word(u"MID"): HdrMidiFile = Argument(line, 10); break;
+    default:
+      if (BeginsWith(line, u"PLAYER")) Assign(HdrPlayer, ToWhole(Argument(line, 8)));
+      if (BeginsWith(line, u"PLAYLE")) Assign(HdrPlayLevel, ToWhole(Argument(line, 11)));
+  }
+  return true;
+}
+
+void LineReader::ReadTempo(TextView line) {
+  if (Mid(line, 4, 1) == u" ") {
+    Assign(HdrBPM, ToSingle(Argument(line, 5)));
+  } else if (float* tempo = BpmTable.Find(ValHex(Mid(line, 4, 2)))) {
+    Assign(*tempo, ToSingle(Argument(line, 7)));
+  }
+}
+
+void LineReader::ReadRankOrRandom(TextView line) {
+  if (BeginsWith(line, u"RANK")) Assign(HdrRank, ToWhole(Argument(line, 6)));
+  if (BeginsWith(line, u"RAND")) blocks_.Random(line);
+}
+
+void LineReader::ReadWav(TextView line) const {
+  if (NoWAV) return;
+  const auto slot = static_cast<int32_t>(ValHex(Mid(line, 4, 2)));
+  Text file = Join(folder_, Argument(line, 7));
+  if (!CourseMode) {
+    WavLoaded.Put(slot, 0);
+    WavFile.Put(slot, std::move(file));
+    if (WAVLoadmode == 0) loadwav(slot);
+  } else if (CourseWavFile.Holds(CourseSong)) {
+    CourseWavFile[CourseSong].Put(slot, std::move(file));
+    CourseWavLoaded[CourseSong].Put(slot, false);
+    if (CourseLoadMode == 2) LoadCourseSound(CourseSong, slot);
+  }
+}
+
+void LineReader::ReadBmp(TextView line) const {
+  if (NoBGA) return;
+  const auto slot = static_cast<int32_t>(ValHex(Mid(line, 4, 2)));
+  Text file = Join(folder_, Argument(line, 7));
+  if (!CourseMode) {
+    // Pictures that are slow to open never wait for the play.
+    const bool loadsNow = BMPLoadmode == 0 || !EqualsAnyCase(Right(file, 3), u"BMP");
+    BmpFile.Put(slot, std::move(file));
+    if (loadsNow) BgaLoad(slot);
+  } else if (CourseBmpFile.Holds(CourseSong)) {
+    CourseBmpFile[CourseSong].Put(slot, std::move(file));
+    CourseBmpLoaded[CourseSong].Put(slot, 0);
+    if (CourseLoadMode == 2) LoadCourseBga(CourseSong, slot);
+  }
+}
+
+// Lets events run now and then; one of them may end the load.
+bool LineReader::GoesOn() {
+  if (hooks::loadPump != nullptr) {
+    const uint32_t now = platform::Now();
+    if (!lastPump_ || platform::Elapsed(now, *lastPump_) >= kPumpInterval) {
+      lastPump_ = now;
+      hooks::loadPump();
+    }
+  }
+  return !LoadAbort;
+}
+
+// The starting tempo of a course song, and the marker at which the play turns to it.
+void AddSongChange() {
+  DebugLog(u"<COURSE> Add SONGCHANGE note");
+  if (ChartObj* tempo = AddObj()) {
+    tempo->channel = 3;
+    tempo->measure = BasePos;
+    Assign(tempo->pos, PosOf(BasePos, 0));
+    Assign(tempo->value, Round(HdrBPM));
+  }
+  if (ChartObj* change = AddObj()) {
+    change->channel = ObjSongChange;
+    change->measure = BasePos - 1;
+    Assign(change->pos, PosOf(BasePos - 1, 0));
+    change->value = CourseSong;
+  }
+  MeasureLen.Put(BasePos - 1, 0.1F);
+}
+
+// Copies the 1P objects from `first` on to side 2.
+void CopyTo2P(int32_t first) {
+  DebugLog(u"COPYING objects to 2P");
+  const int32_t last = objCount;
+  // Quirk: one record past the end is looked at. It is empty, or the first copy, and not copied. Where the
+  // table is full there is no record to look at, and what cannot be tested counts as an object to copy.
+  for (int64_t i = first; i <= last; ++i) {
+    const ChartObj* found = FindObj(i);
+    if (found != nullptr && !(found->channel >= 11 && found->channel <= 19) &&
+        !(found->channel >= 31 && found->channel <= 39)) {
+      continue;
+    }
+    ChartObj* copy = AddObj();
+    if (found == nullptr || copy == nullptr) continue;
+    copy->channel = found->channel + 10;
+    copy->measure = found->measure;
+    copy->tick = found->tick;
+    copy->pos = found->pos;
+    copy->value = found->value;
+    copy->speedMul = DrawnSpeed();
+  }
+}
+
+// `first` is the first object of this file.
+void ForcePlayer(int32_t first) {
+  switch (PlayerForce) {
+    case 1: HdrPlayer = 1; break;
+    case 2:
+      DebugLog(u"Player FORCED TO 2P/BP");
+      if (HdrPlayer == 1) {
+        CopyTo2P(first);
+        TotalNotes[1] = TotalNotes[0];
+      }
+      HdrPlayer = 2;
+      break;
+    case 3:
+      DebugLog(u"Player FORCED TO 2P/BP");
+      // Quirk: the copies count for nothing, while a real double-play chart has its side 2 counted here and
+      // once more by preparation. Gauge and score of forced double play rest on it.
+      if (HdrPlayer == 1) CopyTo2P(first);
+      TotalNotes[0] += TotalNotes[1];
+      HdrPlayer = 3;
+      break;
+    default: break;
+  }
+}
+
+}  // namespace
+
+void BMSInit() {
+  DebugLog(u"[BMSInit] Initializing values");
+  WavFile.Clear();
+  BmpFile.Clear();
+  WavLoaded.Clear();
+  BmpLoaded.Clear();
+  KeySoundChanges.Clear();
+  MeasureLen.Clear();
+  for (auto& step : EchoBuffer) step.Clear();
+  VoiceList.Clear();
+  VoiceStart.Clear();
+  VoiceActive.Clear();
+
+  objs.clear();
+  if (numObjs >= 0 && numObjs < kMostObjs) objs.resize(static_cast<size_t>(numObjs) + 1);
+  shortageRaised = false;
+
+  objCount = 0;
+  keySoundCount = 0;
+  lastMeasure = 0;
+  posOffset = 0;
+  TotalNotes = {};
+  ScoreShown = {};
+  JPtsShown = {};
+  RecCount = 0;
+  posTotal = 0;
+  EchoCount = 0;
+  VoiceCount = 0;
+}
+
+void BMSRead(TextView path) { BMSReadBytes(path, platform::ReadFile(path).value_or("")); }
+
+void BMSReadBytes(TextView path, std::string_view bytes) {
+  uses89 = false;
+  sideUsesBga = {};
+  DescribeSounds();
+  DebugLog(Join(u"[BMSRead] ", GetFileName(path)), 1);
+
+  const ChartText chart = DecodeChart(bytes);
+  if (chart.converted) DebugLog(u"Return-code converted");
+
+  BMSPath = path;
+  sideUsed = {};
+  BuildChannelMap();
+  SetHeaderDefaults();
+  const int32_t first = objCount;
+  if (!LineReader(path).ReadLines(chart.text)) return;
+
+  DebugLog(u"all lines compiled");
+  DebugLog(Join(u"last measure: ", lastMeasure));
+  if (CourseMode && !PreviewActive) AddSongChange();
+  ForcePlayer(first);
+  // Quirk: a file without objects leaves the log one step indented.
+  if (objCount == 0 || ReportShortage()) return;
+  DebugLog(u"Read complete", -1);
+}
+
+bool ReportShortage() {
+  if (objCount <= numObjs || shortageRaised) return false;
+  shortageRaised = true;
+  FatalError(u"too few numObjs!",
+             Join(u"this time, I need at least ", objCount, u" objs. but current numObjs value is ", numObjs,
+                  u".", kCrLf, u"please check \"numObjs\" value in \"qlm_conf.ini\" file."));
+  return true;
+}
 
 }  // namespace qlm

@@ -1,15 +1,22 @@
 // The reader of BMS text: one chart file to objects, header fields and file tables.
 #pragma once
 
+#include <string_view>
+
 #include "base/text.h"
 
 namespace qlm {
 
-// Empties all that one chart owns. Header fields and loaded files stay.
+// Empties all that one chart owns. Header fields, the tempo table and loaded files stay, so that a reload of
+// the same chart loads nothing.
 void BMSInit();
-// Appends the chart at `path` to the object table. No bad line stops a read.
+// Appends the chart at `path` to the object table. No bad line stops a read; a missing file reads as an empty
+// one. Stops on the spot when LoadAbort is set behind a #WAV or #BMP line.
 void BMSRead(TextView path);
-// Tells that the object table is too small, if it is.
-void ReportShortage();
+// The same for bytes at hand. The chart's sounds and pictures lie in the folder of `path`.
+void BMSReadBytes(TextView path, std::string_view bytes);
+// Raises the fatal message if the object table is too small, once since BMSInit. True when it did: the load
+// then stops.
+bool ReportShortage();
 
 }  // namespace qlm
