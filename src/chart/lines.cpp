@@ -1,11 +1,12 @@
 // Decoding of chart text and taking apart of its lines.
 #include "chart/lines.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 
 #include "base/numbers.h"
 #include "platform/text.h"
+#include "state/chart.h"
 
 namespace qlm {
 namespace {
@@ -50,6 +51,11 @@ std::optional<int32_t> ChannelOf(TextView line) {
 std::optional<float> LengthOf(TextView line) {
   const double length = Val(Mid(line, 7));
   return std::isfinite(length) ? Narrow(length) : std::nullopt;
+}
+
+std::optional<int32_t> PosOf(int32_t measure, int32_t tick) {
+  const int64_t pos = int64_t{measure} * kMeasureUnits + tick;
+  return pos >= INT32_MIN && pos <= INT32_MAX ? std::optional(static_cast<int32_t>(pos)) : std::nullopt;
 }
 
 int32_t Cells::Value(int64_t j) const { return static_cast<int32_t>(ValHex({At(j), 2})); }

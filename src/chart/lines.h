@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 #include <optional>
 #include <string_view>
 
@@ -58,6 +57,9 @@ class Cells {
   TextView data_;
   double step_;
 };
+
+// Place of a tick on the unscaled axis. Fails out of range.
+std::optional<int32_t> PosOf(int32_t measure, int32_t tick);
 
 // Up to three letters in capitals as one number, for a switch over command words.
 constexpr uint64_t Word(TextView letters) {

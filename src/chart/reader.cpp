@@ -51,11 +51,6 @@ constexpr bool MakesObjects(int32_t channel) {
 // What each object is drawn with: a speed of its own, or the common one.
 float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
 
-std::optional<int32_t> PosOf(int32_t measure, int32_t tick) {
-  const int64_t pos = int64_t{measure} * kMeasureUnits + tick;
-  return pos >= INT32_MIN && pos <= INT32_MAX ? std::optional(static_cast<int32_t>(pos)) : std::nullopt;
-}
-
 // Swaps the lanes 11 to 15, 18 and 19 of the map.
 void ShuffleKeymap() {
   // The draw for one lane ends at once with real random numbers, but a given list of them may hold nothing

@@ -1,8 +1,158 @@
 // The header-only read of a chart.
 #include "library/header.h"
 
-namespace qlm {
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <vector>
 
-void ReadBMSHeader(TextView, int32_t) {}
+#include "base/numbers.h"
+#include "base/table.h"
+#include "chart/lines.h"
+#include "chart/sort.h"
+#include "platform/files.h"
+#include "state/chart.h"
+#include "state/lists.h"
+
+namespace qlm {
+namespace {
+
+// Room for tempo changes and bar lines together.
+constexpr size_t kMostObjs = 1001;
+
+struct HeaderObj {
+  int32_t measure = 0;
+  int32_t pos = 0;
+  int32_t tick = 0;
+  int32_t channel = 0;
+  int32_t value = 0;
+};
+
+// As much of a chart's data as its length needs. Tempo changes by table do not count and a fractional tempo
+// is rounded, so that the length is an estimate for display.
+class LengthEstimate {
+ public:
+  void ReadLine(TextView line) {
+    Assign(measure_, MeasureOf(line, 0));
+    Assign(channel_, ChannelOf(line));
+    lastMeasure_ = MaxI32(lastMeasure_, measure_);
+    if (channel_ == 2) {
+      if (const std::optional<float> length = LengthOf(line)) lengths_.Put(measure_, *length);
+    } else if (channel_ == 3) {
+      ReadTempi(line);
+    }
+  }
+
+  // In ms, nothing for a chart without a tempo.
+  std::optional<int32_t> Milliseconds(float bpm) {
+    AddBars();
+    SortInScheme(std::span(objs_), [](const HeaderObj& obj) { return obj.pos; });
+    ScalePositions();
+    int32_t tempo = RoundTo<int16_t>(bpm).value_or(0);
+    double offset = 0;  // what earlier tempi contributed
+    for (const HeaderObj& obj : objs_) {
+      if (obj.channel != 3) continue;
+      offset -= ((obj.value - tempo) / kUnitRate) * ((obj.pos - offset) / (tempo / kUnitRate));
+      tempo = obj.value;
+    }
+    const int32_t end = objs_.empty() ? 0 : objs_.back().pos;
+    return Round(end * kUnitRate / tempo - offset * kUnitRate / tempo);
+  }
+
+ private:
+  void ReadTempi(TextView line) {
+    const Cells cells(line);
+    for (int64_t j = 0; j < cells.Count() && objs_.size() < kMostObjs; ++j) {
+      if (!cells.IsRest(j)) Add(3, measure_, cells.Tick(j), cells.Value(j));
+    }
+  }
+
+  void AddBars() {
+    for (int32_t measure = 0; measure <= MinI32(lastMeasure_, lengths_.kLast); ++measure) {
+      if (lengths_[measure] == 0) lengths_[measure] = 1.0F;
+      Add(ObjSeparator, measure, 0, 0);
+    }
+  }
+
+  // What the table has no room for is left out.
+  void Add(int32_t channel, int32_t measure, int32_t tick, int32_t value) {
+    if (objs_.size() >= kMostObjs) return;
+    HeaderObj obj{measure, 0, tick, channel, value};
+    Assign(obj.pos, PosOf(measure, tick));
+    objs_.push_back(obj);
+  }
+
+  void ScalePositions() {
+    int32_t base = 0;
+    int32_t current = -1;
+    for (HeaderObj& obj : objs_) {
+      if (obj.measure != current) {
+        if (const float* length = lengths_.Find(current)) {
+          Assign(base, Round(base + kMeasureUnits * double{*length}));
+        }
+        current = obj.measure;
+      }
+      if (const float* length = lengths_.Find(current)) {
+        Assign(obj.pos, Round(base + obj.tick * double{*length}));
+      }
+    }
+  }
+
+  Table<float, 1024> lengths_;  // of measures; 0 is not given
+  std::vector<HeaderObj> objs_;
+  int32_t lastMeasure_ = 0;
+  int32_t measure_ = 0;  // of the last line whose measure was a number
+  int32_t channel_ = 0;
+};
+
+// Quirk: only the leading letters are compared, so a tempo table's #BPM01 counts as #BPM, and its value, cut
+// at the wrong place, does not convert.
+void ReadWord(SongEntry& song, TextView line) {
+  switch (Word(line)) {
+    case Word(u"WAV"): ++song.numWav; break;
+    case Word(u"BMP"): ++song.numBmp; break;
+    case Word(u"STA"): song.stageFile = Argument(line, 11); break;
+    case Word(u"TIT"): song.title = Argument(line, 7); break;
+    case Word(u"ART"): song.artist = Argument(line, 8); break;
+    case Word(u"GEN"): song.genre = Argument(line, 7); break;
+    case Word(u"BPM"): Assign(song.bpm, ToSingle(Argument(line, 5))); break;
+    case Word(u"RAN"): Assign(song.rank, ToWhole(Argument(line, 6))); break;
+    case Word(u"TOT"): Assign(song.total, ToWhole(Argument(line, 7))); break;
+    case Word(u"VOL"): Assign(song.volWav, ToWhole(Argument(line, 8))); break;
+    case Word(u"MID"): song.midiFile = Argument(line, 10); break;
+    default:
+      if (BeginsWith(line, u"PLAYER")) Assign(song.player, ToWhole(Argument(line, 8)));
+      if (BeginsWith(line, u"PLAYLE")) Assign(song.playLevel, ToWhole(Argument(line, 11)));
+  }
+}
+
+}  // namespace
+
+void ReadBMSHeader(TextView path, int32_t index) {
+  ReadBMSHeaderBytes(path, index, platform::ReadFile(path).value_or(""));
+}
+
+void ReadBMSHeaderBytes(TextView path, int32_t index, std::string_view bytes) {
+  if (index < 0 || index >= static_cast<int64_t>(songList.size())) return;
+  SongEntry& song = songList[static_cast<size_t>(index)];
+  song.path = path;
+  song.player = 1;
+  song.playLevel = 3;
+  song.rank = 2;
+  const ChartText chart = DecodeChart(bytes);
+  const TextView text = chart.text;
+  LengthEstimate length;
+  for (size_t place = FindCommand(text, 0); place != TextView::npos;) {
+    const size_t end = FindLineEnd(text, place);
+    const TextView line = text.substr(place, end - place);
+    if (IsNumbered(line)) {
+      length.ReadLine(line);
+    } else {
+      ReadWord(song, line);
+    }
+    place = FindCommand(text, end);
+  }
+  song.lengthMs = length.Milliseconds(song.bpm).value_or(0);
+}
 
 }  // namespace qlm

@@ -6,7 +6,7 @@
 namespace qlm {
 
 void ClearList();
-// Appends a row and reads the chart's header into it.
+// Appends a row and reads the chart's header into it. A missing file leaves the row empty.
 void AddSong(TextView path);
 
 }  // namespace qlm
