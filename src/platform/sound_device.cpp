@@ -1,12 +1,147 @@
-// The sound device and its buffers.
+// The sound device: the system's output through SDL, or one that nobody hears, or one rendered on demand.
 #include "platform/sound_device.h"
 
-namespace platform {
+#include <SDL.h>
 
-SoundDeviceInfo OpenSoundDevice(SoundOutput) { return {}; }
-void CloseSoundDevice() {}
-SoundBufferResult CreateSoundBuffer(const SoundDescription&, const SoundFormat&) { return {}; }
-SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr&) { return {}; }
-void RenderSound(std::span<int16_t>) {}
+#include <algorithm>
+#include <new>
+#include <string_view>
+
+#include "platform/sound_device_mixer.h"
+
+namespace platform {
+namespace {
+
+constexpr uint32_t kMostBytes = 256U << 20;
+constexpr int32_t kHighestRate = 200000;
+constexpr int32_t kWantedBlock = 256;  // frames: the longest that a key press waits for its block
+
+// The open device. Game's thread.
+std::shared_ptr<Mixer> mixer;
+SDL_AudioDeviceID systemDevice = 0;
+bool offline = false;
+
+// A program that ends without closing must not leave the device asking.
+struct CloseAtExit {
+  ~CloseAtExit() { CloseSoundDevice(); }
+} closeAtExit;
+
+void AskedForBlock(void* user, Uint8* bytes, int length) {
+  static_cast<Mixer*>(user)->Render({reinterpret_cast<int16_t*>(bytes), static_cast<size_t>(length) / 2});
+}
+
+// Starts the system's device. False, with the reason in info.why, when there is none.
+bool OpenSystemDevice(SoundDeviceInfo& info) {
+  if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
+    info.why = SDL_GetError();
+    return false;
+  }
+  SDL_AudioSpec wanted = {};
+  wanted.freq = kSoundRate;
+  wanted.format = AUDIO_S16SYS;
+  wanted.channels = 2;
+  wanted.samples = kWantedBlock;
+  wanted.callback = AskedForBlock;
+  wanted.userdata = mixer.get();
+  // The rate stays ours, so that most samples need no resampling; another one is the library's business.
+  SDL_AudioSpec got = {};
+  systemDevice = SDL_OpenAudioDevice(nullptr, 0, &wanted, &got, SDL_AUDIO_ALLOW_SAMPLES_CHANGE);
+  if (systemDevice == 0) {
+    info.why = SDL_GetError();
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    return false;
+  }
+  info.driver = SDL_GetCurrentAudioDriver();
+  info.blockFrames = got.samples;
+  info.heard = info.driver != "dummy" && info.driver != "disk";
+  if (!info.heard) info.why = "the driver \"" + info.driver + "\" has no loudspeaker";
+  SDL_PauseAudioDevice(systemDevice, 0);
+  return true;
+}
+
+bool DeviceTakes(const SoundFormat& format) {
+  return format.tag == 1 && (format.channels == 1 || format.channels == 2) &&
+         (format.bitsPerSample == 8 || format.bitsPerSample == 16) && format.samplesPerSec >= 1 &&
+         format.samplesPerSec <= kHighestRate;
+}
+
+// The owner's pointer to a voice; letting it go leaves the voice to the mixer, which frees it in time.
+SoundBufferResult Own(Voice* voice) {
+  if (voice == nullptr) return {nullptr, kSoundOutOfMemory};
+  return {SoundBufferPtr(voice,
+                         [](SoundBuffer* buffer) {
+                           auto* released = static_cast<Voice*>(buffer);
+                           const std::shared_ptr<Mixer> device = released->Device();
+                           device->Retire(released);
+                         }),
+          kSoundOk};
+}
+
+}  // namespace
+
+SoundDeviceInfo OpenSoundDevice(SoundOutput output) {
+  CloseSoundDevice();
+  SoundDeviceInfo info;
+  info.rate = kSoundRate;
+  offline = output == SoundOutput::kOffline;
+  if (output != SoundOutput::kNull) mixer = std::make_shared<Mixer>(Mixer::Time::kAskedFor);
+  if (output == SoundOutput::kDevice && OpenSystemDevice(info)) return info;
+  if (offline) {
+    info.driver = "offline";
+    info.why = "the sound is rendered on demand";
+    return info;
+  }
+  mixer = std::make_shared<Mixer>(Mixer::Time::kOfTheClock);
+  info.driver = "null";
+  if (info.why.empty()) info.why = "no sound was asked for";
+  return info;
+}
+
+void CloseSoundDevice() {
+  if (systemDevice != 0) {
+    SDL_CloseAudioDevice(systemDevice);  // returns when the last block is done
+    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    systemDevice = 0;
+  }
+  if (mixer != nullptr) mixer->Close();
+  mixer.reset();
+  offline = false;
+}
+
+SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format) {
+  if (mixer == nullptr) return {nullptr, kSoundUninitialized};
+  if (!DeviceTakes(format)) return {nullptr, kSoundBadFormat};
+  if (description.bytes == 0) return {nullptr, kSoundInvalidParam};
+  if (description.bytes > kMostBytes) return {nullptr, kSoundOutOfMemory};
+  mixer->KeepTime();
+  mixer->FreeRetired();
+
+  auto samples = std::make_shared<Samples>();
+  samples->format = format;
+  samples->bytes = description.bytes;
+  samples->frameBytes = format.channels * format.bitsPerSample / 8U;
+  samples->frames = description.bytes / samples->frameBytes;
+  // Cleared memory costs nothing before it is written, so a size that a file only claims is cheap.
+  samples->data.reset(static_cast<unsigned char*>(std::calloc(description.bytes, 1)));
+  if (samples->data == nullptr) return {nullptr, kSoundOutOfMemory};
+  return Own(new (std::nothrow) Voice(mixer, std::move(samples)));
+}
+
+SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer) {
+  if (buffer == nullptr) return {nullptr, kSoundInvalidParam};
+  const auto& original = static_cast<const Voice&>(*buffer);
+  if (mixer == nullptr || original.Device() != mixer) return {nullptr, kSoundUninitialized};
+  mixer->KeepTime();
+  mixer->FreeRetired();
+  return Own(new (std::nothrow) Voice(original));
+}
+
+void RenderSound(std::span<int16_t> out) {
+  if (mixer != nullptr && offline) {
+    mixer->Render(out);
+  } else {
+    std::fill(out.begin(), out.end(), int16_t{0});
+  }
+}
 
 }  // namespace platform

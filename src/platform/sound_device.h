@@ -8,6 +8,9 @@
 
 namespace platform {
 
+// Frames a second of the mix, whatever the device itself runs at.
+constexpr int32_t kSoundRate = 44100;
+
 // What a sound call answers. 0 is success; the others are the numbers that the log explains.
 using SoundError = int32_t;
 constexpr SoundError kSoundOk = 0;
@@ -39,7 +42,7 @@ using SoundBufferPtr = std::shared_ptr<SoundBuffer>;
 
 // One voice over samples that it may share with duplicates. All calls come from the game's thread and never
 // wait for the device's; what they ask for holds from the next block that the device asks for. They neither
-// allocate nor free.
+// allocate nor free. The buffer itself may be let go at any time, also while it plays: it falls silent.
 class SoundBuffer {
  public:
   virtual ~SoundBuffer() = default;
@@ -49,14 +52,15 @@ class SoundBuffer {
   virtual SoundError SetFrequency(int32_t hertz) = 0;
   // Hundredths of a decibel, -10000 (silence) to 0. Others are refused.
   virtual SoundError SetVolume(int32_t hundredths) = 0;
-  // Byte offset of the next sample, brought down to a whole frame. Past the end it is refused.
+  // Byte offset of the next sample, brought down to a whole frame. At the end and past it it is refused.
   virtual SoundError SetCurrentPosition(uint32_t byte) = 0;
   // Starts, or goes on from where it stands. A sound that has run to its end starts over.
   virtual SoundError Play(bool looping) = 0;
   // Stands still and keeps the place.
   virtual SoundError Stop() = 0;
   virtual bool Playing() const = 0;
-  // Puts bytes into the sample data. Past the end it is refused. For a buffer that is not playing.
+  // Puts bytes into the sample data. Past the end it is refused, and so is a write once a voice over these
+  // samples has been played: the device may be reading them at any moment from then on.
   virtual SoundError Write(uint32_t offset, std::span<const unsigned char> bytes) = 0;
 };
 
@@ -69,8 +73,8 @@ enum class SoundOutput {
 
 struct SoundDeviceInfo {
   bool heard = false;       // a real device plays
-  int32_t rate = 0;         // Hz
-  int32_t blockFrames = 0;  // frames that the device asks for at a time
+  int32_t rate = 0;         // Hz of the mix
+  int32_t blockFrames = 0;  // frames that the device asks for at a time; 0 without one
   std::string driver;       // as the system names it; "null" and "offline" for the others
   std::string why;          // why nothing is heard, empty otherwise
 };
@@ -85,14 +89,18 @@ struct SoundBufferResult {
   SoundError error = kSoundOk;
 };
 
-// A silent buffer of description.bytes bytes. kSoundUninitialized without a device, kSoundBadFormat for what
-// is not PCM of 8 or 16 bits, 1 or 2 channels, 1 to 200000 Hz, kSoundOutOfMemory above 256 MiB.
+// A buffer of description.bytes bytes, all 0, at full volume and standing at 0. kSoundUninitialized without a
+// device, kSoundBadFormat for what is not PCM of 8 or 16 bits, 1 or 2 channels, 1 to 200000 Hz,
+// kSoundInvalidParam for 0 bytes, kSoundOutOfMemory above 256 MiB. What is left over behind the last whole
+// frame is not heard. The format's block align and bytes per second are not looked at.
 SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format);
 // A new voice over the same samples, with the frequency and volume of `buffer`, standing at 0.
+// kSoundInvalidParam for a null buffer, kSoundUninitialized for one of an earlier device.
 SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer);
 
 // With the offline output: mixes the next out.size() / 2 frames of 16-bit stereo at 44100 Hz, by the same
-// routine that the device runs.
+// routine that the device runs. Silence with any other output. How a stretch is cut into calls makes no
+// difference to its samples. May be called from another thread than the buffers, one call at a time.
 void RenderSound(std::span<int16_t> out);
 
 }  // namespace platform

@@ -1,0 +1,151 @@
+// The mixer under the sound device: voices over shared samples, and how the game's thread and the device's
+// meet.
+//
+// No commands travel between the two threads. Each voice holds one atomic word, its order: whether it plays,
+// whether it loops, and where it was last put. The game rewrites the word, the device reads it once a block.
+// Only the last state before a block can be heard, so nothing is lost however many calls come or however long
+// the device sleeps; a queue of commands would have to be bounded, and to drop or wait when it is full.
+// A voice that starts is handed over on a list linked through the voices themselves, so that costs no memory
+// either. It stays enlisted until the device lets it go by clearing one bit of the order, and this is the
+// last thing that the device does with it: from then on the game may free it.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <span>
+
+#include "platform/sound_device.h"
+
+namespace platform {
+
+// Sample data as the file has it. What a voice plays is 16-bit stereo; other forms are widened block by
+// block.
+struct Samples {
+  struct Free {
+    void operator()(unsigned char* bytes) const { std::free(bytes); }
+  };
+
+  SoundFormat format;
+  uint32_t bytes = 0;
+  uint32_t frameBytes = 0;
+  uint32_t frames = 0;
+  bool played = false;  // the device may be reading; game's thread only
+  std::unique_ptr<unsigned char[], Free> data;
+
+  // `count` stereo frames from frame `first` on, at the scale of 16-bit samples. Around the sound there is
+  // silence, or the sound again when it loops.
+  void Fetch(float* out, int64_t first, uint32_t count, bool looping) const;
+
+ private:
+  void Widen(float* out, uint32_t first, uint32_t count) const;
+};
+
+class Voice;
+
+// Where the voices of one open device meet.
+class Mixer {
+ public:
+  // A mixer whose time passes by the clock, for want of a device that asks for blocks.
+  enum class Time { kAskedFor, kOfTheClock };
+  explicit Mixer(Time time);
+
+  // Game's thread.
+  bool Open() const { return open_; }
+  // The device has stopped asking for blocks, for good.
+  void Close();
+  // With time of the clock: lets what has passed since the last call pass for the voices too.
+  void KeepTime();
+  // Hands a voice that was not enlisted to the device.
+  void Enlist(Voice* voice);
+  // The owner has let go of the voice: frees it as soon as the device does not hold it.
+  void Retire(Voice* voice);
+  // Frees the retired voices that the device has let go since.
+  void FreeRetired();
+
+  // Device's thread: the next block of interleaved stereo.
+  void Render(std::span<int16_t> out);
+
+ private:
+  static constexpr uint32_t kPieceFrames = 256;
+
+  // The voices handed over since the last call, in the order of their starts.
+  Voice* TakeIn();
+  // Moves all voices on by `frames`; adds what they sound like to `sum`, unless it is null.
+  void Run(float* sum, uint32_t frames);
+
+  std::atomic<Voice*> intake_ = nullptr;  // the newest first
+
+  // Device's thread.
+  Voice* active_ = nullptr;
+  float sum_[2 * kPieceFrames] = {};
+
+  // Game's thread.
+  bool open_ = true;
+  Time time_;
+  uint32_t clock_ = 0;
+  uint32_t tenths_ = 0;  // of a frame, left over from the clock's milliseconds
+  Voice* retired_ = nullptr;
+};
+
+// One sound buffer.
+class Voice final : public SoundBuffer {
+ public:
+  Voice(std::shared_ptr<Mixer> mixer, std::shared_ptr<Samples> samples);
+  // A duplicate of `other`.
+  Voice(const Voice& other);
+  Voice& operator=(const Voice&) = delete;
+
+  int32_t Frequency() const override { return frequency_; }
+  SoundError SetFrequency(int32_t hertz) override;
+  SoundError SetVolume(int32_t hundredths) override;
+  SoundError SetCurrentPosition(uint32_t byte) override;
+  SoundError Play(bool looping) override;
+  SoundError Stop() override;
+  bool Playing() const override;
+  SoundError Write(uint32_t offset, std::span<const unsigned char> bytes) override;
+
+  const std::shared_ptr<Mixer>& Device() const { return mixer_; }
+
+ private:
+  friend class Mixer;
+
+  // The order word: 28 bits of place in frames, three flags, and above them the turn, a count that grows each
+  // time the place is set, by which the device tells a new place from the one it has already gone to.
+  static constexpr uint64_t kPlace = (uint64_t{1} << 28) - 1;
+  static constexpr uint64_t kPlaying = uint64_t{1} << 28;
+  static constexpr uint64_t kLooping = uint64_t{1} << 29;
+  static constexpr uint64_t kEnlisted = uint64_t{1} << 30;
+  static constexpr uint64_t kOneTurn = uint64_t{1} << 31;
+
+  // Replaces the order by change(order), and gives the one it replaced. Tries again only when the device let
+  // the voice go in between, which it does once at most.
+  template <typename Change>
+  uint64_t Reorder(Change change);
+
+  // False, and nothing else is done, when the device is closed.
+  bool Ready() const;
+
+  // Device's thread. Moves the voice on, and adds what it sounds like to `sum`, unless it is null. False when
+  // the voice wants no more blocks; the device has let it go then.
+  bool Run(float* sum, uint32_t frames);
+  // The same for a stretch in which the voice does not end.
+  void Advance(float* sum, uint32_t frames, uint64_t step, bool looping);
+
+  std::shared_ptr<Mixer> mixer_;
+  std::shared_ptr<Samples> samples_;
+
+  std::atomic<uint64_t> order_ = 0;
+  std::atomic<uint64_t> step_ = 0;  // source frames for one of the mix, 32 bits behind the point
+  std::atomic<float> gain_ = 1.0F;
+  int32_t frequency_ = 0;
+  Voice* nextRetired_ = nullptr;
+
+  // Device's thread, from the hand-over on.
+  Voice* next_ = nullptr;
+  uint64_t cursor_ = 0;  // source frames, 32 bits behind the point
+  uint64_t turn_ = 0;    // of the place last gone to
+};
+
+}  // namespace platform
