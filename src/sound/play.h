@@ -3,14 +3,19 @@
 
 #include <cstdint>
 
+#include "platform/sound_device.h"
+
 namespace qlm {
 
-// Opens the device and loads the system sounds. Without a device the game goes on silently.
-void InitDS();
+// Opens the device and loads the system sounds. Without a device the game goes on silently, and the log says
+// so.
+void InitDS(platform::SoundOutput output = platform::SoundOutput::kDevice);
+// Gives back every sound, and then the device.
 void ReleaseDS();
 
-// Starts a slot from its beginning. `position` is carried and not used; `echoStep` is 0, or 1 to 4 for an
-// echo.
+// Starts a slot from its beginning, loading it first when it is not there. `position` is carried and not
+// used; `echoStep` is 0, or 1 to 4 for an echo. Slots outside 0 to 255 do nothing. With the sound loaded and
+// no echo the call takes no memory and no disk.
 void PlayWav(int32_t slot, int32_t position, int32_t echoStep);
 // System sounds 0 to 15; other numbers do nothing.
 void PlaySE(int32_t index, bool looping = false);
@@ -30,7 +35,7 @@ void VoiceRemove(int32_t slot);
 void VoicePurge();
 
 // Volumes of a fade that has run for `ms`: every loaded sound in the chart-end fade, every existing one in
-// the fail fade.
+// the fail fade. Volumes out of range, as in the first second of the fail fade, change nothing.
 void FadeEndVolumes(int32_t ms);
 void FadeFailVolumes(int32_t ms);
 
