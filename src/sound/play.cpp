@@ -2,12 +2,12 @@
 #include "sound/play.h"
 
 #include <array>
-#include <string>
 
 #include "base/log.h"
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "platform/clock.h"
+#include "platform/text.h"
 #include "sound/buffers.h"
 #include "sound/slots.h"
 #include "state/chart.h"
@@ -94,13 +94,13 @@ SoundBufferPtr EchoVoice(const SoundBufferPtr& buffer, int32_t slot, int32_t ste
 void InitDS(platform::SoundOutput output) {
   DebugLog(u"[InitDS]", 1);
   const platform::SoundDeviceInfo device = platform::OpenSoundDevice(output);
-  const auto widened = [](const std::string& text) { return Text(text.begin(), text.end()); };
   if (device.blockFrames > 0) {
-    DebugLog(Join(u"* Sound device: ", widened(device.driver), u", ", device.rate, u"Hz, blocks of ",
-                  device.blockFrames, u" frames"));
+    DebugLog(Join(u"* Sound device: ", platform::DecodeUtf8(device.driver), u", ", device.rate,
+                  u"Hz, blocks of ", device.blockFrames, u" frames"));
   }
-  if (output == platform::SoundOutput::kDevice && !device.heard)
-    DebugLog(Join(u"# No sound will be heard: ", widened(device.why)));
+  if (output == platform::SoundOutput::kDevice && !device.heard) {
+    DebugLog(Join(u"# No sound will be heard: ", platform::DecodeUtf8(device.why)));
+  }
   DebugLog(u"SetCooperativeLevel: DSSCL_PRIORITY");
   DebugLog(u"loading SEs...");
   for (size_t i = 0; i < kSystemSounds.size(); ++i) {
