@@ -11,6 +11,7 @@ void ResetLists() {
   listTotalTime = 0;
   listCursor = 0;
   listFileName.clear();
+  selectLocked = false;
 }
 
 }  // namespace qlm

@@ -36,6 +36,7 @@ inline std::vector<bool> songHasRecord;  // row has a play record
 inline int64_t listTotalTime = 0;        // ms
 inline int32_t listCursor = 0;
 inline Text listFileName;
+inline bool selectLocked = false;  // a battle waits: the list takes no keys
 
 void ResetLists();
 

@@ -20,6 +20,7 @@ void ResetSounds() {
   VoiceStart.Clear();
   VoiceActive.Clear();
   SystemSound.Clear();
+  SelectVolume = 0;
   wavDescription = {};
   wavFormat = {};
   WavDataSize = 0;

@@ -41,6 +41,7 @@ inline Table<uint32_t, 255> VoiceStart;  // clock at the last start
 inline Table<bool, 255> VoiceActive;
 
 inline Table<SoundBufferPtr, 15> SystemSound;
+inline int32_t SelectVolume = 0;  // of the list's music, hundredths of a decibel; -1500 under a preview
 
 // The description and format that the reader sets up for its sounds.
 inline platform::SoundDescription wavDescription;

@@ -7,7 +7,7 @@ void ResetTimeline() {
   playStart = 0;
   playClock = 0;
   playPos = pixPerMs = 0;
-  rawBPM = curBPM = unitsPerSec = 0;
+  rawBPM = curBPM = shownBPM = unitsPerSec = 0;
   posOffset = objCursor = keySoundCursor = 0;
   LaneSound = {};
   LaneNote = {};

@@ -15,6 +15,7 @@ inline double playPos = 0;      // position units: playClock * pixPerMs + posOff
 inline double pixPerMs = 0;     // position units per ms: curBPM / 1250
 inline float rawBPM = 0;        // tempo at the start and after a seek
 inline float curBPM = 0;        // tempo in force, times RealHiSpeed
+inline float shownBPM = 0;      // curBPM as the screen's digits have it: a pause does not reach them
 inline float unitsPerSec = 0;   // curBPM / 240 * 192; kept up to date and read by nothing
 inline int32_t posOffset = 0;   // what earlier tempi contributed
 inline int32_t objCursor = 0;   // first object not yet processed

@@ -1,0 +1,18 @@
+// What a machine tells the others in a battle.
+#pragma once
+
+#include <cstdint>
+
+namespace qlm {
+
+// The chart is loaded; the host then checks whether all stand by.
+void SendStandby();
+// The own gauge, figures and counts.
+void SendGaugeData();
+// The last gauge data and the end of the own play; the host then checks whether all have ended.
+void SendEnd();
+
+// The own row of the players' table takes a gauge sample, accuracy and score. Runs outside a battle too.
+void StoreOwnGauge(int32_t slot, uint8_t sample);
+
+}  // namespace qlm
