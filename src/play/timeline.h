@@ -1,4 +1,4 @@
-// The chart's position: clock to position, tempo changes, and the objects that it passes.
+// The chart's position: from the clock to the place, tempo changes, and the turn that they are part of.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +7,14 @@ namespace qlm {
 
 // One turn of the play.
 void PlayStep();
-// Tempo before RealHiSpeed; 0 freezes the position.
+// Tempo before RealHiSpeed; 0 freezes the position. The position at playClock stays where it is, up to half a
+// unit.
 void SetBPM(float bpm);
-// Moves the clock to a `pos` (byPosition) or to the bar line of a measure. Out of range nothing changes.
+// Moves the clock to a `pos` (byPosition) or to the bar line of a measure. Out of range only the BGA changes.
 void SeekChart(int32_t position, bool byPosition);
+
+// Puts a tempo before RealHiSpeed in force, with the rates that follow from it, and leaves the position to
+// the caller.
+void TakeTempo(float bpm);
 
 }  // namespace qlm

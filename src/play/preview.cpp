@@ -1,0 +1,98 @@
+// The preview on the song select screen: the whole play, from the first note on, without a picture.
+#include <optional>
+
+#include "chart/loading.h"
+#include "platform/timers.h"
+#include "play/session.h"
+#include "play/system_sounds.h"
+#include "play/timeline.h"
+#include "play/walk.h"
+#include "sound/play.h"
+#include "sound/slots.h"
+#include "state/chart.h"
+#include "state/lists.h"
+#include "state/message.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/sounds.h"
+
+namespace qlm {
+namespace {
+
+constexpr uint32_t kTickMs = 20;
+constexpr int32_t kLoadedUnits = 48;
+constexpr int32_t kFadeStep = 50;
+constexpr int32_t kSoftVolume = -1500;
+
+// Loads the chart without pictures; its sounds wait until they are asked for.
+void LoadChart(TextView path) {
+  const int32_t state = GameState;
+  const bool course = CourseMode;
+  const int32_t mode = WAVLoadmode;
+  const bool noBga = NoBGA;
+  CourseMode = false;
+  WAVLoadmode = 1;
+  NoBGA = true;
+  if (BMSLoad(path) < 1) LoadAbort = true;
+  GameState = state;
+  CourseMode = course;
+  WAVLoadmode = mode;
+  NoBGA = noBga;
+}
+
+// The place of the first sounding object, with the sounds there and just behind it loaded. Nothing when there
+// is none, or when the list has moved on to another row meanwhile.
+std::optional<int32_t> LoadFirstSounds(int32_t row) {
+  std::optional<int32_t> first;
+  for (int32_t index = 0; index < objCount; ++index) {
+    const ChartObj* obj = FindObj(index);
+    if (obj == nullptr || (first && obj->pos > *first + kLoadedUnits)) break;
+    if (!Sounds(*obj)) continue;
+    if (!first) first = obj->pos;
+    loadwav(obj->value);
+    if (listCursor != row) return std::nullopt;
+  }
+  return first;
+}
+
+void StopPreview() {
+  platform::KillTimer(platform::kTimerPreview);
+  ShowMessage(u"PLAY STOP");
+  PlayAlive = false;
+  PlayKeySound = false;
+  UserPlay = true;
+  UnloadBMS();
+}
+
+}  // namespace
+
+void StartPreview() {
+  if (platform::TimerArmed(platform::kTimerPreview) && !PlayEnd) return;
+  PreviewActive = true;
+  if (BMSPreview == 0 || GameState != kStateSongSelect) return;
+  const int32_t row = listCursor;
+  if (row < 0 || static_cast<size_t>(row) >= songList.size()) return;
+  // A copy, since the list may change under a pump.
+  const Text path = songList[static_cast<size_t>(row)].path;
+  ShowMessage(Join(u"load:", path));
+  LoadChart(path);
+  if (LoadAbort || listCursor != row) return;
+  const std::optional<int32_t> first = LoadFirstSounds(row);
+  if (!first) return;
+
+  SeekChart(*first, true);
+  PlayEnd = false;
+  PlayAlive = true;
+  UserPlay = false;
+  PlayKeySound = true;
+  platform::SetTimer(platform::kTimerPreview, kTickMs, PreviewTick);
+}
+
+void PreviewTick() {
+  if (SelectVolume > kSoftVolume) SelectVolume -= kFadeStep;
+  SetSEVolume(kSelectMusic, SelectVolume);
+  PlayStep();
+  if (PlayEnd || !PlayAlive) StopPreview();
+}
+
+}  // namespace qlm

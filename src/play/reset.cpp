@@ -1,0 +1,64 @@
+// Putting back of all that a play changes.
+#include "graphics/graph.h"
+#include "graphics/skin.h"
+#include "play/session.h"
+#include "play/skin_choice.h"
+#include "sound/slots.h"
+#include "state/chart.h"
+#include "state/gauge.h"
+#include "state/judgement.h"
+#include "state/keys.h"
+#include "state/records.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/timeline.h"
+
+namespace qlm {
+namespace {
+
+constexpr float kGaugeStart = 22;
+constexpr float kHazardGaugeStart = 100;
+
+// The record past the last one is looked at too, where the table has one.
+void ClearHits() {
+  for (int64_t index = 0; index <= objCount; ++index) {
+    ChartObj* obj = FindObj(index);
+    if (obj == nullptr) return;
+    obj->hit = false;
+  }
+}
+
+void ResetFigures() {
+  Combo = MaxCombo = {};
+  LastJudge = {-1, -1};
+  JudgeCount = {};
+  Gauge.fill(HazardGauge ? kHazardGaugeStart : kGaugeStart);
+  GaugeShown = Gauge;
+  Score = ScoreShown = {};
+  JPts = JPtsShown = {};
+  JPtsMax = {};
+  PaintGraph();
+  shownBPM = curBPM;
+  for (auto& side : GaugeHistory) side.Clear();
+}
+
+}  // namespace
+
+void ResetPlay() {
+  LaneNote.fill(-1);
+  LaneSound.fill(-1);
+  LaneDown = {};
+  LaneHit = {};
+  if (UserRec) RecCount = 0;
+  RecCursor = 0;
+  ClearHits();
+  RewindSounds();
+  HistoryNext = {};
+  AttackKind = 255;
+  PickOptionMarks();
+  if (!EndlessRun || CourseSong == 0) ResetFigures();
+  if (HdrPlayer == 4) HdrPlayer = 2;
+  LoadSkinChoice();
+}
+
+}  // namespace qlm

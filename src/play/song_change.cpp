@@ -1,0 +1,132 @@
+// The join of two songs of a course.
+#include "play/song_change.h"
+
+#include <optional>
+
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "base/titles.h"
+#include "graphics/bga.h"
+#include "graphics/graph.h"
+#include "graphics/present.h"
+#include "platform/clock.h"
+#include "play/gauge_history.h"
+#include "sound/slots.h"
+#include "state/chart.h"
+#include "state/courses.h"
+#include "state/gauge.h"
+#include "state/judgement.h"
+#include "state/message.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/sounds.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
+
+namespace qlm {
+namespace {
+
+// J-PTS that one judgement can earn: the count of judgements is JPtsMax over it.
+constexpr int32_t kJPtsANote = 18;
+
+// Null past the course's songs.
+const SongEntry* SongInPlay() {
+  const auto index = static_cast<size_t>(CourseSong);
+  return CourseSong >= 0 && index < CourseSongs.size() ? &CourseSongs[index] : nullptr;
+}
+
+void StoreExPts() {
+  const int32_t exPts = JudgeCount[0][0] * 2 + JudgeCount[0][1];
+  if (const std::optional<int16_t> stored = RoundTo<int16_t>(exPts)) CourseExPts.Put(CourseSong, *stored);
+}
+
+void TakeHeader(const SongEntry& song) {
+  HdrTitle = song.title;
+  HdrArtist = song.artist;
+  HdrGenre = song.genre;
+  HdrBPM = song.bpm;
+  HdrPlayer = song.player;
+  HdrPlayLevel = song.playLevel;
+  HdrMidiFile = song.midiFile;
+  HdrRank = song.rank;
+  HdrVolWav = song.volWav;
+  HdrTotal = song.total;
+}
+
+void ShowTitles() {
+  SetCaption(Join(u"[", HdrGenre, u"] ", HdrTitle, u" / ", HdrArtist, u" - ", u"quillmarch"));
+  ShowMessage(Join(u"Song: [", int64_t{CourseSong} + 1, u"] ", HdrTitle, u" / ", HdrArtist));
+}
+
+void MarkOnGraph() {
+  const std::optional<int32_t> from = HistorySlot();
+  const std::optional<int32_t> to = Divide(int64_t{JPtsMax[0] / kJPtsANote} * 300, TotalNotes[0]);
+  if (from && to) DrawSongMark(*from, 0, *to, 203);
+}
+
+void SetMarquee() {
+  MarqueeText = Join(HdrTitle, u" / ", HdrArtist);
+  if (TitleChars > 0) MarqueeText.append(static_cast<size_t>(TitleChars), u' ');
+  MarqueeText = Cvt2ASCII(MarqueeText);
+}
+
+void TakeLoadStates() {
+  const Table<bool, 255>* sounds = CourseWavLoaded.Find(CourseSong);
+  const Table<uint8_t, 255>* pictures = CourseBmpLoaded.Find(CourseSong);
+  if (sounds == nullptr || pictures == nullptr) return;
+  for (int32_t slot = 0; slot <= 255; ++slot) {
+    WavLoaded[slot] = (*sounds)[slot] ? 255 : 0;
+    BmpLoaded[slot] = (*pictures)[slot];
+  }
+}
+
+// A rank outside the table leaves the windows of the song before.
+void TakeJudgeWindow() {
+  if (HdrRank < 0 || HdrRank > 3) return;
+  for (size_t grade = 0; grade < JudgeWindow.size(); ++grade) {
+    JudgeWindow[grade] = JudgeWindowTable[static_cast<size_t>(HdrRank) * 4 + grade];
+  }
+}
+
+void LoadSongFiles() {
+  Table<bool, 255>* sounds = CourseWavLoaded.Find(CourseSong);
+  Table<uint8_t, 255>* pictures = CourseBmpLoaded.Find(CourseSong);
+  for (int32_t slot = 0; slot <= 255; ++slot) {
+    loadwav(slot);
+    if (sounds != nullptr) (*sounds)[slot] = true;
+    BgaLoad(slot);
+    if (pictures != nullptr) (*pictures)[slot] = 255;
+    BmpLoaded[slot] = 255;
+  }
+}
+
+void ShowTitlePicture(const SongEntry& song) {
+  ReleaseStage();
+  LoadStage(Join(GetFolder(song.path), song.stageFile));
+  if (DDStage == nullptr) return;
+  FadeState = kFadeTitle;
+  FadeStart = platform::Now();
+}
+
+}  // namespace
+
+void ChangeSong(int32_t song) {
+  StoreExPts();
+  CourseSong = song;
+  const SongEntry* entry = SongInPlay();
+  if (entry != nullptr) TakeHeader(*entry);
+  ShowTitles();
+  MarkOnGraph();
+  SetMarquee();
+  TakeLoadStates();
+  TakeJudgeWindow();
+  curBaseBGA = curLayerBGA = -1;
+
+  const uint32_t begin = platform::Now();
+  if (CourseLoadMode == 1) LoadSongFiles();
+  if (CourseEffect && entry != nullptr) ShowTitlePicture(*entry);
+  // However long the disk took, the chart goes on from where it stood.
+  playStart += static_cast<uint32_t>(platform::Elapsed(platform::Now(), begin));
+}
+
+}  // namespace qlm

@@ -1,0 +1,13 @@
+// The system sounds that a play starts, by number.
+#pragma once
+
+#include <cstdint>
+
+namespace qlm {
+
+constexpr int32_t kSelectMusic = 1;  // looped on the list screen
+constexpr int32_t kReadySound = 3;
+constexpr int32_t kFadeSound = 4;
+constexpr int32_t kSelectSound = 12;  // the list screen opens
+
+}  // namespace qlm
