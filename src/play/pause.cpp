@@ -1,4 +1,5 @@
 // Pause and resume.
+#include "base/hooks.h"
 #include "base/log.h"
 #include "play/session.h"
 #include "play/timeline.h"
@@ -25,6 +26,11 @@ void BMSResume() {
   // has its square, until the next tempo object.
   SetBPM(savedBPM);
   DebugLog(u"[Resumed]");
+}
+
+void RegisterPlayHooks() {
+  hooks::displayLost = BMSPause;
+  hooks::displayRegained = BMSResume;
 }
 
 }  // namespace qlm

@@ -28,6 +28,8 @@ void PlayTick();
 void BMSPause();
 // Nothing happens unless there is a pause.
 void BMSResume();
+// Has a running play paused while the display is away. At program start.
+void RegisterPlayHooks();
 
 // Stops and rewinds all chart sounds. Frees nothing.
 void UnloadBMS();
