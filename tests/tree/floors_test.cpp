@@ -56,7 +56,7 @@ TEST(Floors, IncludesNeverGoUp) {
   const auto files = ReadSources();
   ASSERT_GT(files.size(), 30U);
   // Leaves with nothing above them, which lower floors may use.
-  const std::set<std::string> leaves = {"library/course_files.h"};
+  const std::set<std::string> leaves = {"library/course_files.h", "net/messages.h"};
   for (const auto& [path, file] : files) {
     for (const std::string& include : file.ours) {
       ASSERT_TRUE(files.contains(include))
