@@ -7,7 +7,7 @@
 
 namespace qlm {
 
-// Sees that the slot holds the picture that the chart wants.
+// Sees that the slot holds the picture that the chart wants. Slots outside 0 to 255 are passed over.
 void BgaLoad(int32_t slot);
 // Gives back a slot whose file the chart no longer names.
 void ReleaseUnnamedPicture(int32_t slot);
@@ -15,11 +15,12 @@ void ReleaseAllPictures();
 // The title picture: dropped, and loaded anew when the file exists.
 void LoadStage(TextView path);
 void ReleaseStage();
-// With CourseLoadMode 2: one picture of a course song.
+// With CourseLoadMode 2: one picture of a course song, which the song's start then takes over.
 void LoadCourseBga(int32_t song, int32_t slot);
 
+// Puts the current pictures together on DDBga.
 void ComposeBga();
-// Each frame.
+// Each frame: the composed picture, or the poor picture, on the back surface.
 void DrawBga();
 
 }  // namespace qlm

@@ -8,10 +8,16 @@
 
 namespace qlm {
 
-// By extension: BMP and RLE to LoadBitmap, all others to LoadExBitmap. A failure leaves the surface null and
-// the rectangle empty.
+// Bytes of videoMemoryTotal that surfaces leave; at least 0.
+int64_t FreeVideoMemory();
+
+// By extension: BMP and RLE to LoadBitmap, all others to LoadExBitmap. The colour key of what they load is
+// black. A failure leaves the surface null and the rectangle empty.
 void LoadAnyBitmap(TextView path, SurfacePtr& surface, Rect& rect);
 void LoadBitmap(TextView path, SurfacePtr& surface, Rect& rect);
 void LoadExBitmap(TextView path, SurfacePtr& surface, Rect& rect);
+
+// A picture of any kind, without a log line and without a colour key. Null when it cannot be loaded.
+SurfacePtr ReadPicture(TextView path);
 
 }  // namespace qlm

@@ -1,12 +1,121 @@
 // The display and its surfaces.
 #include "graphics/display.h"
 
-namespace qlm {
+#include <algorithm>
+#include <string>
 
-void InitDX() {}
-void InitDD() {}
-void CreateSurfaces() {}
-void ReleaseDD() {}
-bool CheckDisplay() { return true; }
+#include "base/hooks.h"
+#include "base/log.h"
+#include "graphics/bga.h"
+#include "graphics/bitmaps.h"
+#include "graphics/present.h"
+#include "graphics/screens.h"
+#include "graphics/skin.h"
+#include "platform/clock.h"
+#include "platform/font.h"
+#include "platform/text.h"
+#include "platform/window.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/skin.h"
+
+namespace qlm {
+namespace {
+
+// Error numbers of the display as the log writes them.
+constexpr int32_t kDisplayOk = 0;
+constexpr int32_t kDisplayFailed = static_cast<int32_t>(0x80004005);
+constexpr int32_t kBadSize = static_cast<int32_t>(0x80070057);
+
+int32_t OpenDisplay() {
+  std::string why;
+  const bool opened = platform::OpenGameWindow({.title = u"quillmarch",
+                                                .windowed = Windowed,
+                                                .width = Halfsize ? 320 : 640,
+                                                .height = Halfsize ? 240 : 480,
+                                                .waitForBlank = !NOVSync},
+                                               why);
+  if (opened) return kDisplayOk;
+  DebugLog(Join(u"# No display: ", platform::DecodeUtf8(why)));
+  return kDisplayFailed;
+}
+
+SurfacePtr BlackSurface(int32_t width, int32_t height) {
+  auto surface = std::make_shared<Surface>(width, height);
+  surface->SetColourKey(0, 0);
+  return surface;
+}
+
+bool CanBeMade(int32_t width, int32_t height) {
+  return width > 0 && height > 0 && width <= Surface::kMaxSide && height <= Surface::kMaxSide;
+}
+
+void RestoreDisplay() {
+  displayIsLost = false;
+  CreateSurfaces();
+  BGADirty = true;  // the composed picture went with its surface
+  loadSkin(SkinPath, false);
+  if (GameState != kStatePlay && GameState != kStateResults) {
+    LoadSS();
+  } else if (PlayAlive && hooks::displayRegained != nullptr) {
+    hooks::displayRegained();
+  }
+}
+
+}  // namespace
+
+void InitDX() { DebugLog(u"[InitDX]"); }
+
+void InitDD(DisplayOutput output) {
+  DebugLog(u"[InitDD]", 1);
+  const int32_t error = output == DisplayOutput::kWindow ? OpenDisplay() : kDisplayOk;
+  displayOpen = true;
+  DebugLog(Join(u"Display mode changed to 640x480x", (ScreenColors + 1) * 8, u" : error = ", error));
+  DebugLog(Join(u"Primary Surface created. VRAM FREE:", FreeVideoMemory()), -1);
+  BgaSource = {0, 0, 256, 256};
+}
+
+void CreateSurfaces() {
+  if (!displayOpen) return;
+  for (SurfacePtr* surface : {&DDBack, &DDBga, &DDGraph, &DDSnapshot, &DDPreview}) surface->reset();
+  DebugLog(u"[CreateSurfaces]");
+  DebugLog(Join(u"VRAM ", FreeVideoMemory(), u"bytes free"));
+  DebugLog(u"Creating surfaces...");
+  DDBack = BlackSurface(640, 480);
+  if (CanBeMade(BgaW, BgaH)) {
+    DDBga = std::make_shared<Surface>(BgaW, BgaH);
+  } else {
+    DebugLog(Join(u"Error : can't create BGA surface : ", kBadSize));
+  }
+  DDGraph = BlackSurface(300, 203);
+  DDSnapshot = BlackSurface(640, 480);
+  DDPreview = std::make_shared<Surface>(192, 144);
+}
+
+void ReleaseDD() {
+  platform::CloseGameWindow();
+  platform::CloseFonts();
+  DDBack.reset();
+  DDBga.reset();
+  SkinFile.Clear();
+  ReleaseAllPictures();
+  displayOpen = false;
+}
+
+bool CheckDisplay() {
+  if (platform::DisplayAvailable()) {
+    if (displayIsLost) RestoreDisplay();
+    return true;
+  }
+  if (!displayIsLost) {
+    displayIsLost = true;
+    if (PlayAlive && !Paused && hooks::displayLost != nullptr) hooks::displayLost();
+  }
+  DoEvents();
+  // Without a rest of its own the wait would take a whole processor.
+  platform::Sleep(static_cast<uint32_t>(std::max(Sleep, 1)));
+  platform::FrameShown();
+  return false;
+}
 
 }  // namespace qlm

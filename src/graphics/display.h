@@ -1,11 +1,22 @@
 // The display and its surfaces: opening, losing, giving back.
 #pragma once
 
+#include <cstdint>
+
+#include "state/surfaces.h"
+
 namespace qlm {
 
+// Where the finished frames go.
+enum class DisplayOutput {
+  kWindow,  // the window or the full screen; to nobody when it cannot be opened
+  kUnseen,  // to nobody: tests and tools read them from the back surface
+};
+
 void InitDX();
-// Opens the window or the full screen. Without a display the game goes on unseen.
-void InitDD();
+// Opens the display. Without one the game goes on unseen, and the log says why.
+void InitDD(DisplayOutput output = DisplayOutput::kWindow);
+// Makes the fixed surfaces anew. Does nothing before InitDD.
 void CreateSurfaces();
 void ReleaseDD();
 // True if drawing may go on. Handles a display that was taken away or came back.

@@ -1,10 +1,131 @@
 // The end of every frame.
 #include "graphics/present.h"
 
-namespace qlm {
+#include <algorithm>
 
-void DoEvents() {}
-void PresentFrame(bool, bool) {}
-void SetCaption(TextView) {}
+#include "base/hooks.h"
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "graphics/bitmaps.h"
+#include "graphics/draw.h"
+#include "platform/clock.h"
+#include "platform/timers.h"
+#include "platform/window.h"
+#include "state/keys.h"
+#include "state/message.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/sounds.h"
+#include "state/surfaces.h"
+
+namespace qlm {
+namespace {
+
+constexpr int32_t kMessageStands = 1000;  // ms for which a message stays whole
+constexpr int32_t kFpsInterval = 200;     // ms between two frame rate figures
+
+constexpr platform::WindowEvents kEvents{
+    .closeRequested =
+        [] {
+          if (hooks::closeRequested != nullptr) hooks::closeRequested();
+        },
+    .activated =
+        [](bool active) {
+          WindowActive = active;
+          if (hooks::windowActivated != nullptr) hooks::windowActivated(active);
+        },
+    .key =
+        [](int32_t key, bool down) {
+          KeyHeld.Put(key, down);
+          void (*const hook)(int32_t) = down ? hooks::keyDown : hooks::keyUp;
+          if (hook != nullptr) hook(key);
+        },
+};
+
+struct Place {
+  int32_t x;
+  int32_t y;
+};
+
+Place MessagePlace() {
+  if (GameState != kStatePlay) return {0, 465};
+  return MessageRect == Rect{} ? Place{220, 385} : Place{MessageRect.left, MessageRect.top};
+}
+
+// Once it has stood for its second, a message is eaten from its head, more of it in each frame.
+void DrawMessage() {
+  if (!messageUp) return;
+  const Place place = MessagePlace();
+  DrawText(place.x, place.y, messageText, 0);
+  const int32_t ms = platform::Elapsed(platform::Now(), messageTime) - kMessageStands;
+  if (ms < 0) return;
+  // Character n counted from 1 becomes the first; there is no character 0, so the first tenth leaves it
+  // whole.
+  if (const int32_t n = ms / 100; n > 1) {
+    messageText.erase(0, static_cast<size_t>(n - 1));
+  }
+  messageUp = !messageText.empty();
+}
+
+void DrawFrameRate() {
+  const int32_t y = 479 - SysFontH;
+  DrawText(310, y, u"FPS:", 0);
+  DrawText(310 + 4 * SysFontW, y, Fixed(Fps, 1), 0);
+}
+
+void DrawMemory() {
+  const auto inKib = [](int64_t bytes) { return Fixed(static_cast<double>(bytes) / 1024, 1, true); };
+  DrawText(320, 400, Join(u"VRAM: ", inKib(FreeVideoMemory()), u" / ", inKib(videoMemoryTotal)), 0);
+  DrawText(320, 410, Join(u" MEM: ", MemoryStatus()), 0);
+  DrawText(320, 430, Join(u" POL: ", VoiceCount), 0);
+}
+
+void Show(bool noWait) {
+  if (hooks::framePresented != nullptr) hooks::framePresented();
+  // Quirk: a window that is not drawn directly asks for a flip, which a window cannot do: the frame stays
+  // unseen.
+  if (DDBack && (DirectBlt || !Windowed)) platform::ShowFrame(*DDBack, !noWait && !NOVSync);
+  platform::FrameShown();
+  ScreenRect = FullRect;
+}
+
+void CountFrame() {
+  ++FrameCount;
+  const uint32_t now = platform::Now();
+  const int32_t elapsed = platform::Elapsed(now, FpsTime);
+  if (elapsed < kFpsInterval) return;
+  Fps = FrameCount * 1000.0 / elapsed;
+  FrameCount = 0;
+  FpsTime = now;
+}
+
+// The controllers' state of this frame; the controllers are still to come.
+void ReadJoysticks() {}
+
+}  // namespace
+
+void DoEvents() {
+  platform::PumpWindowEvents(kEvents);
+  if (hooks::pumped != nullptr) hooks::pumped();
+  platform::RunDueTimers();
+}
+
+void PresentFrame(bool noWait, bool quiet) {
+  if (!quiet) {
+    DrawMessage();
+    DrawFrameRate();
+  }
+  if (Debug) DrawMemory();
+  DoEvents();
+  if (Sleep > 0) platform::Sleep(static_cast<uint32_t>(Sleep));
+  Show(noWait);
+  ReadJoysticks();
+  CountFrame();
+  if (DDBack) DDBack->Fill(FullRect, 0);
+}
+
+void SetCaption(TextView text) {
+  if (Windowed) platform::SetWindowTitle(text);
+}
 
 }  // namespace qlm

@@ -1,12 +1,144 @@
 // Whole frames.
 #include "graphics/screens.h"
 
-namespace qlm {
+#include <algorithm>
 
-void DrawPlayFrame() {}
-void Loading() {}
-void PrintBoot(TextView, bool) {}
-void DrawBootScreen() {}
-void LoadSS() {}
+#include "graphics/bga.h"
+#include "graphics/fades.h"
+#include "graphics/present.h"
+#include "platform/clock.h"
+#include "platform/font.h"
+#include "sound/play.h"
+#include "state/chart.h"
+#include "state/courses.h"
+#include "state/surfaces.h"
+
+namespace qlm {
+namespace {
+
+using platform::Colour;
+using platform::Rgb;
+
+// Lamp light on a night desk.
+constexpr Colour kDeskAbove = Rgb(0x0B, 0x10, 0x20);
+constexpr Colour kDeskBelow = Rgb(0x13, 0x1A, 0x2E);
+constexpr Colour kPaper = Rgb(0xF3, 0xEA, 0xD3);
+constexpr Colour kInk = Rgb(0x3F, 0xB8, 0xAF);
+constexpr Colour kBootText = Rgb(0, 255, 255);
+constexpr Colour kFreshInk = Rgb(255, 255, 255);
+
+// `part` of 1000 from one colour to the other.
+Colour Between(Colour from, Colour to, int32_t part) {
+  const auto channel = [&](int shift) {
+    const auto a = static_cast<int32_t>(from >> shift & 255);
+    const auto b = static_cast<int32_t>(to >> shift & 255);
+    return static_cast<uint32_t>(a + (b - a) * part / 1000);
+  };
+  return Rgb(channel(16), channel(8), channel(0));
+}
+
+void DrawDesk() {
+  for (int32_t y = 0; y < kScreen.Height(); ++y) {
+    DDBack->Fill({0, y, kScreen.Width(), y + 1},
+                 Between(kDeskAbove, kDeskBelow, y * 1000 / (kScreen.Height() - 1)));
+  }
+}
+
+// How a boot line looks at an age: written it is bright and slides into its place, and once settled it
+// breathes.
+struct LineLook {
+  int32_t shift = 0;  // pixels to the right
+  Colour colour = kBootText;
+};
+
+LineLook LookAt(int32_t age) {
+  constexpr int32_t kWriting = 200;        // ms
+  constexpr int32_t kBreathBegins = 1200;  // ms
+  constexpr int32_t kBreath = 800;         // ms
+  constexpr int32_t kSlide = 8;            // pixels
+  if (age < kWriting) {
+    const int32_t left = kWriting - std::max(age, 0);
+    return {kSlide * left * left / (kWriting * kWriting),
+            Between(kBootText, kFreshInk, 1000 * left / kWriting)};
+  }
+  if (age >= kBreathBegins && age < kBreathBegins + kBreath) {
+    const int32_t fromMiddle = std::abs(age - kBreathBegins - kBreath / 2);
+    return {0, Between(kBootText, kDeskBelow, 500 * (kBreath / 2 - fromMiddle) / (kBreath / 2))};
+  }
+  return {};
+}
+
+void DrawBootLines() {
+  constexpr int32_t kLeft = 8;
+  constexpr int32_t kTop = 6;
+  constexpr int32_t kLineHeight = 12;
+  const uint32_t now = platform::Now();
+  int32_t y = kTop;
+  for (const BootLine& line : bootLines) {
+    const LineLook look = LookAt(platform::Elapsed(now, line.time));
+    platform::DrawFontText(*DDBack, kLeft + look.shift, y, line.text, kLineHeight, look.colour);
+    y += kLineHeight;
+  }
+}
+
+// The words of the loading screen of a course, and the song that is being read.
+void DrawCourseLoading() {
+  constexpr int32_t kLeft = 32;
+  const uint32_t dots = platform::Now() / 200 % 4;
+  const Text words = Join(u"NOW LOADING", Text(dots, u'.'));
+  platform::DrawFontText(*DDBack, kLeft, 416, words, 16, kPaper, true);
+  if (CourseSong < 0 || CourseSong >= static_cast<int32_t>(CourseSongs.size())) return;
+  const SongEntry& song = CourseSongs[static_cast<size_t>(CourseSong)];
+  const Text line = Join(u"[", song.genre, u"] ", song.title, u" / ", song.artist);
+  platform::DrawFontText(*DDBack, kLeft, 440, line, 12, kInk);
+}
+
+// The clips' frames by clock and position; they come with the skin's tables.
+void UpdateClips() {}
+// Lanes, notes and figures; they come with the skin's tables.
+void DrawNotes() {}
+// The other players' line of a battle, which is still to come.
+void DrawNetStatus() {}
+
+}  // namespace
+
+void DrawPlayFrame() {
+  if (!DDBack) return;
+  if (DDSkinBack) DDBack->Copy(0, 0, *DDSkinBack, FullRect);
+  UpdateClips();
+  DrawBga();
+  DrawNotes();
+  DrawFades();
+  DrawNetStatus();
+  VoicePurge();
+}
+
+void Loading() {
+  if (DDBack) {
+    DrawFadeTiles(30);
+    if (CourseMode) DrawCourseLoading();
+  }
+  PresentFrame();
+}
+
+void PrintBoot(TextView text, bool newLine) {
+  if (newLine || bootLines.empty()) {
+    if (bootLines.size() == kBootLines) bootLines.erase(bootLines.begin());
+    bootLines.emplace_back();
+  }
+  bootLines.back() = {Text(text), platform::Now()};
+}
+
+void DrawBootScreen() {
+  if (DDBack) {
+    DrawDesk();
+    DrawBootLines();
+  }
+  PresentFrame(true, true);
+}
+
+void LoadSS() {
+  // The screen stills of the song select and the results are still to come.
+}
 
 }  // namespace qlm

@@ -31,8 +31,10 @@ struct GameWindow {
   int32_t textureHeight = 0;
   bool windowed = false;
   bool waitsForBlank = false;
+  int64_t framesShown = 0;
 };
 std::optional<GameWindow> game;
+bool displayTaken = false;
 
 bool VideoReady() { return SDL_WasInit(SDL_INIT_VIDEO) != 0 || SDL_InitSubSystem(SDL_INIT_VIDEO) == 0; }
 
@@ -195,9 +197,15 @@ void ShowFrame(const Surface& frame, bool waitForBlank) {
   const SDL_Rect target{place->left, place->top, place->Width(), place->Height()};
   SDL_RenderCopy(game->renderer.get(), game->texture.get(), nullptr, &target);
   SDL_RenderPresent(game->renderer.get());
+  ++game->framesShown;
 }
 
+int64_t WindowFrames() { return game ? game->framesShown : 0; }
+
+void TakeDisplayAway(bool away) { displayTaken = away; }
+
 bool DisplayAvailable() {
+  if (displayTaken) return false;
   if (!game || game->windowed) {
     return true;
   }

@@ -47,6 +47,10 @@ void ShowFrame(const Surface& frame, bool waitForBlank);
 // False while another program has the screen, that is, while a window that takes the whole desktop is
 // minimised. True without a window.
 bool DisplayAvailable();
+// From here on, until it comes back, the display counts as taken by another program. For tests.
+void TakeDisplayAway(bool away);
+// Frames that the open window was given; 0 without one.
+int64_t WindowFrames();
 
 // Lets the window system's events run. Also works without a window; the only event then is a request to
 // close.

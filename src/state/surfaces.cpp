@@ -32,7 +32,13 @@ void ResetSurfaces() {
   BGARestart = {};
   BGADirty = false;
   sideUsesBga = {};
+  videoMemoryTotal = int64_t{64} << 20;
+  displayOpen = false;
+  FadeTileSpeed = {};
   Fps = 0;
+  FrameCount = 0;
+  FpsTime = 0;
+  bootLines.clear();
   displayIsLost = false;
 }
 

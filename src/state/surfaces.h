@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "base/table.h"
 #include "base/text.h"
@@ -42,6 +43,10 @@ inline Table<Table<SurfacePtr, 255>, 127> CourseBmpSurface;
 inline Table<Table<Rect, 255>, 127> CourseBmpRect;
 inline Table<Table<uint8_t, 255>, 127> CourseBmpLoaded;
 
+// What the display reports as its memory in all. Surfaces are counted against it and never refused by it.
+inline int64_t videoMemoryTotal = int64_t{64} << 20;  // bytes
+inline bool displayOpen = false;                      // InitDD has run: surfaces can be made
+
 inline Rect FullRect = kScreen;
 inline Rect ScreenRect = kScreen;  // clip rectangle of the drawing code
 
@@ -66,9 +71,22 @@ inline std::array<bool, 2> BGARestart{};   // base, layer; read by nothing
 inline bool BGADirty = false;              // the BGA must be composed again
 inline std::array<bool, 2> sideUsesBga{};  // the two flags that each read of a chart clears
 
+// The tiles into which a held frame falls apart: pixels that each has fallen at the end.
+inline std::array<int32_t, 300> FadeTileSpeed{};
+
 // Frame figures of the present step.
-inline double Fps = 0;  // frames a second, recomputed every 200 ms or more
+inline double Fps = 0;          // frames a second, recomputed every 200 ms or more
+inline int32_t FrameCount = 0;  // frames since the figure was taken
+inline uint32_t FpsTime = 0;    // clock at which it was taken
 inline bool displayIsLost = false;
+
+// The boot screen's list, oldest line first.
+struct BootLine {
+  Text text;
+  uint32_t time = 0;  // clock at which it was written
+};
+constexpr size_t kBootLines = 39;
+inline std::vector<BootLine> bootLines;
 
 void ResetSurfaces();
 

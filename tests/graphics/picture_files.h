@@ -1,0 +1,32 @@
+// Small pictures for the tests of this folder, and the ground that they share: an open display that nobody
+// sees.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "state/surfaces.h"
+#include "tests/support/game_test.h"
+
+namespace qlm {
+
+using platform::Colour;
+
+// A 24-bit BMP of one colour.
+std::string SolidBmp(int32_t width, int32_t height, Colour colour);
+// A 24-bit BMP of these rows, top to bottom, all of one length.
+std::string BmpOf(const std::vector<std::vector<Colour>>& rows);
+
+// A surface of one colour.
+SurfacePtr Solid(int32_t width, int32_t height, Colour colour);
+// Whether the whole surface shows `inside` within the rectangle and `outside` everywhere else.
+testing::AssertionResult Shows(const SurfacePtr& surface, const Rect& rect, Colour inside, Colour outside);
+
+class DisplayTest : public GameTest {
+ protected:
+  // Opens the display unseen, with all fixed surfaces, and forgets what that logged.
+  DisplayTest();
+  ~DisplayTest() override;
+};
+
+}  // namespace qlm

@@ -1,0 +1,218 @@
+// The end of a frame: its steps in their order.
+#include "graphics/present.h"
+
+#include <cstdlib>
+
+#include "base/hooks.h"
+#include "graphics/display.h"
+#include "platform/clock.h"
+#include "platform/timers.h"
+#include "platform/window.h"
+#include "state/message.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/sounds.h"
+#include "tests/graphics/picture_files.h"
+
+namespace qlm {
+namespace {
+
+std::vector<Text> steps;
+Text shownRow;  // what stands on the row that a test looks at
+int32_t rowLooked = 465;
+
+// The text whose cells begin at the left edge, one pixel a character, of the presented frame.
+Text ReadRow(int32_t y) {
+  Text text;
+  for (const Colour colour : DDBack->Row(y)) text += static_cast<char16_t>(colour & 0xFF);
+  return text;
+}
+
+// A font sheet whose cell of byte b is one pixel of colour 0x1000 + b.
+class Present : public DisplayTest {
+ protected:
+  Present() {
+    SkinFile[1] = std::make_shared<Surface>(96, 1);
+    for (int32_t byte = 33; byte <= 126; ++byte) {
+      SysFont[byte - 32] = {byte - 33, 0, byte - 32, 1};
+      SkinFile[1]->Fill(SysFont[byte - 32], static_cast<Colour>(0x1000 + byte));
+    }
+    SysFontW = SysFontH = 1;
+    steps.clear();
+    shownRow.clear();
+    rowLooked = 465;
+    hooks::framePresented = [] { shownRow = ReadRow(rowLooked); };
+  }
+  // What stood from x on, without what is black there and behind.
+  static Text Shown(int32_t x) { return Text(TextView(shownRow).substr(static_cast<size_t>(x), 60)).c_str(); }
+};
+
+TEST_F(Present, AMessageStandsAtTheBottomOfTheLists) {
+  ShowMessage(u"hello");
+  PresentFrame();
+  EXPECT_EQ(Shown(0), u"hello");
+}
+
+TEST_F(Present, AMessageOfThePlayStandsInTheMiddleOrWhereTheSkinWantsIt) {
+  GameState = kStatePlay;
+  ShowMessage(u"hello");
+  rowLooked = 385;
+  PresentFrame();
+  EXPECT_EQ(Shown(220), u"hello");
+  MessageRect = {30, 40, 0, 0};
+  rowLooked = 40;
+  PresentFrame();
+  EXPECT_EQ(Shown(30), u"hello");
+  rowLooked = 385;
+  PresentFrame();
+  EXPECT_EQ(Shown(220), u"");
+}
+
+TEST_F(Present, QuietLeavesOutMessageAndFrameRate) {
+  ShowMessage(u"hello");
+  PresentFrame(false, true);
+  EXPECT_EQ(Shown(0), u"");
+  rowLooked = 478;
+  PresentFrame(false, true);
+  EXPECT_EQ(Shown(310), u"");
+  platform::UseVirtualClock(1'009'000);
+  PresentFrame(false, true);
+  EXPECT_EQ(messageText, u"hello");
+}
+
+TEST_F(Present, AMessageStandsWholeForASecondAndATenth) {
+  ShowMessage(u"0123456789");
+  for (const uint32_t ms : {0U, 999U, 1000U, 1199U}) {
+    platform::UseVirtualClock(1'000'000 + ms);
+    PresentFrame();
+    EXPECT_EQ(messageText, u"0123456789") << ms;
+  }
+}
+
+TEST_F(Present, ThenItLosesItsHeadFasterAndFaster) {
+  ShowMessage(u"0123456789");
+  platform::UseVirtualClock(1'001'200);  // from character 2 on
+  PresentFrame();
+  EXPECT_EQ(Shown(0), u"0123456789");  // this frame still showed it whole
+  EXPECT_EQ(messageText, u"123456789");
+  PresentFrame();
+  EXPECT_EQ(messageText, u"23456789");
+  platform::UseVirtualClock(1'001'499);  // from character 4 on
+  PresentFrame();
+  EXPECT_EQ(messageText, u"56789");
+  platform::UseVirtualClock(1'002'000);  // from character 10 on
+  EXPECT_TRUE(messageUp);
+  PresentFrame();
+  EXPECT_EQ(messageText, u"");
+  EXPECT_FALSE(messageUp);
+}
+
+TEST_F(Present, ThirtyCharactersVanishWellBeforeThreeSecondsAreOver) {
+  platform::SetFrameClock([](uint32_t now) { return now + 17; });
+  ShowMessage(Text(30, u'x'));
+  while (messageUp) PresentFrame();
+  EXPECT_LT(platform::Elapsed(platform::Now(), messageTime), 1600);
+}
+
+TEST_F(Present, TheFrameRateStandsOneFontHeightAboveTheLastRow) {
+  Fps = 59.94;
+  rowLooked = 478;
+  PresentFrame();
+  EXPECT_EQ(Shown(310), u"FPS:59.9");
+}
+
+TEST_F(Present, TheFrameRateIsTakenEvery200Ms) {
+  FpsTime = 1'000'000;
+  for (int32_t i = 0; i < 3; ++i) PresentFrame();
+  EXPECT_EQ(Fps, 0);
+  platform::UseVirtualClock(1'000'199);
+  PresentFrame();
+  EXPECT_EQ(Fps, 0);
+  platform::UseVirtualClock(1'000'250);
+  PresentFrame();
+  EXPECT_EQ(Fps, 20);  // 5 frames in 250 ms
+  EXPECT_EQ(FrameCount, 0);
+  EXPECT_EQ(FpsTime, 1'000'250U);
+}
+
+TEST_F(Present, MemoryAndVoicesAreShownForDebugging) {
+  Debug = true;
+  VoiceCount = 12;
+  videoMemoryTotal = static_cast<int64_t>(Surface::BytesHeld()) + 1536;
+  rowLooked = 400;
+  PresentFrame(false, true);
+  EXPECT_EQ(Shown(320), Join(u"VRAM:\0", u"").c_str());
+  EXPECT_TRUE(TextView(shownRow).substr(326).starts_with(u"1.5"));
+  rowLooked = 410;
+  PresentFrame(false, true);
+  EXPECT_TRUE(TextView(shownRow).substr(321).starts_with(u"MEM:"));
+  rowLooked = 430;
+  PresentFrame(false, true);
+  EXPECT_TRUE(
+      TextView(shownRow).substr(321).starts_with(u"POL:\0"
+                                                 "12"));
+}
+
+TEST_F(Present, StepsComeInTheirOrder) {
+  platform::SetFrameClock([](uint32_t now) {
+    steps.push_back(u"refresh");
+    return now + 10;
+  });
+  hooks::pumped = [] { steps.push_back(u"pump"); };
+  hooks::framePresented = [] { steps.push_back(u"show"); };
+  platform::SetTimer(platform::kTimerPlay, 1, [] { steps.push_back(u"timer"); });
+  PresentFrame();
+  PresentFrame();
+  EXPECT_EQ(steps, (std::vector<Text>{u"pump", u"show", u"refresh", u"pump", u"timer", u"show", u"refresh"}));
+}
+
+TEST_F(Present, TheNextFrameIsBlackAndTheClipRectangleWhole) {
+  DDBack->Fill(kScreen, 0x123456);
+  ScreenRect = {10, 10, 20, 20};
+  PresentFrame();
+  EXPECT_TRUE(Shows(DDBack, {}, 0, 0));
+  EXPECT_EQ(ScreenRect, kScreen);
+}
+
+TEST_F(Present, GoesOnWithoutSurfaces) {
+  hooks::framePresented = nullptr;
+  DDBack.reset();
+  ShowMessage(u"hello");
+  PresentFrame();
+}
+
+// With a window that nobody looks at.
+class PresentInAWindow : public Present {
+ protected:
+  void Open(bool windowed, bool direct) {
+    setenv("SDL_VIDEODRIVER", "dummy", 1);
+    Windowed = windowed;
+    DirectBlt = direct;
+    InitDD();
+    ASSERT_TRUE(platform::WindowOpen());
+  }
+};
+
+TEST_F(PresentInAWindow, FullScreenIsSeenWithBothWaysOfShowing) {
+  Open(false, false);
+  PresentFrame();
+  EXPECT_EQ(platform::WindowFrames(), 1);
+  DirectBlt = true;
+  PresentFrame(true);
+  EXPECT_EQ(platform::WindowFrames(), 2);
+}
+
+TEST_F(PresentInAWindow, AWindowNeedsDirectBlt) {
+  Open(true, true);
+  PresentFrame();
+  EXPECT_EQ(platform::WindowFrames(), 1);
+}
+
+TEST_F(PresentInAWindow, AWindowWithoutDirectBltStaysUnseen) {
+  Open(true, false);
+  PresentFrame();
+  EXPECT_EQ(platform::WindowFrames(), 0);
+}
+
+}  // namespace
+}  // namespace qlm
