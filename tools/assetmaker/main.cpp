@@ -1,0 +1,95 @@
+// The asset maker: writes the system sounds and the stock song into a folder, and if asked to the song's mix.
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+#include "charts.h"
+#include "mixdown.h"
+#include "system_sounds.h"
+#include "wav_file.h"
+
+namespace assetmaker {
+namespace {
+
+namespace fs = std::filesystem;
+
+int Fail(const std::string& message) {
+  std::fprintf(stderr, "assetmaker: %s\n", message.c_str());
+  return 1;
+}
+
+bool MakeFolder(const fs::path& folder) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  return !error;
+}
+
+bool WriteText(const fs::path& path, const std::string& text) {
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file.write(text.data(), static_cast<std::streamsize>(text.size()));
+  return file.good();
+}
+
+int WriteSystemSounds(const fs::path& folder) {
+  if (!MakeFolder(folder)) return Fail("cannot make " + folder.string());
+  for (const SystemSound& sound : MakeSystemSounds()) {
+    const fs::path path = folder / (sound.name + ".wav");
+    if (!WriteWav(path, sound.sound)) return Fail("cannot write " + path.string());
+  }
+  return 0;
+}
+
+int WriteSong(const fs::path& folder, const fs::path& mixPath) {
+  NotationError error;
+  const std::optional<Score> score = TheMarch(error);
+  if (!score) return Fail("the score: " + error.message);
+  SampleBank bank;
+  if (!bank.Fill(*score))
+    return Fail("the song has " + std::to_string(bank.Samples().size()) + " samples, 255 fit");
+  if (!MakeFolder(folder)) return Fail("cannot make " + folder.string());
+  std::vector<Sound> sounds;
+  for (const Sample& sample : bank.Samples()) {
+    sounds.push_back(Render(sample));
+    const fs::path path = folder / FileName(sample);
+    if (!WriteWav(path, sounds.back())) return Fail("cannot write " + path.string());
+  }
+  for (const NamedChart& named : MakeCharts(*score, bank)) {
+    const fs::path path = folder / named.fileName;
+    if (!WriteText(path, BmsText(named.chart, *score))) return Fail("cannot write " + path.string());
+  }
+  if (mixPath.empty()) return 0;
+  if (!WriteWav(mixPath, Mixdown(*score, bank, sounds))) return Fail("cannot write " + mixPath.string());
+  return 0;
+}
+
+int Usage() {
+  std::fputs(
+      "usage: assetmaker FOLDER [--mix FILE.wav]\n"
+      "Writes _qlmfiles/wav and songs/march into FOLDER; --mix also writes the song as one sound.\n",
+      stderr);
+  return 2;
+}
+
+int Run(int count, char** words) {
+  fs::path folder, mix;
+  for (int i = 1; i < count; ++i) {
+    const std::string_view word = words[i];
+    if (word == "--mix" && i + 1 < count) {
+      mix = words[++i];
+    } else if (folder.empty() && !word.starts_with("--")) {
+      folder = word;
+    } else {
+      return Usage();
+    }
+  }
+  if (folder.empty()) return Usage();
+  const int status = WriteSystemSounds(folder / "_qlmfiles" / "wav");
+  return status != 0 ? status : WriteSong(folder / "songs" / "march", mix);
+}
+
+}  // namespace
+}  // namespace assetmaker
+
+int main(int argc, char** argv) { return assetmaker::Run(argc, argv); }

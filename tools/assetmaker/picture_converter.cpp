@@ -1,0 +1,148 @@
+// The picture converter: any picture that SDL_image reads, flattened on black, as a BMP of 24 bits or of 256
+// colours.
+#include <SDL_image.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+struct SurfaceDeleter {
+  void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using Surface = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
+
+using Color = std::array<Uint8, 3>;  // red, green, blue
+
+Surface OnBlack(SDL_Surface* picture) {
+  Surface flat(SDL_CreateRGBSurfaceWithFormat(0, picture->w, picture->h, 24, SDL_PIXELFORMAT_BGR24));
+  if (!flat) return nullptr;
+  SDL_FillRect(flat.get(), nullptr, SDL_MapRGB(flat->format, 0, 0, 0));
+  SDL_SetSurfaceBlendMode(picture, SDL_BLENDMODE_BLEND);
+  return SDL_BlitSurface(picture, nullptr, flat.get(), nullptr) == 0 ? std::move(flat) : nullptr;
+}
+
+std::vector<Color> PixelsOf(const SDL_Surface& flat) {
+  std::vector<Color> pixels;
+  for (int y = 0; y < flat.h; ++y) {
+    const Uint8* row = static_cast<const Uint8*>(flat.pixels) + y * flat.pitch;
+    for (int x = 0; x < flat.w; ++x) pixels.push_back({row[3 * x + 2], row[3 * x + 1], row[3 * x]});
+  }
+  return pixels;
+}
+
+// Colours that will share one entry of the palette.
+struct Box {
+  std::vector<Color> colors;
+  std::size_t channel = 0;  // in which they differ most
+  int spread = 0;           // by how much
+};
+
+Box BoxOf(std::vector<Color> colors) {
+  Box box{std::move(colors)};
+  for (std::size_t channel = 0; channel < 3; ++channel) {
+    const auto [low, high] =
+        std::minmax_element(box.colors.begin(), box.colors.end(),
+                            [=](const Color& a, const Color& b) { return a[channel] < b[channel]; });
+    const int spread = (*high)[channel] - (*low)[channel];
+    if (spread > box.spread) box.channel = channel, box.spread = spread;
+  }
+  return box;
+}
+
+Color Average(const std::vector<Color>& colors) {
+  std::array<std::size_t, 3> sums = {};
+  for (const Color& color : colors) {
+    for (std::size_t channel = 0; channel < 3; ++channel) sums[channel] += color[channel];
+  }
+  Color average;
+  for (std::size_t channel = 0; channel < 3; ++channel) {
+    average[channel] = static_cast<Uint8>((sums[channel] + colors.size() / 2) / colors.size());
+  }
+  return average;
+}
+
+// Median cut: the box of the widest spread is halved until there are enough. Pure black keeps an entry of its
+// own.
+std::vector<Color> PaletteOf(std::vector<Color> pixels) {
+  constexpr std::size_t entries = 256;
+  std::vector<Color> palette = {{0, 0, 0}};
+  std::erase(pixels, palette.front());
+  if (pixels.empty()) return palette;
+  std::vector<Box> boxes = {BoxOf(std::move(pixels))};
+  while (boxes.size() < entries - 1) {
+    const auto widest = std::max_element(boxes.begin(), boxes.end(),
+                                         [](const Box& a, const Box& b) { return a.spread < b.spread; });
+    if (widest->spread == 0) break;
+    std::vector<Color> low = std::move(widest->colors);
+    const std::size_t channel = widest->channel;
+    std::sort(low.begin(), low.end(),
+              [=](const Color& a, const Color& b) { return a[channel] < b[channel]; });
+    // Equal colours stay together.
+    auto cut = std::lower_bound(low.begin(), low.end(), low[low.size() / 2][channel],
+                                [=](const Color& a, Uint8 value) { return a[channel] < value; });
+    if (cut == low.begin()) {
+      cut = std::upper_bound(low.begin(), low.end(), low.front()[channel],
+                             [=](Uint8 value, const Color& a) { return value < a[channel]; });
+    }
+    std::vector<Color> high(cut, low.end());
+    low.erase(cut, low.end());
+    *widest = BoxOf(std::move(low));
+    boxes.push_back(BoxOf(std::move(high)));
+  }
+  for (const Box& box : boxes) palette.push_back(Average(box.colors));
+  return palette;
+}
+
+std::size_t Nearest(const std::vector<Color>& palette, const Color& color) {
+  std::size_t nearest = 0;
+  int least = 1 << 30;
+  for (std::size_t i = 0; i < palette.size(); ++i) {
+    int distance = 0;
+    for (std::size_t channel = 0; channel < 3; ++channel) {
+      const int difference = palette[i][channel] - color[channel];
+      distance += difference * difference;
+    }
+    if (distance < least) least = distance, nearest = i;
+  }
+  return nearest;
+}
+
+Surface WithPalette(const SDL_Surface& flat) {
+  const std::vector<Color> pixels = PixelsOf(flat);
+  const std::vector<Color> palette = PaletteOf(pixels);
+  Surface indexed(SDL_CreateRGBSurfaceWithFormat(0, flat.w, flat.h, 8, SDL_PIXELFORMAT_INDEX8));
+  if (!indexed) return nullptr;
+  std::vector<SDL_Color> colors(256, SDL_Color{0, 0, 0, 255});
+  for (std::size_t i = 0; i < palette.size(); ++i)
+    colors[i] = {palette[i][0], palette[i][1], palette[i][2], 255};
+  SDL_SetPaletteColors(indexed->format->palette, colors.data(), 0, 256);
+  for (std::size_t i = 0; i < pixels.size(); ++i) {
+    const std::size_t x = i % static_cast<std::size_t>(flat.w), y = i / static_cast<std::size_t>(flat.w);
+    static_cast<Uint8*>(indexed->pixels)[y * static_cast<std::size_t>(indexed->pitch) + x] =
+        static_cast<Uint8>(Nearest(palette, pixels[i]));
+  }
+  return indexed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bool palette = argc == 4 && std::string_view(argv[3]) == "--palette";
+  if (argc != 3 && !palette) {
+    std::fputs("usage: picture_converter IN OUT.bmp [--palette]\n", stderr);
+    return 2;
+  }
+  const Surface picture(IMG_Load(argv[1]));
+  Surface result = picture ? OnBlack(picture.get()) : nullptr;
+  if (result && palette) result = WithPalette(*result);
+  if (!result || SDL_SaveBMP(result.get(), argv[2]) != 0) {
+    std::fprintf(stderr, "picture_converter: %s to %s: %s\n", argv[1], argv[2], SDL_GetError());
+    return 1;
+  }
+  return 0;
+}

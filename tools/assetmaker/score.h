@@ -1,0 +1,51 @@
+// The stock song in time: measures, tempo, and everything that sounds.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "notation.h"
+#include "voices.h"
+
+namespace assetmaker {
+
+// What a sound does in the music; charts choose by it what lies under the hands.
+enum class Role { melody, harmony, bells, chords, pad, bass, field, lowDrum, metal, brush, pen };
+
+enum class SectionName { prelude, theme, themeAgain, answer, bridge, turn, finale, coda };
+
+struct Measure {
+  int tick;    // where it begins
+  int length;  // in ticks; `wholeNote` unless it is a short one
+  SectionName section;
+  int inSection;  // 0 for the first measure of its section
+};
+
+struct Event {
+  int tick;
+  Role role;
+  Sample sample;
+};
+
+// A tempo in quarter notes a minute, from this tick on.
+struct TempoChange {
+  int tick;
+  double tempo;
+};
+
+struct Score {
+  std::vector<Measure> measures;
+  std::vector<TempoChange> tempi;  // the first is at tick 0
+  std::vector<Event> events;       // in order of time
+};
+
+// The tick behind the last measure.
+int EndTick(const Score& score);
+
+// When a tick sounds, in seconds from the start.
+double SecondsAt(const Score& score, int tick);
+
+// The March of the Quill. Nothing, and `error` set, if its notation does not add up.
+std::optional<Score> TheMarch(NotationError& error);
+
+}  // namespace assetmaker

@@ -1,0 +1,62 @@
+// Who plays in the stock song: each voice is an instrument in one role, at one loudness.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "pitch.h"
+#include "sound.h"
+
+namespace assetmaker {
+
+enum class Voice {
+  // Pitched
+  leadPiano,
+  softPiano,
+  brokenPiano,
+  pianoStab,
+  leadBrass,
+  secondBrass,
+  brassStab,
+  tutti,
+  strings,
+  bells,
+  bass,
+  timpani,
+  // Struck, drawn, tapped
+  fieldAccent,
+  fieldLeft,
+  fieldRight,
+  fieldFlam,
+  shortRoll,
+  longRoll,
+  bassDrum,
+  brushTap,
+  brushSweep,
+  cymbals,
+  triangle,
+  penUp,
+  penDown,
+  penLong,
+  nibTap,
+};
+
+// One sample of the song, before it is made. Two that are alike are the same sample.
+struct Sample {
+  Voice voice;
+  std::vector<Pitch> pitches;  // empty for what has no pitch
+  int centiseconds;            // how long it is held; 0 for what rings as long as it likes
+
+  bool operator==(const Sample&) const = default;
+};
+
+// The name of its file, without the folder.
+std::string FileName(const Sample& sample);
+
+// The finished sound, at its loudness in the mix.
+Sound Render(const Sample& sample);
+
+// Whether the voice rings on by itself, so that its notes differ in pitch only.
+bool RingsFreely(Voice voice);
+
+}  // namespace assetmaker
