@@ -21,19 +21,15 @@ const std::string title = "\x89\x48\x83\x79\x83\x93\x82\xCC\x8D\x73\x90\x69";
 // For a first evening: the beats of the tune, the turntable once in a while.
 std::vector<Task> FirstEvening() {
   return {
-      {{theme, themeAgain, answer, bridge, turn, finale, coda},
-       Role::melody,
-       Keep::quarters,
-       Fingering::contour,
-       fiveKeys},
-      {{prelude}, Role::field, Keep::quarters, Fingering::away, fiveKeys},
+      {everywhere, Role::melody, Keep::quarters, Fingering::contour, fiveKeys},
+      {{prelude}, Role::field, Keep::quarters, Fingering::rhythm, fiveKeys},
       {{theme, themeAgain, answer, bridge, finale},
        Role::pen,
        Keep::halves,
        Fingering::turntable,
        fiveKeys,
        1},
-      {{coda}, Role::metal, Keep::halves, Fingering::away, fiveKeys},
+      {{coda}, Role::metal, Keep::all, Fingering::turntable, fiveKeys},
   };
 }
 
@@ -41,17 +37,13 @@ std::vector<Task> FirstEvening() {
 std::vector<Task> RegularPlayer() {
   return {
       {everywhere, Role::melody, Keep::all, Fingering::contour, sevenKeys},
+      {everywhere, Role::tap, Keep::all, Fingering::rhythm, sevenKeys},
       {everywhere, Role::pen, Keep::all, Fingering::turntable, sevenKeys},
       {{finale, coda}, Role::harmony, Keep::halves, Fingering::contour, sevenKeys, 2},
-      {{prelude, theme, themeAgain, answer, turn, finale, coda},
-       Role::field,
-       Keep::accents,
-       Fingering::away,
-       sevenKeys,
-       2},
-      {{finale, coda}, Role::metal, Keep::all, Fingering::away, sevenKeys, 4},
-      {{answer}, Role::harmony, Keep::all, Fingering::away, sevenKeys, 2},
-      {{bridge}, Role::harmony, Keep::quarters, Fingering::away, sevenKeys, 2},
+      {everywhere, Role::field, Keep::accents, Fingering::rhythm, sevenKeys, 2},
+      {{finale, coda}, Role::metal, Keep::all, Fingering::rhythm, sevenKeys, 4},
+      {{answer}, Role::harmony, Keep::all, Fingering::rhythm, sevenKeys, 2},
+      {{bridge}, Role::harmony, Keep::quarters, Fingering::rhythm, sevenKeys, 2},
   };
 }
 
@@ -59,18 +51,13 @@ std::vector<Task> RegularPlayer() {
 std::vector<Task> TwoHands() {
   return {
       {everywhere, Role::melody, Keep::all, Fingering::contour, rightHand},
+      {everywhere, Role::tap, Keep::all, Fingering::rhythm, rightHand},
       {everywhere, Role::pen, Keep::all, Fingering::turntable, sevenKeys},
       {{themeAgain, finale, coda}, Role::harmony, Keep::quarters, Fingering::contour, rightHand, 2},
-      {{answer}, Role::harmony, Keep::all, Fingering::contour, sevenKeys},
-      {{bridge}, Role::harmony, Keep::all, Fingering::contour, sevenKeys},
-      {{prelude, theme, themeAgain, answer, turn, finale, coda},
-       Role::field,
-       Keep::accents,
-       Fingering::away,
-       sevenKeys},
-      {{theme, themeAgain, finale, coda}, Role::lowDrum, Keep::halves, Fingering::away, sevenKeys, 2},
+      {{answer, bridge}, Role::harmony, Keep::all, Fingering::contour, sevenKeys},
+      {everywhere, Role::field, Keep::accents, Fingering::rhythm, sevenKeys},
+      {{theme, themeAgain, turn, finale, coda}, Role::lowDrum, Keep::halves, Fingering::rhythm, sevenKeys, 2},
       {{themeAgain, finale, coda}, Role::metal, Keep::all, Fingering::turntable, rightHand, 4},
-      {{turn}, Role::lowDrum, Keep::all, Fingering::away, rightHand, 2},
   };
 }
 

@@ -24,6 +24,7 @@ Wave Grain(double seconds, double fibresPerSecond, Noise& noise) {
     level += (target - level) * pace * 4;
     sample = static_cast<float>(noise.Next() * level);
   }
+  Apply(Biquad::LowPass(8000), wave);  // paper does not hiss
   return wave;
 }
 

@@ -148,7 +148,7 @@ Sound Strings(Pitch pitch, double seconds) {
 Sound Glockenspiel(Pitch pitch) {
   const double f = Frequency(pitch);
   const Wave wave =
-      Ring({{f, 1, 0.45}, {2.756 * f, 0.45, 0.16}, {5.404 * f, 0.2, 0.05}, {8.93 * f, 0.08, 0.02}}, 1.1);
+      Ring({{f, 1, 0.45}, {2.756 * f, 0.45, 0.16}, {5.404 * f, 0.2, 0.05}, {8.93 * f, 0.08, 0.02}}, 1.5);
   return InRoom(Pan(wave, 0.3), 0.2);
 }
 

@@ -2,6 +2,7 @@
 #include "lanes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <map>
@@ -38,7 +39,6 @@ class Layout {
   void Do(const Task& task) {
     const std::vector<std::size_t> notes = NotesOf(task);
     const std::map<int, std::vector<Pitch>> phrases = PitchesByPhrase(notes);
-    std::size_t lastKey = 0;
     for (const std::size_t note : notes) {
       const Event& event = score_.events[note];
       if (HeldAt(event.tick, task.hand) >= task.most) continue;
@@ -48,10 +48,12 @@ class Layout {
       }
       const std::vector<std::size_t> free = FreeKeys(event.tick, task.hand);
       if (free.empty()) continue;
-      lastKey = task.fingering == Fingering::contour
-                    ? Nearest(free, ByContour(event, phrases.at(PhraseAt(event.tick)), task.hand.keys.size()))
-                    : Furthest(free, event.tick, task.hand, lastKey);
-      Take(note, task.hand.keys[lastKey]);
+      const std::size_t keys = task.hand.keys.size();
+      const std::size_t key =
+          task.fingering == Fingering::contour
+              ? Nearest(free, ByContour(event, phrases.at(PhraseAt(event.tick)), keys))
+              : Nearest(Roomiest(free, event.tick, task.hand), ByRhythm(event.tick, keys));
+      Take(note, task.hand.keys[key]);
     }
   }
 
@@ -107,19 +109,26 @@ class Layout {
                              [&](std::size_t a, std::size_t b) { return distance(a) < distance(b); });
   }
 
-  // The free key with the most room to what the hand holds at this tick and to its last key.
-  std::size_t Furthest(const std::vector<std::size_t>& free, int tick, const Hand& hand,
-                       std::size_t lastKey) const {
-    const auto room = [&](std::size_t key) {
-      int least = std::abs(static_cast<int>(key) - static_cast<int>(lastKey));
-      for (std::size_t held = 0; held < hand.keys.size(); ++held) {
-        if (taken_.count({tick, hand.keys[held]}) == 0) continue;
-        least = std::min(least, std::abs(static_cast<int>(key) - static_cast<int>(held)));
-      }
-      return least;
-    };
-    return *std::max_element(free.begin(), free.end(),
-                             [&](std::size_t a, std::size_t b) { return room(a) < room(b); });
+  // The key for a place in the bar: neighbouring sixteenths lie apart, so that both hands have their share.
+  std::size_t ByRhythm(int tick, std::size_t keys) const {
+    constexpr std::array<double, 16> places = {0.0, 0.8,  0.35, 1.0, 0.65, 0.15, 0.5,  0.9,
+                                               0.2, 0.75, 0.4,  1.0, 0.6,  0.1,  0.85, 0.3};
+    const auto step = static_cast<std::size_t>((tick - MeasureAt(score_, tick).tick) / sixteenth);
+    return static_cast<std::size_t>(
+        std::lround(places[step % places.size()] * static_cast<double>(keys - 1)));
+  }
+
+  // Of the free keys those with at least one key between them and what the hand holds; all of them if there
+  // are none.
+  std::vector<std::size_t> Roomiest(const std::vector<std::size_t>& free, int tick, const Hand& hand) const {
+    std::vector<std::size_t> roomy;
+    for (const std::size_t key : free) {
+      const auto heldAt = [&](std::size_t other) {
+        return other < hand.keys.size() && taken_.count({tick, hand.keys[other]}) != 0;
+      };
+      if (!heldAt(key + 1) && (key == 0 || !heldAt(key - 1))) roomy.push_back(key);
+    }
+    return roomy.empty() ? free : roomy;
   }
 
   std::vector<std::size_t> FreeKeys(int tick, const Hand& hand) const {

@@ -16,7 +16,7 @@ struct Hand {
 // How the notes of a task find their lanes.
 enum class Fingering {
   contour,  // higher notes further right, the same note on the same key throughout a phrase of two measures
-  away,     // each stroke on the key furthest from what the hand holds already and from the stroke before
+  rhythm,   // the same place in the bar on the same key, away from what the hand holds already
   turntable,
 };
 

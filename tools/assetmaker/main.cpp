@@ -49,11 +49,10 @@ int WriteSong(const fs::path& folder, const fs::path& mixPath) {
   if (!bank.Fill(*score))
     return Fail("the song has " + std::to_string(bank.Samples().size()) + " samples, 255 fit");
   if (!MakeFolder(folder)) return Fail("cannot make " + folder.string());
-  std::vector<Sound> sounds;
-  for (const Sample& sample : bank.Samples()) {
-    sounds.push_back(Render(sample));
-    const fs::path path = folder / FileName(sample);
-    if (!WriteWav(path, sounds.back())) return Fail("cannot write " + path.string());
+  const std::vector<Sound> sounds = bank.RenderAll();
+  for (std::size_t i = 0; i < sounds.size(); ++i) {
+    const fs::path path = folder / FileName(bank.Samples()[i]);
+    if (!WriteWav(path, sounds[i])) return Fail("cannot write " + path.string());
   }
   for (const NamedChart& named : MakeCharts(*score, bank)) {
     const fs::path path = folder / named.fileName;

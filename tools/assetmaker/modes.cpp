@@ -19,6 +19,7 @@ Wave Ring(const std::vector<Mode>& modes, double seconds) {
       pointer *= step;
     }
   }
+  FadeOut(wave, seconds * 0.3);
   return wave;
 }
 

@@ -2,6 +2,8 @@
 #include "sample_bank.h"
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 
 namespace assetmaker {
 
@@ -16,6 +18,19 @@ bool SampleBank::Fill(const Score& score) {
 int SampleBank::Slot(const Sample& sample) const {
   const auto found = std::find(samples_.begin(), samples_.end(), sample);
   return found == samples_.end() ? 0 : static_cast<int>(found - samples_.begin()) + 1;
+}
+
+std::vector<Sound> SampleBank::RenderAll() const {
+  std::vector<Sound> sounds(samples_.size());
+  std::atomic<std::size_t> next = 0;
+  const auto work = [&] {
+    for (std::size_t i = next++; i < samples_.size(); i = next++) sounds[i] = Render(samples_[i]);
+  };
+  std::vector<std::jthread> workers;
+  for (unsigned n = 1; n < std::thread::hardware_concurrency(); ++n) workers.emplace_back(work);
+  work();
+  workers.clear();  // waits for them
+  return sounds;
 }
 
 }  // namespace assetmaker

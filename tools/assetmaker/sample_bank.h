@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "score.h"
+#include "sound.h"
 
 namespace assetmaker {
 
@@ -18,6 +19,9 @@ class SampleBank {
 
   // The sample of slot n stands at n - 1.
   const std::vector<Sample>& Samples() const { return samples_; }
+
+  // The sounds of all samples, in the same order.
+  std::vector<Sound> RenderAll() const;
 
  private:
   std::vector<Sample> samples_;

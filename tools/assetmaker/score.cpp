@@ -47,7 +47,7 @@ std::optional<Stroke> StrokeNamed(char name, int step) {
     case 'u': return Stroke{Role::pen, Voice::penUp};
     case 'd': return Stroke{Role::pen, Voice::penDown};
     case 'l': return Stroke{Role::pen, Voice::penLong};
-    case 'n': return Stroke{Role::pen, Voice::nibTap};
+    case 'n': return Stroke{Role::tap, Voice::nibTap};
     default: return std::nullopt;
   }
 }

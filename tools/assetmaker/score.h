@@ -10,7 +10,7 @@
 namespace assetmaker {
 
 // What a sound does in the music; charts choose by it what lies under the hands.
-enum class Role { melody, harmony, bells, chords, pad, bass, field, lowDrum, metal, brush, pen };
+enum class Role { melody, harmony, bells, chords, pad, bass, field, lowDrum, metal, brush, pen, tap };
 
 enum class SectionName { prelude, theme, themeAgain, answer, bridge, turn, finale, coda };
 

@@ -40,8 +40,9 @@ Sound CursorMove() { return PageTurn(0.11); }
 // The notebook is opened and the pen made ready.
 Sound SelectStart() {
   Sound sound = PageTurn(0.42);
-  Mix(sound, NibTap(3), Samples(0.47), 0.9);
-  Mix(sound, NibTap(4), Samples(0.60), 1.1);
+  Scale(sound, 2.2);
+  Mix(sound, NibTap(3), Samples(0.47), 0.35);
+  Mix(sound, NibTap(4), Samples(0.60), 0.4);
   Mix(sound, PianoChord({"D4", "A4", "E5"}, 1.1, 0.35, 0.04), Samples(0.60), 0.35);
   return sound;
 }

@@ -24,6 +24,26 @@ std::vector<double> FormantWeights(const Tone& tone, int harmonics) {
   return weights;
 }
 
+// What moves in a tone; between two moments it moves in a straight line.
+struct Moment {
+  double level = 0, brightness = 0;
+  double pace = 0;  // turns a sample
+};
+
+constexpr std::size_t control = 32;  // samples from one moment to the next, less than a millisecond
+
+Moment MomentAt(const Tone& tone, std::size_t sample) {
+  const double time = static_cast<double>(sample) / sampleRate;
+  return {tone.level(time), tone.brightness(time),
+          tone.frequency * std::exp2(tone.bend(time) / 1200) / sampleRate};
+}
+
+Moment StepBetween(const Moment& from, const Moment& to) {
+  constexpr double share = 1.0 / control;
+  return {(to.level - from.level) * share, (to.brightness - from.brightness) * share,
+          (to.pace - from.pace) * share};
+}
+
 }  // namespace
 
 Wave Sustain(const Tone& tone) {
@@ -31,23 +51,30 @@ Wave Sustain(const Tone& tone) {
   const std::vector<double> weights = FormantWeights(tone, harmonics);
   Wave wave(Samples(tone.seconds));
   double turns = tone.phase;
+  Moment moment = MomentAt(tone, 0), next = moment, step;
   for (std::size_t i = 0; i < wave.size(); ++i) {
-    const double time = static_cast<double>(i) / sampleRate;
+    if (i % control == 0) {
+      moment = next;
+      next = MomentAt(tone, i + control);
+      step = StepBetween(moment, next);
+    }
     const double angle = 2 * std::numbers::pi * turns;
     const double twiceCosine = 2 * std::cos(angle);
-    const double brightness = tone.brightness(time);
     double below = 0, sine = std::sin(angle), share = 1, sum = 0;
     for (const double weight : weights) {
       sum += share * weight * sine;
-      share *= brightness;
+      share *= moment.brightness;
       if (share < audible) break;
       const double above = twiceCosine * sine - below;
       below = sine;
       sine = above;
     }
-    wave[i] = static_cast<float>(sum * tone.level(time));
-    turns += tone.frequency * std::exp2(tone.bend(time) / 1200) / sampleRate;
+    wave[i] = static_cast<float>(sum * moment.level);
+    turns += moment.pace;
     turns -= std::floor(turns);
+    moment.level += step.level;
+    moment.brightness += step.brightness;
+    moment.pace += step.pace;
   }
   return wave;
 }

@@ -14,9 +14,12 @@ namespace {
 
 using Playing = std::function<Sound(Pitch, double seconds)>;
 
+// The tune's loudness; all other voices are set against it.
+constexpr double tune = -16;
+
 struct Part {
   const char* name;
-  double loudness;  // dB, as Loudness measures it
+  double loudness;  // dB, against the tune
   bool ringsFreely;
   Playing play;
 };
@@ -33,48 +36,47 @@ Sound Tutti(Pitch pitch, double seconds) {
 Part PartOf(Voice voice) {
   constexpr bool rings = true, held = false;
   switch (voice) {
-    case Voice::leadPiano:
-      return {"piano", -21, held, [](Pitch p, double s) { return FeltPiano(p, s, 0.9); }};
+    case Voice::leadPiano: return {"piano", 0, held, [](Pitch p, double s) { return FeltPiano(p, s, 0.9); }};
     case Voice::softPiano:
-      return {"softpiano", -23, held, [](Pitch p, double s) { return FeltPiano(p, s, 0.35); }};
+      return {"softpiano", -2, held, [](Pitch p, double s) { return FeltPiano(p, s, 0.35); }};
     case Voice::brokenPiano:
-      return {"broken", -31, rings, [](Pitch p, double) { return FeltPiano(p, 0.9, 0.15); }};
+      return {"broken", -10, rings, [](Pitch p, double) { return FeltPiano(p, 0.9, 0.15); }};
     case Voice::pianoStab:
-      return {"chord", -27, held, [](Pitch p, double s) { return FeltPiano(p, 0.6 * s, 0.5); }};
+      return {"chord", -7, held, [](Pitch p, double s) { return FeltPiano(p, 0.6 * s, 0.5); }};
     case Voice::leadBrass:
-      return {"horn", -21, held, [](Pitch p, double s) { return Brass(p, 0.92 * s, 0.7); }};
+      return {"horn", -0.5, held, [](Pitch p, double s) { return Brass(p, 0.92 * s, 0.7); }};
     case Voice::secondBrass:
-      return {"second", -26, held, [](Pitch p, double s) { return Brass(p, 0.9 * s, 0.4); }};
+      return {"second", -5, held, [](Pitch p, double s) { return Brass(p, 0.9 * s, 0.4); }};
     case Voice::brassStab:
-      return {"stab", -27, held, [](Pitch p, double s) { return Brass(p, 0.55 * s, 0.5); }};
-    case Voice::tutti: return {"tutti", -20, held, [](Pitch p, double s) { return Tutti(p, 0.94 * s); }};
-    case Voice::strings: return {"strings", -32, held, [](Pitch p, double s) { return Strings(p, s); }};
-    case Voice::bells: return {"bells", -29, rings, [](Pitch p, double) { return Glockenspiel(p); }};
-    case Voice::bass: return {"bass", -24, rings, [](Pitch p, double) { return PluckedBass(p, 0.9); }};
-    case Voice::timpani: return {"timpani", -25, rings, [](Pitch p, double) { return Timpani(p); }};
+      return {"stab", -7, held, [](Pitch p, double s) { return Brass(p, 0.55 * s, 0.5); }};
+    case Voice::tutti: return {"tutti", 1, held, [](Pitch p, double s) { return Tutti(p, 0.94 * s); }};
+    case Voice::strings: return {"strings", -11, held, [](Pitch p, double s) { return Strings(p, s); }};
+    case Voice::bells: return {"bells", -10, rings, [](Pitch p, double) { return Glockenspiel(p); }};
+    case Voice::bass: return {"bass", -4.5, rings, [](Pitch p, double) { return PluckedBass(p, 0.9); }};
+    case Voice::timpani: return {"timpani", -6, rings, [](Pitch p, double) { return Timpani(p); }};
     case Voice::fieldAccent:
-      return {"field-accent", -24, rings, [](Pitch, double) { return FieldStroke(1, 1); }};
+      return {"field-accent", -3.5, rings, [](Pitch, double) { return FieldStroke(1, 1); }};
     case Voice::fieldLeft:
-      return {"field-left", -31, rings, [](Pitch, double) { return FieldStroke(0.35, 2); }};
+      return {"field-left", -10, rings, [](Pitch, double) { return FieldStroke(0.35, 2); }};
     case Voice::fieldRight:
-      return {"field-right", -30, rings, [](Pitch, double) { return FieldStroke(0.42, 3); }};
-    case Voice::fieldFlam: return {"field-flam", -24, rings, [](Pitch, double) { return FieldFlam(); }};
+      return {"field-right", -9, rings, [](Pitch, double) { return FieldStroke(0.42, 3); }};
+    case Voice::fieldFlam: return {"field-flam", -3.5, rings, [](Pitch, double) { return FieldFlam(); }};
     case Voice::shortRoll:
-      return {"roll-short", -27, rings, [](Pitch, double) { return FieldRoll(0.21, 0.4, 0.6); }};
+      return {"roll-short", -7, rings, [](Pitch, double) { return FieldRoll(0.21, 0.4, 0.6); }};
     case Voice::longRoll:
-      return {"roll-long", -25, held, [](Pitch, double s) { return FieldRoll(s - 0.05, 0.12, 0.8); }};
-    case Voice::bassDrum: return {"bassdrum", -25, rings, [](Pitch, double) { return BassDrum(); }};
-    case Voice::brushTap: return {"brush-tap", -33, rings, [](Pitch, double) { return BrushTap(); }};
+      return {"roll-long", -6, held, [](Pitch, double s) { return FieldRoll(s - 0.05, 0.12, 0.8); }};
+    case Voice::bassDrum: return {"bassdrum", -5.5, rings, [](Pitch, double) { return BassDrum(); }};
+    case Voice::brushTap: return {"brush-tap", -11, rings, [](Pitch, double) { return BrushTap(); }};
     case Voice::brushSweep:
-      return {"brush-sweep", -34, rings, [](Pitch, double) { return BrushSweep(0.45); }};
-    case Voice::cymbals: return {"cymbals", -25, rings, [](Pitch, double) { return Cymbals(2.4); }};
-    case Voice::triangle: return {"triangle", -34, rings, [](Pitch, double) { return Triangle(); }};
-    case Voice::penUp: return {"pen-up", -27, rings, [](Pitch, double) { return PenStroke(0.2, 1, 21); }};
+      return {"brush-sweep", -13, rings, [](Pitch, double) { return BrushSweep(0.45); }};
+    case Voice::cymbals: return {"cymbals", -6, rings, [](Pitch, double) { return Cymbals(2.4); }};
+    case Voice::triangle: return {"triangle", -14, rings, [](Pitch, double) { return Triangle(); }};
+    case Voice::penUp: return {"pen-up", -6, rings, [](Pitch, double) { return PenStroke(0.2, 1, 21); }};
     case Voice::penDown:
-      return {"pen-down", -27, rings, [](Pitch, double) { return PenStroke(0.22, -1, 22); }};
+      return {"pen-down", -6, rings, [](Pitch, double) { return PenStroke(0.22, -1, 22); }};
     case Voice::penLong:
-      return {"pen-long", -27, rings, [](Pitch, double) { return PenStroke(0.85, 0.6, 23); }};
-    case Voice::nibTap: return {"nib-tap", -26, rings, [](Pitch, double) { return NibTap(24); }};
+      return {"pen-long", -7, rings, [](Pitch, double) { return PenStroke(0.85, 0.6, 23); }};
+    case Voice::nibTap: return {"nib-tap", -5, rings, [](Pitch, double) { return NibTap(24); }};
   }
   return {"", 0, rings, [](Pitch, double) { return Sound{}; }};
 }
@@ -95,7 +97,7 @@ Sound Render(const Sample& sample) {
   Sound sound;
   if (sample.pitches.empty()) sound = part.play(0, seconds);
   for (const Pitch pitch : sample.pitches) Mix(sound, part.play(pitch, seconds));
-  sound = AtLoudness(std::move(sound), part.loudness);
+  sound = AtLoudness(std::move(sound), tune + part.loudness);
   TrimTail(sound, inaudible);
   return sound;
 }
