@@ -14,7 +14,8 @@ struct Mode {
   double phase = 0;  // radians; 0 begins at a zero crossing, so that the start does not click
 };
 
-// The sum of the modes over `seconds`, sinking into silence towards the end however long they would ring on. Modes above the band of the sample rate are left out.
+// The sum of the modes over `seconds`, sinking into silence towards the end however long they would ring on.
+// Modes above the band of the sample rate are left out.
 Wave Ring(const std::vector<Mode>& modes, double seconds);
 
 }  // namespace assetmaker
