@@ -13,10 +13,16 @@
 
 namespace {
 
+// Memory where the system offers it: no run waits for a disk.
+std::filesystem::path ScratchFolder() {
+  const std::filesystem::path memory = "/dev/shm";
+  return std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
+}
+
 // A file of this process's own, for the whole run.
 class ScratchFile {
  public:
-  ScratchFile() : folder_((std::filesystem::temp_directory_path() / "quillmarch-fuzz-XXXXXX").string()) {
+  ScratchFile() : folder_((ScratchFolder() / "quillmarch-fuzz-XXXXXX").string()) {
     if (mkdtemp(folder_.data()) == nullptr) std::abort();
     system_ = folder_ + "/a.wav";
     path = platform::InnerPath(system_);

@@ -16,6 +16,10 @@ void* operator new(size_t size) {
   if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
   std::abort();
 }
+void* operator new(size_t size, const std::nothrow_t&) noexcept {
+  ++allocations;
+  return std::malloc(size == 0 ? 1 : size);
+}
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, size_t) noexcept { std::free(memory); }
 
