@@ -71,7 +71,7 @@ void AddResampled(float* sum, uint32_t frames, const float* source, uint64_t pos
                                     __builtin_shufflevector(first01, second01, 2, 3, 6, 7),
                                     __builtin_shufflevector(first23, second23, 0, 1, 4, 5),
                                     __builtin_shufflevector(first23, second23, 2, 3, 6, 7), t);
-    float* to = sum + 2 * i;
+    float* to = sum + size_t{2} * i;
     if (i + 1 < frames) {
       StoreFour(to, LoadFour(to) + mixed);
     } else {
@@ -105,12 +105,12 @@ void Samples::Fetch(float* out, int64_t first, uint32_t count, bool looping) con
     uint32_t run = count;
     if (first < 0 || first >= frames) {
       if (first < 0) run = static_cast<uint32_t>(std::min<int64_t>(run, -first));
-      std::fill_n(out, 2 * run, 0.0F);
+      std::fill_n(out, size_t{2} * run, 0.0F);
     } else {
       run = static_cast<uint32_t>(std::min<int64_t>(run, frames - first));
       Widen(out, static_cast<uint32_t>(first), run);
     }
-    out += 2 * run;
+    out += size_t{2} * run;
     first += run;
     count -= run;
   }
@@ -122,16 +122,16 @@ void Samples::Widen(float* out, uint32_t first, uint32_t count) const {
   if (format.bitsPerSample == 16) {
     const auto* wide = reinterpret_cast<const int16_t*>(from);
     if (stereo) {
-      for (uint32_t i = 0; i < 2 * count; ++i) out[i] = wide[i];
+      for (size_t i = 0; i < size_t{2} * count; ++i) out[i] = wide[i];
     } else {
-      for (uint32_t i = 0; i < count; ++i) out[2 * i] = out[2 * i + 1] = wide[i];
+      for (size_t i = 0; i < count; ++i) out[2 * i] = out[2 * i + 1] = wide[i];
     }
   } else {
     const auto scaled = [](unsigned char byte) { return static_cast<float>((byte - 128) * 256); };
     if (stereo) {
-      for (uint32_t i = 0; i < 2 * count; ++i) out[i] = scaled(from[i]);
+      for (size_t i = 0; i < size_t{2} * count; ++i) out[i] = scaled(from[i]);
     } else {
-      for (uint32_t i = 0; i < count; ++i) out[2 * i] = out[2 * i + 1] = scaled(from[i]);
+      for (size_t i = 0; i < count; ++i) out[2 * i] = out[2 * i + 1] = scaled(from[i]);
     }
   }
 }
@@ -228,10 +228,11 @@ void Mixer::Run(float* sum, uint32_t frames) {
 void Mixer::Render(std::span<int16_t> out) {
   while (out.size() >= 2) {
     const auto frames = static_cast<uint32_t>(std::min<size_t>(out.size() / 2, kPieceFrames));
-    std::fill_n(sum_, 2 * frames, 0.0F);
+    const size_t samples = size_t{2} * frames;
+    std::fill_n(sum_, samples, 0.0F);
     Run(sum_, frames);
-    for (uint32_t i = 0; i < 2 * frames; ++i) out[i] = ToSample(sum_[i]);
-    out = out.subspan(2 * frames);
+    for (size_t i = 0; i < samples; ++i) out[i] = ToSample(sum_[i]);
+    out = out.subspan(samples);
   }
   std::fill(out.begin(), out.end(), int16_t{0});
 }
@@ -366,7 +367,7 @@ void Voice::Advance(float* sum, uint32_t frames, uint64_t step, bool looping) {
       AddResampled(sum, count, source, fraction, step, gain);
     }
     moveOn(count);
-    sum += 2 * count;
+    sum += size_t{2} * count;
     frames -= count;
   }
 }

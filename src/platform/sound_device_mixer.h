@@ -111,8 +111,9 @@ class Voice final : public SoundBuffer {
  private:
   friend class Mixer;
 
-  // The order word: 28 bits of place in frames, three flags, and above them the turn, a count that grows each
-  // time the place is set, by which the device tells a new place from the one it has already gone to.
+  // The order word: 28 bits of place in frames, enough for 256 MiB of single bytes, three flags, and above
+  // them the turn, a count that grows each time the place is set, by which the device tells a new place from
+  // the one it has already gone to.
   static constexpr uint64_t kPlace = (uint64_t{1} << 28) - 1;
   static constexpr uint64_t kPlaying = uint64_t{1} << 28;
   static constexpr uint64_t kLooping = uint64_t{1} << 29;
