@@ -48,7 +48,8 @@ class Cells {
   // Hexadecimal digits as far as they go.
   // Quirk: 1G is 1 and ZZ is 0, and both are objects.
   int32_t Value(int64_t j) const;
-  // Place in a measure of 192, half to even; 192 itself for the last cells of more than 384.
+  // Place in a measure of 192, half to even.
+  // Quirk: with 384 cells or more the last ones round up to 192, the place of the next measure.
   int32_t Tick(int64_t j) const;
 
  private:
