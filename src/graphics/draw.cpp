@@ -1,6 +1,7 @@
 // Drawing on the back surface that several screens share.
 #include "graphics/draw.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -40,23 +41,19 @@ void DrawText(int32_t x, int32_t y, TextView text, float spacing) {
 }
 
 void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, const Surface& source,
-                Rect from, platform::Keyed keyed) {
-  int64_t left = x;
-  int64_t top = y;
-  int64_t right = left + from.right - from.left;
-  int64_t bottom = top + from.bottom - from.top;
-  if (left >= clip.right || top >= clip.bottom || right <= clip.left || bottom <= clip.top) return;
-  if (left < clip.left) {
-    from.left += static_cast<int32_t>(clip.left - left);
-    left = clip.left;
-  }
-  if (top < clip.top) {
-    from.top += static_cast<int32_t>(clip.top - top);
-    top = clip.top;
-  }
-  if (right > clip.right) from.right -= static_cast<int32_t>(right - clip.right);
-  if (bottom > clip.bottom) from.bottom -= static_cast<int32_t>(bottom - clip.bottom);
-  destination.Copy(static_cast<int32_t>(left), static_cast<int32_t>(top), source, from, keyed);
+                const Rect& from, platform::Keyed keyed) {
+  // The place on the destination, and how much of each side lies outside; in 64 bits, which no numbers leave.
+  const int64_t right = int64_t{x} + from.right - from.left;
+  const int64_t bottom = int64_t{y} + from.bottom - from.top;
+  if (x >= clip.right || y >= clip.bottom || right <= clip.left || bottom <= clip.top) return;
+  const int64_t overLeft = std::max<int64_t>(int64_t{clip.left} - x, 0);
+  const int64_t overTop = std::max<int64_t>(int64_t{clip.top} - y, 0);
+  const int64_t overRight = std::max<int64_t>(right - clip.right, 0);
+  const int64_t overBottom = std::max<int64_t>(bottom - clip.bottom, 0);
+  const Rect cut{static_cast<int32_t>(from.left + overLeft), static_cast<int32_t>(from.top + overTop),
+                 static_cast<int32_t>(from.right - overRight),
+                 static_cast<int32_t>(from.bottom - overBottom)};
+  destination.Copy(static_cast<int32_t>(x + overLeft), static_cast<int32_t>(y + overTop), source, cut, keyed);
 }
 
 void DrawMovingBack() {

@@ -12,7 +12,7 @@ namespace qlm {
 void DrawText(int32_t x, int32_t y, TextView text, float spacing);
 // A copy cut against `clip`, and not made when it lies wholly outside.
 void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, const Surface& source,
-                Rect from, platform::Keyed keyed);
+                const Rect& from, platform::Keyed keyed);
 // The drifting backdrop of the list screens, with DRAWLIMIT below 3.
 void DrawMovingBack();
 

@@ -238,7 +238,20 @@ void ReadRunLength(const BmpHeader& header, Bytes data, Surface& surface) {
 
 // The other kinds ------------------------------------------------------------------------------------------
 
-std::optional<Size> PngSize(Bytes bytes) { return Size{Big32(bytes, 16), Big32(bytes, 20)}; }
+// Only when all chunks up to the last one lie in the file: the library takes a chunk's length on trust and
+// goes on reading, though nothing is left, for as long as it says.
+std::optional<Size> PngSize(Bytes bytes) {
+  constexpr size_t kSignatureBytes = 8;
+  constexpr size_t kFrameBytes = 12;  // of a chunk: length, name, checksum
+  size_t at = kSignatureBytes;
+  while (bytes.size() - at >= kFrameBytes) {
+    const size_t length = Big32(bytes, at);
+    if (length > bytes.size() - at - kFrameBytes) return {};
+    if (StartsWith(From(bytes, at + 4), "IEND")) return Size{Big32(bytes, 16), Big32(bytes, 20)};
+    at += length + kFrameBytes;
+  }
+  return {};
+}
 
 // The first frame header among the segments.
 std::optional<Size> JpegSize(Bytes bytes) {

@@ -37,12 +37,11 @@ struct RangeKey {
   Colour low;
   Colour high;
   bool operator()(Colour colour) const {
-    return (Between(colour, kRedBits) & Between(colour, kGreenBits) & Between(colour, kBlueBits)) != 0;
+    return Between(colour, kRedBits) && Between(colour, kGreenBits) && Between(colour, kBlueBits);
   }
-  // 1 or 0, so that the sum of the tests needs no branch.
-  uint32_t Between(Colour colour, Colour bits) const {
-    const Colour value = colour & bits;
-    return uint32_t{value >= (low & bits)} & uint32_t{value <= (high & bits)};
+  bool Between(Colour colour, Colour bits) const {
+    const auto value = static_cast<int32_t>(colour & bits);
+    return value >= static_cast<int32_t>(low & bits) && value <= static_cast<int32_t>(high & bits);
   }
 };
 

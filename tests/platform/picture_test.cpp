@@ -328,6 +328,15 @@ TEST(DecodePicture, RefusesDamagedPng) {
   EXPECT_EQ(DecodePicture(png), nullptr);
 }
 
+TEST(DecodePicture, RefusesPngWhoseChunksRunPastTheFile) {
+  Bytes png = SmallPng(2, 1);
+  png[33] = 0x7E;  // the second chunk asks for 2 GB
+  EXPECT_EQ(DecodePicture(png), nullptr);
+  png = SmallPng(2, 1);
+  png.resize(png.size() - 12);  // no end
+  EXPECT_EQ(DecodePicture(png), nullptr);
+}
+
 // One pixel, palette black and orange, pixel value 1.
 Bytes SmallGif(uint32_t screenWidth, uint32_t imageWidth) {
   Bytes gif{'G', 'I', 'F', '8', '9', 'a'};
