@@ -40,7 +40,7 @@ bool Holdable(const Size& size) {
          size.height <= Surface::kMaxSide && size.width * size.height <= kMaxPicturePixels;
 }
 
-// BMP ------------------------------------------------------------------------------------------------------
+// BMP.
 
 constexpr size_t kFileHeaderBytes = 14;
 constexpr uint32_t kCoreHeaderBytes = 12;
@@ -236,7 +236,7 @@ void ReadRunLength(const BmpHeader& header, Bytes data, Surface& surface) {
   }
 }
 
-// The other kinds ------------------------------------------------------------------------------------------
+// The other kinds.
 
 // Only when all chunks up to the last one lie in the file: the library takes a chunk's length on trust and
 // goes on reading, though nothing is left, for as long as it says.

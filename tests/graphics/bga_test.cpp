@@ -35,8 +35,7 @@ class Bga : public DisplayTest {
   }
 };
 
-// Loading
-// ----------------------------------------------------------------------------------------------------
+// Loading.
 
 TEST_F(Bga, LoadingTellsOfTheSlotItsSizeAndTheTime) {
   BmpFile[0x1A] = WriteData(u"back.bmp", SolidBmp(5, 3, kRed));
@@ -197,8 +196,7 @@ TEST_F(Bga, ACourseSongsPictureIsLoadedForItsOwnTable) {
   EXPECT_FALSE(CourseBmpSurface[2][9]);
 }
 
-// Composing
-// --------------------------------------------------------------------------------------------------
+// Composing.
 
 TEST_F(Bga, ANarrowPictureStandsInTheMiddleAndAtTheTop) {
   Give(1, Solid(128, 100, kRed));
@@ -347,8 +345,7 @@ TEST_F(Bga, RealtimeStretchLeavesTheComposedPictureAsItIs) {
   EXPECT_TRUE(Shows(DDBga, {0, 0, 256, 256}, kRed, 0));
 }
 
-// Each frame
-// -------------------------------------------------------------------------------------------------
+// Each frame.
 
 TEST_F(Bga, TheComposedPictureStandsAtItsPlace) {
   Give(1, Solid(256, 256, kRed));

@@ -103,8 +103,7 @@ TEST_F(Display, ReleasingGivesBackBackBgaSheetsAndPictures) {
   EXPECT_TRUE(log.empty());
 }
 
-// Lost and regained
-// ------------------------------------------------------------------------------------------
+// Lost and regained.
 
 int lost = 0;
 int regained = 0;

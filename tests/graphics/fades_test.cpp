@@ -2,6 +2,8 @@
 #include "graphics/fades.h"
 
 #include <algorithm>
+#include <array>
+#include <vector>
 
 #include "base/hooks.h"
 #include "base/rnd.h"
@@ -10,6 +12,7 @@
 #include "state/chart.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/sounds.h"
 #include "tests/graphics/picture_files.h"
 
 namespace qlm {
@@ -136,8 +139,60 @@ TEST_F(Fades, NoFadeDrawsNothing) {
   EXPECT_FALSE(PlayEnd);
 }
 
-// Tiles
-// ------------------------------------------------------------------------------------------------------
+// The fades' sounds.
+
+class SoundingFades : public Fades {
+ protected:
+  // Slot 1 holds a tone that stands at 10000.
+  SoundingFades() {
+    platform::OpenSoundDevice(platform::SoundOutput::kOffline);
+    const std::vector<int16_t> samples(44100, 10000);
+    const platform::SoundFormat format{1, 1, 44100, 88200, 2, 16, 0};
+    WavBuffer[1] = platform::CreateSoundBuffer({0, 88200}, format).buffer;
+    WavBuffer[1]->Write(0, {reinterpret_cast<const unsigned char*>(samples.data()), 88200});
+    WavBuffer[1]->Play(true);
+    WavLoaded[1] = 255;
+    PlayAlive = true;
+  }
+  ~SoundingFades() override {
+    WavBuffer[1].reset();
+    platform::CloseSoundDevice();
+  }
+  static int16_t Heard() {
+    std::array<int16_t, 2> frame{};
+    platform::RenderSound(frame);
+    return frame[0];
+  }
+};
+
+TEST_F(SoundingFades, TheEndFadeTurnsLoadedSoundsDownBy50AMillisecond) {
+  Begin(kFadeEnd);
+  DrawAfter(40);  // -2000: a tenth
+  EXPECT_EQ(Heard(), 1000);
+}
+
+TEST_F(SoundingFades, TheEndFadeOfAChartThatHasEndedLeavesThemAlone) {
+  PlayAlive = false;
+  Begin(kFadeEnd);
+  DrawAfter(40);
+  EXPECT_EQ(Heard(), 10000);
+}
+
+TEST_F(SoundingFades, TheFailFadeTurnsThemDownBy5AMillisecondFromTheFirstSecondOn) {
+  Begin(kFadeFail);
+  DrawAfter(900);
+  EXPECT_EQ(Heard(), 10000);
+  DrawAfter(1400);
+  EXPECT_EQ(Heard(), 1000);
+}
+
+TEST_F(SoundingFades, TheFadeInLeavesThemAlone) {
+  Begin(kFadeIn);
+  DrawAfter(100);
+  EXPECT_EQ(Heard(), 10000);
+}
+
+// Tiles.
 
 TEST_F(Fades, TileSpeedsLieBetween480And959AndAreTheDrawingsOwnNumbers) {
   SeedRnd(1);
@@ -222,8 +277,7 @@ TEST_F(Tiles, HoldingTakesTheBackSurface) {
   EXPECT_TRUE(Shows(DDSnapshot, kScreen, 0x123456, 0));
 }
 
-// Title picture
-// ----------------------------------------------------------------------------------------------
+// Title picture.
 
 class TitleFade : public Fades {
  protected:
@@ -264,8 +318,7 @@ TEST_F(TitleFade, DoesNotZoomWithDontStretch) {
   EXPECT_EQ(FadeStart, kNow);
 }
 
-// The blocking fade
-// ------------------------------------------------------------------------------------------
+// The blocking fade.
 
 std::vector<int64_t> blackOnTop;  // black pixels of row 0 in each presented frame
 

@@ -4,12 +4,15 @@
 #include <algorithm>
 
 #include "base/hooks.h"
+#include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"
 #include "state/chart.h"
 #include "state/courses.h"
+#include "state/message.h"
 #include "state/session.h"
 #include "tests/graphics/picture_files.h"
+#include "tests/sound/allocations.h"
 
 namespace qlm {
 namespace {
@@ -54,6 +57,32 @@ TEST_F(Screens, FadesLieOverEverythingInThePlay) {
   DrawPlayFrame();
   EXPECT_EQ(DDBack->Pixel(319, 0), 0U);
   EXPECT_EQ(DDBack->Pixel(320, 0), kSkin);
+}
+
+TEST_F(Screens, AFrameTakesNothingFromTheHeap) {
+  DDSkinBack = Solid(640, 480, kSkin);
+  SkinFile[1] = Solid(1024, 16, kRed);
+  for (Rect& cell : SysFont) cell = {0, 0, 8, 16};
+  SysFontW = 8;
+  SysFontH = 16;
+  for (const int32_t slot : {1, 2}) {
+    BmpSurface[slot] = Solid(256, 256, kRed);
+    BmpRect[slot] = {0, 0, 256, 256};
+  }
+  curBaseBGA = 1;
+  curLayerBGA = 2;
+  GameState = kStatePlay;
+  platform::SetFrameClock([](uint32_t now) { return now + 17; });
+  ShowMessage(u"羽ペンの行進 R E A D Y ? with more letters than fit where short texts do");
+  FadeStart = platform::Now();
+  FadeState = kFadeTiles;
+  const size_t before = Allocations();
+  for (int32_t frame = 0; frame < 100; ++frame) {
+    BGADirty = true;
+    DrawPlayFrame();
+    PresentFrame();
+  }
+  EXPECT_EQ(Allocations(), before);
 }
 
 TEST_F(Screens, ThePlayGoesOnWithoutSurfaces) {
