@@ -20,7 +20,7 @@ constexpr std::string_view themeMelody =
 constexpr std::string_view themeSecond =
     "A4/4 A4/4 D5/4 F5/4 | G5/4 F5/4 D5/2 | G4/4 G4/4 C5/4 E5/4 | F5/4 E5/4 C5/2 |"
     " D5/4 Bb4/4 G5/4 D5/4 | C#5/4 A4/4 E5/4 C#5/4 | D5/4 F5/4 D5/4 C#5/4 | A4/4 F4/4 F4/2 |";
-constexpr std::string_view themeChords = "Dm/1 | Gm/1 | C7/1 | F/1 | Bb/2 Gm/2 | A7/1 | Dm/2 A7/2 | Dm/1 |";
+constexpr std::string_view themeChords = "Dm/1 | Gm/1 | C7/1 | F/1 | Bb/2 Gm/2 | A7/1 | Dm/2. A7/4 | Dm/1 |";
 constexpr std::string_view themeSteps =  // two steps a bar
     "D2/4 R/4 A2/4 R/4 | G2/4 R/4 D2/4 R/4 | C2/4 R/4 G2/4 R/4 | F2/4 R/4 C2/4 R/4 |"
     " Bb2/4 R/4 G2/4 R/4 | A2/4 R/4 E2/4 R/4 | D2/4 R/4 A2/4 C#2/4 | D2/4 A2/4 D2/4 R/4 |";

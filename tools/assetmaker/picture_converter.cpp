@@ -40,6 +40,9 @@ struct Box {
   std::vector<Color> colors;
   std::size_t channel = 0;  // in which they differ most
   int spread = 0;           // by how much
+
+  // About what the box costs as long as it is one colour.
+  double Error() const { return static_cast<double>(spread) * spread * static_cast<double>(colors.size()); }
 };
 
 Box BoxOf(std::vector<Color> colors) {
@@ -66,8 +69,8 @@ Color Average(const std::vector<Color>& colors) {
   return average;
 }
 
-// Median cut: the box of the widest spread is halved until there are enough. Pure black keeps an entry of its
-// own.
+// Median cut: the box with the greatest error is halved until there are enough. Pure black keeps an entry of
+// its own.
 std::vector<Color> PaletteOf(std::vector<Color> pixels) {
   constexpr std::size_t entries = 256;
   std::vector<Color> palette = {{0, 0, 0}};
@@ -75,11 +78,11 @@ std::vector<Color> PaletteOf(std::vector<Color> pixels) {
   if (pixels.empty()) return palette;
   std::vector<Box> boxes = {BoxOf(std::move(pixels))};
   while (boxes.size() < entries - 1) {
-    const auto widest = std::max_element(boxes.begin(), boxes.end(),
-                                         [](const Box& a, const Box& b) { return a.spread < b.spread; });
-    if (widest->spread == 0) break;
-    std::vector<Color> low = std::move(widest->colors);
-    const std::size_t channel = widest->channel;
+    const auto worst = std::max_element(boxes.begin(), boxes.end(),
+                                        [](const Box& a, const Box& b) { return a.Error() < b.Error(); });
+    if (worst->spread == 0) break;
+    std::vector<Color> low = std::move(worst->colors);
+    const std::size_t channel = worst->channel;
     std::sort(low.begin(), low.end(),
               [=](const Color& a, const Color& b) { return a[channel] < b[channel]; });
     // Equal colours stay together.
@@ -91,7 +94,7 @@ std::vector<Color> PaletteOf(std::vector<Color> pixels) {
     }
     std::vector<Color> high(cut, low.end());
     low.erase(cut, low.end());
-    *widest = BoxOf(std::move(low));
+    *worst = BoxOf(std::move(low));
     boxes.push_back(BoxOf(std::move(high)));
   }
   for (const Box& box : boxes) palette.push_back(Average(box.colors));
