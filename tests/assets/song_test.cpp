@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <complex>
+#include <cstdlib>
+#include <numbers>
 #include <set>
 #include <tuple>
 
@@ -211,6 +214,51 @@ TEST(Song, SamplesBeginAtOnceAndEndInSilence) {
     EXPECT_LT(StartMs(wav, 0.01), 8);
     EXPECT_LE(End(wav, 8), 2 / 32768.0);
   }
+}
+
+// The frequency that the name of a sample promises: "horn-cs5-45.wav" is a C sharp of 554.4 Hz.
+double PromisedFrequency(const std::string& name) {
+  const std::size_t at = name.find('-') + 1;
+  const std::string note = name.substr(at, name.find('-', at) - at);
+  const std::map<char, int> steps = {{'c', -9}, {'d', -7}, {'e', -5}, {'f', -4},
+                                     {'g', -2}, {'a', 0},  {'b', 2}};
+  const int sharp = note[1] == 's' ? 1 : 0;
+  const int octave = note[static_cast<std::size_t>(1 + sharp)] - '0';
+  return 440 * std::pow(2, octave - 4 + (steps.at(note[0]) + sharp) / 12.0);
+}
+
+// How strongly a frequency sounds between a twentieth and seven twentieths of a second.
+double Strength(const Wav& wav, double frequency) {
+  std::complex<double> sum = 0;
+  const std::size_t begin = 44100 / 20, end = 7 * 44100 / 20;
+  for (std::size_t i = begin; i < end; ++i) {
+    const double window =
+        std::pow(std::sin(std::numbers::pi * static_cast<double>(i - begin) / (end - begin)), 2);
+    sum += std::polar(window * (wav.left[i] + wav.right[i]),
+                      2 * std::numbers::pi * frequency * static_cast<double>(i) / 44100);
+  }
+  return std::abs(sum);
+}
+
+TEST(Song, SamplesAreInTune) {
+  int tested = 0;
+  for (const auto& [command, name] : Chart("march7.bme").commands) {
+    const std::string voice = name.substr(0, name.find('-'));
+    if (voice != "piano" && voice != "horn" && voice != "bass" && voice != "softpiano") continue;
+    const Wav wav = ReadWav(March() / name);
+    if (wav.left.size() < 44100 * 7 / 10) continue;  // too short to be measured
+    int offset = 0;
+    double strongest = 0;
+    for (int cents = -50; cents <= 50; cents += 10) {
+      const double strength = Strength(wav, PromisedFrequency(name) * std::pow(2, cents / 1200.0));
+      if (strength <= strongest) continue;
+      strongest = strength;
+      offset = cents;
+    }
+    EXPECT_LE(std::abs(offset), 10) << name;
+    ++tested;
+  }
+  EXPECT_GT(tested, 30);
 }
 
 TEST(Song, FullPlayLeavesHeadroom) {
