@@ -678,7 +678,6 @@ TEST_F(ReaderTest, AnEventMayAbortTheLoad) {
 // --- random keymap ---
 
 // The numbers that a lane is drawn with: Int(x * 9) + 11.
-constexpr float kDraws11 = 0.0F;
 constexpr float kDraws12 = 0.12F;
 constexpr float kDraws13 = 0.23F;
 constexpr float kDraws14 = 0.34F;
