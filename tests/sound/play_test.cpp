@@ -12,7 +12,7 @@
 #include "state/settings.h"
 #include "state/timeline.h"
 #include "state/transcript.h"
-#include "tests/sound/allocations.h"
+#include "tests/support/allocations.h"
 #include "tests/sound/sound_test.h"
 
 namespace qlm {

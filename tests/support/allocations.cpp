@@ -1,5 +1,5 @@
 // Counts what the program takes from the heap. In a file of its own, so that no call is inlined and left out.
-#include "tests/sound/allocations.h"
+#include "tests/support/allocations.h"
 
 #include <atomic>
 #include <cstdlib>
