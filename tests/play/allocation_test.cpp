@@ -1,0 +1,88 @@
+// Counts what the turns of a running play allocate: nothing, as long as they log and post nothing.
+#include <memory>
+
+#include "base/hooks.h"
+#include "chart/loading.h"
+#include "platform/clock.h"
+#include "play/session.h"
+#include "play/timeline.h"
+#include "state/options.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
+#include "tests/play/play_test.h"
+#include "tests/support/allocations.h"
+
+namespace qlm {
+namespace {
+
+class AllocationTest : public PlayTest {
+ protected:
+  AllocationTest() {
+    transcript = nullptr;
+    numObjs = 65535;
+    WAVLoadmode = 0;
+    DEMOMode = true;
+    GameState = kStatePlay;
+    for (const TextView name : {u"a.wav", u"b.wav"}) WriteData(Join(u"song\\", name), WavBytes(50));
+    // Sixteen measures with notes and sounds on every 48th, and no tempo change.
+    Text lines = u"\r\n#BPM 150\r\n#WAV01 a.wav\r\n#WAV02 b.wav\r\n";
+    for (int32_t measure = 0; measure < 16; ++measure) {
+      for (const TextView channel : {u"01", u"11", u"14", u"16"}) {
+        lines += Join(u"#", Padded(measure, 3), channel, u":", Text(96, u'0'), u"\r\n");
+        for (size_t cell = 0; cell < 48; ++cell) {
+          lines[lines.size() - 2 - 96 + cell * 2 + 1] = cell % 2 == 0 ? u'1' : u'2';
+        }
+      }
+    }
+    EXPECT_EQ(BMSLoad(WriteText(u"song\\a.bms", lines)), 1);
+    ResetPlay();
+    platform::SetFrameClock([](uint32_t now) { return now + 5; });
+    PlayAlive = true;
+    SeekChart(0, false);
+    SeekChart(0, true);
+  }
+
+  // What `turns` turns of 5 ms allocate once a few have run.
+  static size_t AllocatedIn(int32_t turns) {
+    for (int32_t turn = 0; turn < 10; ++turn) PlayStep();
+    const size_t before = Allocations();
+    for (int32_t turn = 0; turn < turns; ++turn) {
+      PlayStep();
+      if (PreviewActive) SetNow(platform::Now() + 5);  // without frames nothing else moves the clock
+    }
+    return Allocations() - before;
+  }
+};
+
+TEST_F(AllocationTest, CounterCounts) {
+  const size_t before = Allocations();
+  const auto number = std::make_unique<int>(7);
+  EXPECT_EQ(*number, 7);
+  EXPECT_GT(Allocations(), before);
+}
+
+TEST_F(AllocationTest, TurnsWithSoundsAndFramesAllocateNothing) {
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+  EXPECT_GT(objCursor, 200);
+  EXPECT_LT(objCursor, objCount);
+}
+
+TEST_F(AllocationTest, TurnsOfAPreviewAllocateNothing) {
+  PreviewActive = true;
+  PlayKeySound = true;
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+}
+
+TEST_F(AllocationTest, FadesAllocateNothing) {
+  FadeState = kFadeTiles;
+  FadeStart = platform::Now();
+  EXPECT_EQ(AllocatedIn(200), 0U);
+  FadeState = kFadeFail;
+  FadeStart = platform::Now();
+  EXPECT_EQ(AllocatedIn(200), 0U);
+}
+
+}  // namespace
+}  // namespace qlm

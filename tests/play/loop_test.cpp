@@ -1,0 +1,303 @@
+// Tests of the timed loop: pre-roll, turns, and every way in which a play ends.
+#include "base/rnd.h"
+#include "platform/clock.h"
+#include "platform/timers.h"
+#include "play/session.h"
+#include "state/message.h"
+#include "state/options.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/sounds.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
+#include "tests/play/play_test.h"
+
+namespace qlm {
+namespace {
+
+// Frames of 10 ms: the pre-roll takes 100 of them, so that 0 ms of the chart lies 1000 ms behind kStart.
+class LoopTest : public PlayTest {
+ protected:
+  LoopTest() {
+    FillSystemSound(3);
+    FillSystemSound(4);
+    RunFrames(10);
+  }
+
+  static void FillSystemSound(int32_t index) {
+    FillSlot(255);
+    SystemSound[index] = WavBuffer[255];
+    WavBuffer[255].reset();
+  }
+  static bool Sounding(int32_t index) { return SystemSound[index]->Playing(); }
+};
+
+TEST_F(LoopTest, ChartBeginsBehindTheReadyMessage) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  FillSlot(1);
+  Lay(1, 100, 1);
+  bool ready = true;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms >= 1000) return;
+    ready = ready && messageText == u"R E A D Y ?" && objCursor == 0 && PlayAlive &&
+            !platform::TimerArmed(platform::kTimerPlay) && playStart == platform::Now();
+  });
+  PlayLoop();
+  EXPECT_TRUE(ready);
+  EXPECT_EQ(playStart, kStart + 1000);
+  EXPECT_EQ(Starts(), "1@100");
+  EXPECT_TRUE(Logged(u"[PlayLoop]"));
+  EXPECT_TRUE(Logged(u"playloop start"));
+  EXPECT_TRUE(Logged(u"playloop end"));
+  EXPECT_TRUE(Sounding(3));
+}
+
+TEST_F(LoopTest, LastObjectLeadsToAShortFade) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  PlayLoop();
+  // The turn at 100 ms passes the object, the one at 110 begins the fade, and the frame at 320 is its first
+  // above 200 ms.
+  EXPECT_EQ(played.turns, 33);
+  EXPECT_EQ(FadeStart, kStart + 1110);
+  EXPECT_EQ(platform::Now(), kStart + 1330);
+  EXPECT_TRUE(PlayCleared);
+  EXPECT_FALSE(PlayFailed);
+  EXPECT_FALSE(PlayAlive);
+  EXPECT_TRUE(PlayEnd);
+  EXPECT_EQ(FadeState, kFadeNone);
+  EXPECT_EQ(GameState, kStatePlayOver);
+  EXPECT_TRUE(Sounding(4));
+}
+
+TEST_F(LoopTest, EmptyTableFadesFromItsFirstTurn) {
+  PlayLoop();
+  EXPECT_TRUE(Logged(u"Err: Range over"));
+  EXPECT_EQ(FadeStart, kStart + 1000);
+  EXPECT_EQ(played.turns, 22);
+  EXPECT_TRUE(PlayCleared);
+  EXPECT_EQ(GameState, kStatePlayOver);
+}
+
+TEST_F(LoopTest, EndWaitsForARunningFade) {
+  // At 60 frames of 60 ms the pre-roll ends at 1020 ms, and a title fade that begins then lasts 500 ms, the
+  // tiles behind it another 500.
+  Lay(ObjSeparator, 0);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 1000) {
+      FadeState = kFadeTitle;
+      FadeStart = platform::Now();
+    }
+  });
+  PlayLoop();
+  EXPECT_EQ(FadeStart, kStart + 2010);
+  EXPECT_TRUE(PlayCleared);
+}
+
+TEST_F(LoopTest, MessageProlongsThePreRollByItsOwnSecond) {
+  Lay(ObjSeparator, 0);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 500) ShowMessage(u"hello");
+  });
+  PlayLoop();
+  EXPECT_EQ(playStart, kStart + 1500);
+}
+
+TEST_F(LoopTest, EndInThePreRollRunsNoTurn) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  GameState = kStatePlay;
+  bool armed = false;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 300) PlayEnd = true;
+    armed = armed || platform::TimerArmed(platform::kTimerPlay);
+  });
+  PlayLoop();
+  EXPECT_EQ(played.turns, 0);
+  EXPECT_FALSE(armed);
+  EXPECT_EQ(playStart, kStart + 310);
+  EXPECT_FALSE(Logged(u"playloop end"));
+  EXPECT_EQ(GameState, kStatePlayOver);
+}
+
+TEST_F(LoopTest, FailureLeadsToALongFade) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 9000);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 1050) PlayFailed = true;
+  });
+  PlayLoop();
+  EXPECT_EQ(FadeStart, kStart + 1060);
+  EXPECT_EQ(platform::Now(), kStart + 3080);  // behind the frame at 3070, 2010 ms later
+  EXPECT_TRUE(PlayFailed);
+  EXPECT_FALSE(PlayCleared);
+  EXPECT_LT(objCursor, objCount);
+  EXPECT_TRUE(Sounding(4));
+}
+
+TEST_F(LoopTest, EscHeldLeadsToAShortFadeWithoutClear) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 9000);
+  RunFrames(10, [](int32_t ms) {
+    if (ms != 1050) return;
+    EscHeld = true;
+    EscStart = platform::Now();
+  });
+  PlayLoop();
+  EXPECT_EQ(FadeStart, kStart + 1560);  // 510 ms later
+  EXPECT_EQ(platform::Now(), kStart + 1780);
+  EXPECT_FALSE(PlayCleared);
+  EXPECT_FALSE(PlayFailed);
+  EXPECT_FALSE(Sounding(4));
+}
+
+TEST_F(LoopTest, EndAskedForInAPlayHasNoFade) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 9000);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 1050) PlayEnd = true;
+  });
+  PlayLoop();
+  EXPECT_EQ(platform::Now(), kStart + 1060);
+  EXPECT_FALSE(PlayCleared);
+  EXPECT_EQ(FadeState, kFadeNone);
+}
+
+TEST_F(LoopTest, EndlessRunLeavesAtOnce) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  EndlessRun = true;
+  PlayLoop();
+  EXPECT_EQ(played.turns, 11);
+  EXPECT_FALSE(PlayEnd);
+  EXPECT_FALSE(PlayCleared);
+  EXPECT_EQ(FadeState, kFadeNone);
+  EXPECT_FALSE(platform::TimerArmed(platform::kTimerPlay));
+  EXPECT_EQ(GameState, kStatePlayOver);
+}
+
+TEST_F(LoopTest, TimerTicksDuringThePlay) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  int32_t armed = 0;
+  RunFrames(10, [&](int32_t) { armed += platform::TimerArmed(platform::kTimerPlay) ? 1 : 0; });
+  PlayLoop();
+  // From the first turn to the one that passes the last object; the tick of that turn's frame still runs.
+  EXPECT_EQ(armed, 12);
+  EXPECT_FALSE(platform::TimerArmed(platform::kTimerPlay));
+}
+
+TEST_F(LoopTest, StateOfTheLastPlayIsPutBack) {
+  Lay(ObjSeparator, 0);
+  RankLocked = PlayFailed = BreakActive = true;
+  FadeLeaving = 1;
+  posOffset = 50;
+  curBPM = 3;
+  bool atStart = false;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 0) {
+      atStart = FadeState == kFadeTiles && FadeLeaving == 0 && !RankLocked && posOffset == 0 &&
+                curBPM == 1250 && rawBPM == 1250;
+    }
+  });
+  PlayLoop();
+  EXPECT_TRUE(atStart);
+  EXPECT_FALSE(PlayFailed);
+  EXPECT_FALSE(BreakActive);
+}
+
+TEST_F(LoopTest, TilesEndWithoutEndingThePlay) {
+  Lay(ObjSeparator, 0);
+  std::vector<int32_t> states;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 490 || ms == 500) states.push_back(FadeState);
+  });
+  PlayLoop();
+  EXPECT_EQ(states, (std::vector<int32_t>{kFadeTiles, kFadeNone}));
+  EXPECT_GT(played.turns, 0);
+}
+
+TEST_F(LoopTest, ComboHiSpeedStartsAndEndsAtOne) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  ComboHiSpeed = true;
+  HiSpeed = 3;
+  HiSpeedTarget = 2;
+  float started = 0;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 1000) started = HiSpeed;
+    if (ms == 1050) HiSpeedTarget = 1.5F;
+  });
+  PlayLoop();
+  EXPECT_FLOAT_EQ(started, 1);
+  EXPECT_FLOAT_EQ(HiSpeed, 1);
+  EXPECT_FLOAT_EQ(HiSpeedTarget, 0);
+}
+
+TEST_F(LoopTest, RandomHiSpeedStartsAtOneAndEndsAtZero) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  RandomHiSpeed = true;
+  HiSpeed = 0;
+  float started = 0;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 1000) started = HiSpeed;
+  });
+  PlayLoop();
+  EXPECT_FLOAT_EQ(started, 1);
+  EXPECT_FLOAT_EQ(HiSpeed, 0);
+  EXPECT_FLOAT_EQ(HiSpeedTarget, 0);
+}
+
+TEST_F(LoopTest, HiSpeedReturnsToWhatAnEffectTookItFrom) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 1050) {
+      HiSpeedTarget = 2.5F;
+      HiSpeed = 4;
+    }
+  });
+  PlayLoop();
+  EXPECT_FLOAT_EQ(HiSpeed, 2.5F);
+  EXPECT_FLOAT_EQ(HiSpeedTarget, 0);
+}
+
+TEST_F(LoopTest, FrameBehindTheTableIsNotDrawn) {
+  Lay(ObjSeparator, 0);
+  PlayFrame(2);
+  EXPECT_EQ(FramesShown(), 0);
+  PlayFrame(1);
+  EXPECT_EQ(FramesShown(), 1);
+}
+
+TEST_F(LoopTest, TickEndsItsTimer) {
+  platform::SetTimer(platform::kTimerPlay, 1, PlayTick);
+  PlayAlive = true;
+  PlayEnd = false;
+  PlayTick();
+  EXPECT_TRUE(platform::TimerArmed(platform::kTimerPlay));
+  PlayAlive = false;
+  PlayTick();
+  EXPECT_FALSE(platform::TimerArmed(platform::kTimerPlay));
+  platform::SetTimer(platform::kTimerPlay, 1, PlayTick);
+  PlayAlive = PlayEnd = true;
+  PlayTick();
+  EXPECT_FALSE(platform::TimerArmed(platform::kTimerPlay));
+}
+
+TEST_F(LoopTest, PauseDuringThePlayHoldsTheEndBack) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 1050) BMSPause();
+    if (ms == 2050) BMSResume();
+  });
+  PlayLoop();
+  EXPECT_EQ(FadeStart, kStart + 2110);
+  EXPECT_TRUE(PlayCleared);
+}
+
+}  // namespace
+}  // namespace qlm
