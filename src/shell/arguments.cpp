@@ -1,0 +1,87 @@
+// Reading of the system's arguments.
+#include "shell/arguments.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/files.h"
+#include "platform/text.h"
+#include "shell/command_line.h"
+
+namespace qlm {
+namespace {
+
+// "/B+" and its like, to the letter: every other word that begins "/" is a path from the root.
+bool IsSlashOption(TextView word) {
+  constexpr std::array<TextView, 11> kOptions = {u"/P", u"/S",  u"/B",  u"/B+", u"/B-", u"/W",
+                                                 u"/W+", u"/W-", u"/Q", u"/Q+", u"/Q-"};
+  return std::any_of(kOptions.begin(), kOptions.end(),
+                     [&](TextView option) { return EqualsAnyCase(word, option); });
+}
+
+Text PathWord(std::string argument) {
+  // A "\" separates too, but in a name that is no UTF-8 it may be the second byte of a character.
+  if (platform::IsUtf8(argument)) std::replace(argument.begin(), argument.end(), '\\', '/');
+  return platform::InnerPath(argument);
+}
+
+Text GameWord(const std::string& argument) {
+  const Text word = platform::DecodeUtf8(argument);
+  const bool option = word.starts_with(u'/') ? IsSlashOption(word) : IsOption(word);
+  return option ? word : PathWord(argument);
+}
+
+}  // namespace
+
+Launch ReadArguments(std::span<const std::string> arguments) {
+  Launch launch;
+  for (const std::string& argument : arguments) {
+    if (argument.starts_with("--")) {
+      if (argument == "--demo") {
+        launch.demo = true;
+      } else if (argument == "--help") {
+        launch.helpAsked = true;
+      } else if (argument == "--version") {
+        launch.versionAsked = true;
+      } else if (launch.unknown.empty()) {
+        launch.unknown = argument;
+      }
+      continue;
+    }
+    if (argument.empty()) continue;
+    const Text word = GameWord(argument);
+    const TextView quote = word.find(u' ') == Text::npos ? u"" : u"\"";
+    launch.command += Join(launch.command.empty() ? u"" : u" ", quote, word, quote);
+  }
+  return launch;
+}
+
+std::string HelpText() {
+  return "quillmarch - a keysounded rhythm game\n"
+         "\n"
+         "Usage: quillmarch [OPTION]... CHART [CHART]...\n"
+         "\n"
+         "Plays the first CHART, a .bms or .bme file with its sounds and pictures beside it.\n"
+         "\n"
+         "  --demo     the machine plays, and the setting is left as it was\n"
+         "  --help     shows this text\n"
+         "  --version  shows the version\n"
+         "  -B, /B     background pictures on, whatever the settings say\n"
+         "  -W, /W     chart sounds on, whatever the settings say\n"
+         "  -P, -S, -Q and their \"/\" forms are accepted and change nothing in a play\n"
+         "\n"
+         "Keys in a play:\n"
+         "  Esc, held for half a second   ends the play\n"
+         "  Shift and Esc                 leaves the program at once\n"
+         "\n"
+         "Files, all in the folder _qlmfiles beside the program:\n"
+         "  qlm_conf.ini   settings, written when the program ends; Windowed=True together with\n"
+         "                 DirectBlt=True gives a window in place of the full screen\n"
+         "  debug.txt      the log of the last run: look here when a sound or a picture is missing\n"
+         "\n"
+         "To begin with:\n"
+         "  quillmarch --demo songs/march/march7.bme\n"
+         "What the game makes of a chart, and what is wrong with it: qlmprobe check CHART\n";
+}
+
+}  // namespace qlm

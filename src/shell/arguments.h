@@ -1,0 +1,27 @@
+// What the system hands over at program start, made into the one command text that the game parses.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "base/text.h"
+
+namespace qlm {
+
+struct Launch {
+  Text command;              // charts and options of the game
+  bool demo = false;         // --demo: the machine plays, whatever the settings say
+  bool helpAsked = false;    // --help
+  bool versionAsked = false; // --version
+  std::string unknown;       // the first "--" word that means nothing, empty otherwise
+};
+
+// `arguments` are those behind the program's name. Words that begin "--" are taken out. An option of the game
+// stays as it is; every other word is a path, is made absolute and brought to the game's form. Words that
+// hold a blank are quoted, and all are joined with blanks between.
+Launch ReadArguments(std::span<const std::string> arguments);
+
+// The answer to --help, ending in a line end.
+std::string HelpText();
+
+}  // namespace qlm

@@ -1,0 +1,125 @@
+// Main and Start, step by step.
+#include "shell/boot.h"
+
+#include <cstdio>
+
+#include "base/log.h"
+#include "base/paths.h"
+#include "graphics/display.h"
+#include "graphics/screens.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "platform/window.h"
+#include "shell/command_line.h"
+#include "shell/exit.h"
+#include "shell/main_form.h"
+#include "shell/settings_file.h"
+#include "shell/version.h"
+#include "sound/play.h"
+#include "state/chart.h"
+#include "state/lists.h"
+#include "state/records.h"
+#include "state/settings.h"
+#include "state/surfaces.h"
+
+namespace qlm {
+namespace {
+
+// A step of Start: in the log, then on the boot screen.
+void BootLog(TextView message, int32_t indentDelta = 0) {
+  DebugLog(message, indentDelta);
+  DrawBootScreen();
+}
+
+Text StartTime() {
+  const platform::WallTime now = platform::WallClock();
+  return Join(Padded(now.year, 4), u"/", Padded(now.month, 2), u"/", Padded(now.day, 2), u" ",
+              Padded(now.hour, 2), u":", Padded(now.minute, 2), u":", Padded(now.second, 2));
+}
+
+void ReportMissingDataFolder() {
+  platform::MessageBox(
+      platform::BoxIcon::kCritical, u"critical error",
+      Join(u"_qlmfilesフォルダが存在しません。フルセットをダウンロードして展開してください。", kCrLf,
+           u"エクスプローラでcabファイルを展開した場合は、フォルダが正常に展開されないためこのエラーが発生している場合"
+           u"があります。",
+           kCrLf, u"同梱されているmake.batを実行してください。"));
+}
+
+void MakeDataFolders() {
+  for (const TextView folder : {u"", u"jukelist", u"courselist", u"wav"}) {
+    platform::MakeFolder(DataPath(folder));
+  }
+}
+
+void SetDrawConstants() {
+  FullRect = kScreen;
+  ScreenRect = kScreen;
+  BgaX = 192;
+  BgaY = 128;
+  BgaW = 256;
+  BgaH = 256;
+}
+
+// What a person wants to know who saw nothing of the play.
+void TellWhatWasPlayed() {
+  const int32_t seconds = BMSLengthMs / 1000;
+  const Text line = Join(u"Played \"", HdrTitle, u"\" by ", HdrArtist, u" (", seconds / 60, u":",
+                         Padded(seconds % 60, 2), u"). The log is ");
+  std::printf("%s%s\n", platform::EncodeUtf8(line).c_str(),
+              platform::SystemPath(DataPath(u"debug.txt")).c_str());
+}
+
+}  // namespace
+
+int Main(const Launch& launch) {
+  AppPath = platform::ProgramFolder();
+  platform::DeleteFile(DataPath(u"debug.txt"));
+  DebugLog(Text(67, u'-'));
+  DebugLog(Join(u"[Main] quillmarch ", VersionText(), u" start on ", StartTime()), 1);
+  LoadSettings();
+  if (!platform::IsFolder(Join(AppPath, u"\\_qlmfiles"))) {
+    ReportMissingDataFolder();
+    return 1;
+  }
+  MakeDataFolders();
+  if (launch.demo) DemonstrateThisRun();
+  ConnectHooks();
+  InitDX();
+  InitDI_Keyboard();
+  // The startup menu and the key table are still to come: the game starts at once.
+  Start(launch.command);
+  return 0;
+}
+
+void Start(TextView command) {
+  PrepareForm();
+  InitDD();
+  CreateSurfaces();
+  PrintBoot(u"");
+  PrintBoot(u"");
+  PrintBoot(Join(u"quillmarch ", ProgramVersion().revision, u" booting... "));
+  InitDS();
+  BootLog(u"[Start] preparing...");
+  if (PreviewDelay == 0) PreviewDelay = 1;
+  BootLog(u"Updating list contents", 1);
+  BootLog(u"Done");
+  if (lastSong < 0) BootLog(u"# BMS-list(s) not found. Make now.");
+  BootLog(u"Opening MixerHandle...");
+  // There is no mixer yet to be asked for.
+  BootLog(u"Can't Detect MixerHandle! Volume control can't be used.");
+  SetDrawConstants();
+  BootLog(u"Loading ConvDict...");
+  RecCount = 0;
+  RecCursor = 0;
+  UserPlay = true;
+  ShowGauge = true;
+  bool played = true;
+  if (!command.empty()) played = RunCommandLine(command);
+  // The song list is still to come: the program ends behind the play.
+  if (played && lastSong >= 0) TellWhatWasPlayed();
+  ExitApp(played ? 0 : 1);
+}
+
+}  // namespace qlm

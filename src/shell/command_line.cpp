@@ -1,0 +1,92 @@
+// Parsing of the command text, and the play that it asks for.
+#include "shell/command_line.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/log.h"
+#include "chart/loading.h"
+#include "library/song_list.h"
+#include "play/session.h"
+#include "play/timeline.h"
+#include "state/lists.h"
+#include "state/message.h"
+#include "state/session.h"
+#include "state/settings.h"
+
+namespace qlm {
+namespace {
+
+// The letter of the option that a word begins with, 0 when it is none.
+char16_t OptionLetter(TextView word) {
+  if (word.size() < 2 || (word[0] != u'-' && word[0] != u'/')) return 0;
+  constexpr TextView kLetters = u"PSBWQ";
+  const char16_t letter = UCase(Left(word, 2))[1];
+  return kLetters.find(letter) == TextView::npos ? u'\0' : letter;
+}
+
+void ApplyOption(char16_t letter) {
+  switch (letter) {
+    case u'S': PlayEnd = true; break;
+    case u'B': NoBGA = false; break;
+    case u'W': NoWAV = false; break;
+    default: break;  // P and Q change nothing
+  }
+}
+
+// The blanks between double quotes become NUL, and the quotes vanish.
+Text HideQuotedBlanks(TextView command) {
+  Text hidden;
+  bool quoted = false;
+  for (Text& piece : Split(command, u"\"")) {
+    if (quoted) std::replace(piece.begin(), piece.end(), u' ', u'\0');
+    hidden += piece;
+    quoted = !quoted;
+  }
+  return hidden;
+}
+
+}  // namespace
+
+bool IsOption(TextView word) { return OptionLetter(word) != 0; }
+
+std::vector<Text> CommandWords(TextView command) {
+  std::vector<Text> words = Split(HideQuotedBlanks(command), u" ");
+  std::erase_if(words, [](const Text& word) { return word.empty(); });
+  for (Text& word : words) std::replace(word.begin(), word.end(), u'\0', u' ');
+  return words;
+}
+
+bool RunCommandLine(TextView command) {
+  bool chartNamed = false;
+  for (const Text& word : CommandWords(command)) {
+    if (const char16_t letter = OptionLetter(word)) {
+      ApplyOption(letter);
+    } else if (EqualsAnyCase(Right(word, 4), u".QPL")) {
+      LoadJukeList(word, false);
+    } else {
+      if (!chartNamed) ClearList();
+      chartNamed = true;
+      AddSong(word);
+    }
+  }
+  return !chartNamed || PlayListEntry(0);
+}
+
+bool PlayListEntry(int32_t index) {
+  PlayEnd = true;
+  const Text path = songList[static_cast<size_t>(index)].path;
+  const bool loaded = BMSLoad(path) >= 1;
+  PlayLoadedChart();
+  listCursor = index;
+  if (!loaded) DebugLog(u"error: File not found");
+  return loaded;
+}
+
+void PlayLoadedChart() {
+  ResetPlay();
+  SeekChart(0, false);
+  PlayLoop();
+}
+
+}  // namespace qlm

@@ -1,0 +1,28 @@
+// The command text: options, lists and charts.
+#pragma once
+
+#include <vector>
+
+#include "base/text.h"
+
+namespace qlm {
+
+// Whether a word begins with an option's two characters.
+// Quirk: so "-B-" is "-B", and the minus forms cannot switch anything off.
+bool IsOption(TextView word);
+
+// Splits at blanks, except between double quotes, which vanish. Empty words are left out.
+std::vector<Text> CommandWords(TextView command);
+
+// Takes the words in turn; then plays list entry 0 if at least one chart was named. False when that chart
+// could not be loaded.
+bool RunCommandLine(TextView command);
+
+// Loads the chart of a list entry and plays it to its end. False when it could not be loaded; the play then
+// runs all the same, on an empty table.
+bool PlayListEntry(int32_t index);
+
+// A loaded chart from its start to the end of the play.
+void PlayLoadedChart();
+
+}  // namespace qlm

@@ -1,0 +1,54 @@
+// Leaving the program in good order, from wherever it stands.
+#include "shell/exit.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+
+#include "base/log.h"
+#include "graphics/display.h"
+#include "platform/timers.h"
+#include "platform/window.h"
+#include "shell/settings_file.h"
+#include "sound/play.h"
+#include "state/settings.h"
+
+namespace qlm {
+namespace {
+
+std::optional<bool> savedDemoMode;
+
+}  // namespace
+
+void DemonstrateThisRun() {
+  if (!savedDemoMode) savedDemoMode = DEMOMode;
+  DEMOMode = true;
+}
+
+void ExitApp(int status) {
+  DebugLog(u"[ExitApp]");
+  DebugLog(u"saving settings...");
+  if (savedDemoMode) DEMOMode = *savedDemoMode;
+  SaveSettings();
+  DebugLog(u"Kill timers...");
+  for (const int timer : {platform::kTimerPlay, platform::kTimerNetwork, platform::kTimerNetwork99,
+                          platform::kTimerPreview}) {
+    platform::KillTimer(timer);
+  }
+  DebugLog(u"complete.");
+  ReleaseDD();
+  ReleaseDS();
+  std::fflush(nullptr);
+  std::exit(status);
+}
+
+void EndOnFatalError(TextView title, TextView message) {
+  ReleaseDD();
+  ReleaseDS();
+  platform::MessageBox(platform::BoxIcon::kCritical, title,
+                       Join(message, kCrLf, kCrLf,
+                            u"I'm sorry, I can't continue, but this error is fatal."));
+  ExitApp(1);
+}
+
+}  // namespace qlm

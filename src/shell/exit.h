@@ -1,0 +1,17 @@
+// The ends of the program.
+#pragma once
+
+#include "base/text.h"
+
+namespace qlm {
+
+// Saves the settings, gives everything back and ends the program with this status.
+[[noreturn]] void ExitApp(int status = 0);
+
+// The end after a failure that nothing can go on from: a box, then ExitApp with status 1.
+void EndOnFatalError(TextView title, TextView message);
+
+// Has the machine play in this run. The setting that is saved at the end stays what it was.
+void DemonstrateThisRun();
+
+}  // namespace qlm
