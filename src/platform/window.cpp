@@ -219,6 +219,24 @@ void PumpWindowEvents(const WindowEvents& events) {
   }
 }
 
+WindowPlacement NormalizeWindow() {
+  WindowPlacement placement;
+  if (!game) {
+    return placement;
+  }
+  SDL_Window* const window = game->window.get();
+  const Uint32 flags = SDL_GetWindowFlags(window);
+  placement.state = (flags & SDL_WINDOW_MINIMIZED) != 0   ? 1
+                    : (flags & SDL_WINDOW_MAXIMIZED) != 0 ? 2
+                                                          : 0;
+  if (placement.state != 0) {
+    SDL_RestoreWindow(window);
+  }
+  SDL_GetWindowPosition(window, &placement.left, &placement.top);
+  SDL_GetWindowSize(window, &placement.width, &placement.height);
+  return placement;
+}
+
 void MoveMouse(int32_t x, int32_t y) {
   if (!game) {
     return;

@@ -56,6 +56,16 @@ int64_t WindowFrames();
 // close.
 void PumpWindowEvents(const WindowEvents& events);
 
+struct WindowPlacement {
+  int32_t left = 0;  // of the window's inside, in the system's units
+  int32_t top = 0;
+  int32_t width = 0;
+  int32_t height = 0;
+  int32_t state = 0;  // 0 normal, 1 minimised, 2 maximised
+};
+// The state that the window has, and its place once it is brought back to normal. All 0 without a window.
+WindowPlacement NormalizeWindow();
+
 // Puts the pointer on a pixel of the last frame shown.
 void MoveMouse(int32_t x, int32_t y);
 
