@@ -1,0 +1,8 @@
+// Jukebox lists.
+#include "library/jukebox.h"
+
+namespace qlm {
+
+void LoadJukeList(TextView, bool) {}
+
+}  // namespace qlm
