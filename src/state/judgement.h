@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "base/table.h"
+#include "base/text.h"
 #include "state/chart.h"
 
 namespace qlm {
@@ -19,6 +20,8 @@ inline constexpr std::array<int32_t, 16> JudgeWindowTable = [] {
   }
   return table;
 }();
+// Names of the classes, best first.
+inline constexpr std::array<TextView, 8> RankLetters = {u"SS", u"S", u"A", u"B", u"C", u"D", u"E", u"F"};
 inline std::array<int32_t, 4> JudgeWindow{};  // in force
 
 inline std::array<int32_t, 2> LastJudge = {-1, -1};  // 4 PERFECT … 0 POOR, -1 none yet; by score side
