@@ -13,7 +13,7 @@ namespace {
 
 // "/B+" and its like, to the letter: every other word that begins "/" is a path from the root.
 bool IsSlashOption(TextView word) {
-  constexpr std::array<TextView, 11> kOptions = {u"/P", u"/S",  u"/B",  u"/B+", u"/B-", u"/W",
+  constexpr std::array<TextView, 11> kOptions = {u"/P",  u"/S",  u"/B", u"/B+", u"/B-", u"/W",
                                                  u"/W+", u"/W-", u"/Q", u"/Q+", u"/Q-"};
   return std::any_of(kOptions.begin(), kOptions.end(),
                      [&](TextView option) { return EqualsAnyCase(word, option); });

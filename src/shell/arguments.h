@@ -9,11 +9,11 @@
 namespace qlm {
 
 struct Launch {
-  Text command;              // charts and options of the game
-  bool demo = false;         // --demo: the machine plays, whatever the settings say
-  bool helpAsked = false;    // --help
-  bool versionAsked = false; // --version
-  std::string unknown;       // the first "--" word that means nothing, empty otherwise
+  Text command;               // charts and options of the game
+  bool demo = false;          // --demo: the machine plays, whatever the settings say
+  bool helpAsked = false;     // --help
+  bool versionAsked = false;  // --version
+  std::string unknown;        // the first "--" word that means nothing, empty otherwise
 };
 
 // `arguments` are those behind the program's name. Words that begin "--" are taken out. An option of the game

@@ -42,9 +42,12 @@ void ReportMissingDataFolder() {
   platform::MessageBox(
       platform::BoxIcon::kCritical, u"critical error",
       Join(u"_qlmfilesフォルダが存在しません。フルセットをダウンロードして展開してください。", kCrLf,
-           u"エクスプローラでcabファイルを展開した場合は、フォルダが正常に展開されないためこのエラーが発生している場合"
+           u"エクスプローラでcabファイルを展開した場合は、フォルダが正常に展開されないためこのエラーが発生し"
+           u"ている場合"
            u"があります。",
            kCrLf, u"同梱されているmake.batを実行してください。"));
+  std::fprintf(stderr, "quillmarch: the folder %s is missing\n",
+               platform::SystemPath(Join(AppPath, u"\\_qlmfiles")).c_str());
 }
 
 void MakeDataFolders() {
@@ -63,7 +66,12 @@ void SetDrawConstants() {
 }
 
 // What a person wants to know who saw nothing of the play.
-void TellWhatWasPlayed() {
+void TellWhatWasPlayed(bool loaded) {
+  const std::string chart = platform::SystemPath(songList[0].path);
+  if (!loaded) {
+    std::fprintf(stderr, "quillmarch: %s: there is no such chart file\n", chart.c_str());
+    return;
+  }
   const int32_t seconds = BMSLengthMs / 1000;
   const Text line = Join(u"Played \"", HdrTitle, u"\" by ", HdrArtist, u" (", seconds / 60, u":",
                          Padded(seconds % 60, 2), u"). The log is ");
@@ -118,7 +126,7 @@ void Start(TextView command) {
   bool played = true;
   if (!command.empty()) played = RunCommandLine(command);
   // The song list is still to come: the program ends behind the play.
-  if (played && lastSong >= 0) TellWhatWasPlayed();
+  if (lastSong >= 0) TellWhatWasPlayed(played);
   ExitApp(played ? 0 : 1);
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/log.h"
 #include "chart/loading.h"
+#include "library/jukebox.h"
 #include "library/song_list.h"
 #include "play/session.h"
 #include "play/timeline.h"
@@ -75,8 +76,8 @@ bool RunCommandLine(TextView command) {
 
 bool PlayListEntry(int32_t index) {
   PlayEnd = true;
-  const Text path = songList[static_cast<size_t>(index)].path;
-  const bool loaded = BMSLoad(path) >= 1;
+  const bool hasRow = index >= 0 && index <= lastSong;
+  const bool loaded = BMSLoad(hasRow ? TextView(songList[static_cast<size_t>(index)].path) : TextView()) >= 1;
   PlayLoadedChart();
   listCursor = index;
   if (!loaded) DebugLog(u"error: File not found");

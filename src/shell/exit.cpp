@@ -31,8 +31,8 @@ void ExitApp(int status) {
   if (savedDemoMode) DEMOMode = *savedDemoMode;
   SaveSettings();
   DebugLog(u"Kill timers...");
-  for (const int timer : {platform::kTimerPlay, platform::kTimerNetwork, platform::kTimerNetwork99,
-                          platform::kTimerPreview}) {
+  for (const int timer :
+       {platform::kTimerPlay, platform::kTimerNetwork, platform::kTimerNetwork99, platform::kTimerPreview}) {
     platform::KillTimer(timer);
   }
   DebugLog(u"complete.");
@@ -46,8 +46,7 @@ void EndOnFatalError(TextView title, TextView message) {
   ReleaseDD();
   ReleaseDS();
   platform::MessageBox(platform::BoxIcon::kCritical, title,
-                       Join(message, kCrLf, kCrLf,
-                            u"I'm sorry, I can't continue, but this error is fatal."));
+                       Join(message, kCrLf, kCrLf, u"I'm sorry, I can't continue, but this error is fatal."));
   ExitApp(1);
 }
 

@@ -118,24 +118,26 @@ std::optional<Text> IniText::Find(TextView section, TextView key) const {
 void IniText::Insert(size_t at, std::string_view content) {
   // The line before may be the last one of a text that does not end in a line end.
   if (at > 0 && LineEndOf(lines_[at - 1].bytes).empty()) lines_[at - 1].bytes += lineEnd_;
-  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), Parse(std::string(content) + lineEnd_));
+  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at),
+                Parse(std::string(content).append(lineEnd_)));
 }
 
 void IniText::Put(TextView section, TextView key, TextView value) {
-  const std::string bytes = platform::EncodeCp932(value);
   if (const size_t at = FindKey(section, key); at < lines_.size()) {
     Line& line = lines_[at];
     if (Value(line) == value) return;
-    line = Parse(line.bytes.replace(line.valueBegin, line.valueEnd - line.valueBegin, bytes));
+    std::string bytes = line.bytes;
+    bytes.replace(line.valueBegin, line.valueEnd - line.valueBegin, platform::EncodeCp932(value));
+    line = Parse(bytes);
     return;
   }
   Range range = FindSection(section);
   if (range.begin == lines_.size()) {
-    Insert(lines_.size(), "[" + platform::EncodeCp932(section) + "]");
+    Insert(lines_.size(), platform::EncodeCp932(Join(u"[", section, u"]")));
     range = {lines_.size() - 1, lines_.size()};
   }
   while (lines_[range.end - 1].kind == Kind::kBlank) --range.end;
-  Insert(range.end, platform::EncodeCp932(key) + "=" + bytes);
+  Insert(range.end, platform::EncodeCp932(Join(key, u"=", value)));
 }
 
 std::string IniText::Bytes() const {

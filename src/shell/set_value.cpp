@@ -19,8 +19,8 @@ struct Option {
 
 // Options that no file keeps.
 constexpr Option kOptions[] = {
-    {u"HalfField", &HalfField},       {u"Random", &RandomKeymap},         {u"ExRandom", &ExRandom},
-    {u"FourDMode", &FourDMode},       {u"Pressure", &Pressure},           {u"HazardGauge", &HazardGauge},
+    {u"HalfField", &HalfField},         {u"Random", &RandomKeymap},       {u"ExRandom", &ExRandom},
+    {u"FourDMode", &FourDMode},         {u"Pressure", &Pressure},         {u"HazardGauge", &HazardGauge},
     {u"RandomHiSpeed", &RandomHiSpeed}, {u"ComboHiSpeed", &ComboHiSpeed}, {u"EchoEnabled", &EchoEnabled},
 };
 

@@ -1,12 +1,13 @@
 // Settings between memory and file.
 #include "shell/settings_file.h"
 
-#include <array>
+#include <algorithm>
 #include <string>
 #include <utility>
 
 #include "base/paths.h"
 #include "platform/files.h"
+#include "platform/window.h"
 #include "shell/settings_keys.h"
 #include "state/options.h"
 #include "state/settings.h"

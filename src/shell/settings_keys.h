@@ -18,14 +18,13 @@ struct ProgramPath {
 struct TurntableSide {
   bool* right;
 };
-using SettingVariable =
-    std::variant<bool*, int32_t*, uint8_t*, float*, Text*, ProgramPath, TurntableSide>;
+using SettingVariable = std::variant<bool*, int32_t*, uint8_t*, float*, Text*, ProgramPath, TurntableSide>;
 
 struct SettingKey {
   TextView section;
   TextView key;
   SettingVariable variable;
-  TextView absent;                 // read in place of a key that the file lacks; kNothing converts to no value
+  TextView absent;  // read in place of a key that the file lacks; kNothing converts to no value
   std::optional<TextView> noFile;  // value when the file is missing; kStays leaves the start value
 };
 
