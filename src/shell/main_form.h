@@ -1,8 +1,6 @@
 // The game window's events: keys, the close button, activity.
 #pragma once
 
-#include <cstdint>
-
 namespace qlm {
 
 // The screen's size and, in a window, its caption.
@@ -10,12 +8,9 @@ void PrepareForm();
 
 // Has the window's events and the calls that go up the floors reach the game.
 void ConnectHooks();
-// Connects the keyboard. Joysticks are still to come.
+// Connects the keyboard: KeyHeld follows it, and each change reaches ButtonDown or ButtonUp. Joysticks are
+// still to come.
 void InitDI_Keyboard();
-
-// A key or controller button by its number. Keys of the lanes and of the lists are still to come.
-void ButtonDown(int32_t key);
-void ButtonUp(int32_t key);
 
 // The window was closed: the program ends.
 void Form_Unload();

@@ -1,0 +1,35 @@
+// The command `chart`: what one chart load leaves in memory.
+#include "base/paths.h"
+#include "chart/loading.h"
+#include "chart/reader.h"
+#include "tools/qlmprobe/chart_keys.h"
+#include "tools/qlmprobe/commands.h"
+#include "tools/qlmprobe/engine.h"
+
+namespace probe {
+
+int ChartCommand(Arguments& arguments) {
+  StartEngine(arguments);
+  TakeLoadOptions(arguments);
+  const bool raw = arguments.Flag("--raw");
+  const std::vector<std::string> before = TakeChartsBefore(arguments);
+  const std::vector<std::string> files = arguments.Files(1, 1);
+  if (!arguments.Good()) return kWrongUsage;
+  if (!CheckReadable(files[0]) || !LoadChartsBefore(before)) return kRefused;
+
+  const qlm::Text path = GamePath(files[0]);
+  if (raw) {
+    qlm::BMSInit();
+    qlm::BMSRead(path);
+  } else {
+    qlm::BMSLoad(path);
+  }
+  Json json;
+  PutChart(json, raw, qlm::GetFolder(path));
+  PutLog(json);
+  const int status = PutFatal(json);
+  json.Print();
+  return status;
+}
+
+}  // namespace probe

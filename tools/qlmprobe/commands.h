@@ -1,0 +1,17 @@
+// The commands of the probe. Each takes its arguments and gives the exit status.
+#pragma once
+
+#include "tools/qlmprobe/arguments.h"
+
+namespace probe {
+
+int ChartCommand(Arguments& arguments);
+int CourseCommand(Arguments& arguments);
+int HeaderCommand(Arguments& arguments);
+int PlayCommand(Arguments& arguments);
+int FrameCommand(Arguments& arguments);
+int AudioCommand(Arguments& arguments);
+int CheckCommand(Arguments& arguments);
+int DumpCommand(Arguments& arguments);
+
+}  // namespace probe

@@ -1,0 +1,108 @@
+// The command `dump`: a file of the game in plain words, by its name.
+#include <cstdio>
+
+#include "base/paths.h"
+#include "platform/files.h"
+#include "shell/ini_text.h"
+#include "shell/settings_file.h"
+#include "shell/settings_keys.h"
+#include "state/options.h"
+#include "state/settings.h"
+#include "tools/qlmprobe/commands.h"
+#include "tools/qlmprobe/engine.h"
+
+namespace probe {
+namespace {
+
+using qlm::Text;
+using qlm::TextView;
+
+void PutVariable(Json& json, const qlm::SettingVariable& variable) {
+  std::visit(
+      [&](const auto& place) {
+        using Place = std::decay_t<decltype(place)>;
+        if constexpr (std::is_same_v<Place, qlm::ProgramPath>) {
+          json.Value(TextView(*place.path));
+        } else if constexpr (std::is_same_v<Place, qlm::TurntableSide>) {
+          json.Value(*place.right);
+        } else if constexpr (std::is_same_v<Place, Text*>) {
+          json.Value(TextView(*place));
+        } else {
+          json.Value(*place);
+        }
+      },
+      variable);
+}
+
+void PutRow(Json& json, TextView section, TextView key) { json.Row(section, key); }
+
+const qlm::SettingKey* FindRow(TextView section, TextView key) {
+  for (const qlm::SettingKey& row : qlm::SettingKeys()) {
+    if (qlm::EqualsAnyCase(row.section, section) && qlm::EqualsAnyCase(row.key, key)) return &row;
+  }
+  return nullptr;
+}
+
+// What the game takes from the file, and where the file and the game do not meet.
+void PutSettings(Json& json, const qlm::IniText& file) {
+  std::vector<const qlm::SettingKey*> refused;
+  json.Key("settings").BeginArray();
+  for (const qlm::SettingKey& row : qlm::SettingKeys()) {
+    const Text text = GetIniValue(file, row.section, row.key, qlm::DefaultText(row.variable, row.absent));
+    const bool taken = qlm::StoreSetting(row.variable, text);
+    if (!taken && file.Find(row.section, row.key)) refused.push_back(&row);
+    json.BeginArray();
+    json.Value(row.section);
+    json.Value(row.key);
+    PutVariable(json, row.variable);
+    json.EndArray();
+  }
+  json.EndArray();
+  json.Key("absent").BeginArray();
+  for (const qlm::SettingKey& row : qlm::SettingKeys()) {
+    if (!file.Find(row.section, row.key)) PutRow(json, row.section, row.key);
+  }
+  json.EndArray();
+  json.Key("refused").BeginArray();
+  for (const qlm::SettingKey* row : refused) PutRow(json, row->section, row->key);
+  json.EndArray();
+  json.Key("unknown").BeginArray();
+  for (const qlm::IniText::Entry& entry : file.Entries()) {
+    const bool known =
+        qlm::EqualsAnyCase(entry.section, u"MainForm") || FindRow(entry.section, entry.key) != nullptr;
+    if (!known) json.Row(TextView(entry.section), TextView(entry.key), TextView(entry.value));
+  }
+  json.EndArray();
+}
+
+bool HasKnownName(TextView path) {
+  const Text extension = qlm::GetExtension(path);
+  return extension == u"QBL" || extension == u"QCL" || extension == u"QSD" || extension == u"QPD" ||
+         qlm::EqualsAnyCase(qlm::GetFileName(path), u"qlm_keycnf.dat");
+}
+
+}  // namespace
+
+int DumpCommand(Arguments& arguments) {
+  StartEngine(arguments);
+  const std::vector<std::string> files = arguments.Files(1, 1);
+  if (!files.empty() && arguments.Good()) {
+    const Text path = GamePath(files[0]);
+    if (!qlm::EqualsAnyCase(qlm::GetFileName(path), u"qlm_conf.ini")) {
+      arguments.Fail(files[0] + (HasKnownName(path) ? ": this kind of file cannot be decoded in this version"
+                                                    : ": no file of the game has this name"));
+    }
+  }
+  if (!arguments.Good()) return kWrongUsage;
+  if (!CheckReadable(files[0])) return kRefused;
+
+  qlm::ResetSettings();
+  qlm::ResetOptions();
+  const qlm::IniText file(platform::ReadFile(GamePath(files[0])).value_or(std::string()));
+  Json json;
+  PutSettings(json, file);
+  json.Print();
+  return kDone;
+}
+
+}  // namespace probe

@@ -1,0 +1,156 @@
+// Bringing up the engine for one command.
+#include "tools/qlmprobe/engine.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+
+#include "base/hooks.h"
+#include "base/log.h"
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "base/rnd.h"
+#include "chart/loading.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/sound_device.h"
+#include "shell/set_value.h"
+#include "shell/settings_file.h"
+#include "state/gauge.h"
+#include "state/options.h"
+#include "state/reset.h"
+#include "state/session.h"
+#include "state/settings.h"
+
+namespace probe {
+namespace {
+
+using qlm::Text;
+using qlm::TextView;
+
+std::ofstream logFile;
+
+// Each line is in the file before the next step of the game runs.
+void WriteLastLine() { logFile << platform::EncodeUtf8(logLines.back()) << std::endl; }
+
+void TakeRandomNumbers(Arguments& arguments) {
+  const std::optional<std::string> list = arguments.Value("--rnd");
+  if (!list) return;
+  std::vector<float> numbers;
+  for (const Text& piece : qlm::Split(platform::DecodeUtf8(*list), u",")) {
+    const std::optional<float> number = qlm::ToSingle(piece);
+    if (!number || !(*number >= 0 && *number < 1)) {
+      return arguments.Fail("--rnd wants numbers from 0 up to, but not including, 1, with commas between");
+    }
+    numbers.push_back(*number);
+  }
+  qlm::SetRndList(std::move(numbers));
+}
+
+void TakeLogFile(Arguments& arguments) {
+  const std::optional<std::string> name = arguments.Value("--log");
+  if (!name) return;
+  logFile.open(*name, std::ios::binary | std::ios::trunc);
+  if (!logFile) return arguments.Fail("the log file " + *name + " cannot be written");
+  qlm::logOutput.afterLine = WriteLastLine;
+}
+
+}  // namespace
+
+void StartEngine(Arguments& arguments) {
+  qlm::ResetState();
+  platform::UseVirtualClock(1'000'000);
+  platform::OpenSoundDevice(platform::SoundOutput::kOffline);
+  qlm::logOutput = {};
+  qlm::logOutput.file = false;
+  qlm::logOutput.lines = &logLines;
+  qlm::hooks::fatalError = [](TextView, TextView message) {
+    if (!fatalMessage) fatalMessage = message;
+  };
+  const std::optional<std::string> data = arguments.Value("--data");
+  qlm::AppPath = data ? GamePath(*data) : platform::ProgramFolder();
+  while (qlm::AppPath.ends_with(u'\\')) qlm::AppPath.pop_back();
+  qlm::SetDefaultSettings();
+  TakeLogFile(arguments);
+  TakeRandomNumbers(arguments);
+}
+
+void TakeLoadOptions(Arguments& arguments) {
+  if (const auto force = arguments.Number("--player-force", 0, 3)) {
+    qlm::PlayerForce = static_cast<int32_t>(*force);
+  }
+  if (const auto capacity = arguments.Number("--num-objs", 0, 16'777'215)) {
+    qlm::numObjs = static_cast<int32_t>(*capacity);
+  }
+  if (const auto speed = arguments.Value("--real-hispeed")) {
+    const std::optional<float> factor = qlm::ToSingle(platform::DecodeUtf8(*speed));
+    if (!factor || *factor < 0) arguments.Fail("--real-hispeed wants a number that is not negative");
+    qlm::Assign(qlm::RealHiSpeed, factor);
+  }
+  qlm::RandomKeymap = arguments.Flag("--random");
+  qlm::FourDMode = arguments.Flag("--4d");
+  qlm::NoBGA = arguments.Flag("--no-bga");
+  qlm::NoWAV = arguments.Flag("--no-wav");
+  qlm::HazardGauge = arguments.Flag("--hazard");
+  qlm::PreviewActive = arguments.Flag("--preview");
+}
+
+void TakeSettings(Arguments& arguments) {
+  for (const std::string& setting : arguments.Values("--set")) {
+    const size_t equals = setting.find('=');
+    if (equals == std::string::npos) {
+      arguments.Fail("--set wants NAME=VALUE");
+      continue;
+    }
+    const Text name = platform::DecodeUtf8(setting.substr(0, equals));
+    if (qlm::EqualsAnyCase(name, u"keys")) {
+      arguments.Fail("--set keys= does not work in this version");
+      continue;
+    }
+    const std::optional<Text> wrong = qlm::SetValue(name, platform::DecodeUtf8(setting.substr(equals + 1)));
+    if (wrong) arguments.Fail("--set: " + platform::EncodeUtf8(*wrong));
+  }
+  if (qlm::HiSpeed == 0) qlm::RandomHiSpeed = true;
+}
+
+std::vector<std::string> TakeChartsBefore(Arguments& arguments) { return arguments.Values("--before"); }
+
+Text GamePath(const std::string& path) {
+  std::string slashed = path;
+  if (platform::IsUtf8(slashed)) std::replace(slashed.begin(), slashed.end(), '\\', '/');
+  return platform::InnerPath(slashed);
+}
+
+bool CheckReadable(const std::string& path) {
+  const Text file = GamePath(path);
+  if (platform::ReadFilePart(file, 0, 1)) return true;
+  std::fprintf(stderr, "qlmprobe: %s: %s\n", path.c_str(),
+               platform::FileLength(file) ? "the file cannot be read" : "there is no such file");
+  return false;
+}
+
+bool LoadChartsBefore(const std::vector<std::string>& paths) {
+  for (const std::string& path : paths) {
+    if (!CheckReadable(path)) return false;
+    qlm::BMSLoad(GamePath(path));
+  }
+  return true;
+}
+
+void PutLog(Json& json) {
+  json.Key("log").BeginArray();
+  for (const Text& line : logLines) json.Value(TextView(line));
+  json.EndArray();
+}
+
+int PutFatal(Json& json) {
+  if (!fatalMessage) return kDone;
+  json.Put("fatal", TextView(*fatalMessage));
+  std::string line = platform::EncodeUtf8(*fatalMessage);
+  std::erase(line, '\r');
+  std::replace(line.begin(), line.end(), '\n', ' ');
+  std::fprintf(stderr, "qlmprobe: %s\n", line.c_str());
+  return kRefused;
+}
+
+}  // namespace probe

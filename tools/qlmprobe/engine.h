@@ -1,0 +1,43 @@
+// The game's engine as the commands run it: fresh, on a virtual clock, without a log file, a window or a
+// sound card.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/text.h"
+#include "tools/qlmprobe/arguments.h"
+#include "tools/qlmprobe/json.h"
+
+namespace probe {
+
+// The log lines of the run, each with its indent and without its time.
+inline std::vector<qlm::Text> logLines;
+// Message of the first failure that the game would end with.
+inline std::optional<qlm::Text> fatalMessage;
+
+// Brings the engine up with the settings of a new installation, then takes the options that every command
+// has: --data, --log, --rnd.
+void StartEngine(Arguments& arguments);
+
+// The options of a chart's load: --player-force, --random, --4d, --no-bga, --no-wav, --num-objs, --hazard,
+// --preview, --real-hispeed. Stored in the game's own variables.
+void TakeLoadOptions(Arguments& arguments);
+// --set NAME=VALUE, also in the game's own variables.
+void TakeSettings(Arguments& arguments);
+// --before FILE, as often as wanted.
+std::vector<std::string> TakeChartsBefore(Arguments& arguments);
+
+// A path as a person gives it, in the game's form.
+qlm::Text GamePath(const std::string& path);
+// False when there is no such file to be read: standard error then says so.
+bool CheckReadable(const std::string& path);
+// Loads charts ahead of the one in question. False when one cannot be read.
+bool LoadChartsBefore(const std::vector<std::string>& paths);
+
+void PutLog(Json& json);
+// The key `fatal`, when something was; gives the exit status that goes with it.
+int PutFatal(Json& json);
+
+}  // namespace probe

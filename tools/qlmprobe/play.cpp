@@ -1,0 +1,74 @@
+// The command `play`: what happens in a whole play.
+#include "state/chart.h"
+#include "state/gauge.h"
+#include "state/session.h"
+#include "state/timeline.h"
+#include "tools/qlmprobe/commands.h"
+#include "tools/qlmprobe/engine.h"
+#include "tools/qlmprobe/play_run.h"
+
+namespace probe {
+namespace {
+
+// The class of a play in which nothing was judged.
+constexpr int32_t kNoClass = 6;
+
+struct Unwatched : PlayWatcher {
+  void TurnOver(int64_t, int64_t) override {}
+};
+
+void PutFigures(Json& json) {
+  // Judgements are recorded once notes are judged.
+  json.Key("judgements").BeginArray();
+  json.EndArray();
+  json.Key("counts").BeginArray();
+  for (const auto& side : qlm::JudgeCount) json.Value(side);
+  json.EndArray();
+  json.Put("combo", qlm::Combo);
+  json.Put("maxCombo", qlm::MaxCombo);
+  json.Put("gauge", qlm::Gauge);
+  json.Put("score", qlm::Score);
+  json.Put("jpts", qlm::JPts);
+  json.Put("jptsMax", qlm::JPtsMax);
+  json.Put("class", kNoClass);
+  json.Put("exPts", qlm::JudgeCount[0][0] * 2 + qlm::JudgeCount[0][1]);
+  json.Put("playFailed", qlm::PlayFailed);
+  json.Put("playCleared", qlm::PlayCleared);
+  json.Put("endClock", qlm::playClock);
+}
+
+void PutTranscript(Json& json, const qlm::Transcript& transcript) {
+  json.Key("starts").BeginArray();
+  for (const auto& start : transcript.starts) json.Row(start.clock, start.slot);
+  json.EndArray();
+  json.Key("bpmLog").BeginArray();
+  for (const auto& tempo : transcript.tempi) json.Row(tempo.clock, tempo.curBPM, tempo.posOffset);
+  json.EndArray();
+  json.Key("gaugeHistory").BeginArray();
+  for (const uint8_t sample : qlm::GaugeHistory[0]) json.Value(sample);
+  json.EndArray();
+  json.Key("posSamples").BeginArray();
+  for (const auto& place : transcript.places) json.Row(place.clock, place.playPos);
+  json.EndArray();
+}
+
+}  // namespace
+
+int PlayCommand(Arguments& arguments) {
+  StartEngine(arguments);
+  int status = kDone;
+  const PlayRequest request = TakePlayRequest(arguments, status);
+  if (status != kDone) return status;
+
+  Unwatched watcher;
+  qlm::Transcript transcript;
+  if (!RunPlay(request, watcher, transcript)) return kRefused;
+  Json json;
+  PutFigures(json);
+  PutTranscript(json, transcript);
+  status = PutFatal(json);
+  json.Print();
+  return status;
+}
+
+}  // namespace probe

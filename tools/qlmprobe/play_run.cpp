@@ -1,0 +1,155 @@
+// Running of a play turn by turn.
+#include "tools/qlmprobe/play_run.h"
+
+#include <cstdio>
+#include <sstream>
+
+#include "base/hooks.h"
+#include "chart/loading.h"
+#include "graphics/display.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "play/hooks.h"
+#include "shell/command_line.h"
+#include "shell/main_form.h"
+#include "sound/play.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "tools/qlmprobe/engine.h"
+
+namespace probe {
+namespace {
+
+constexpr int32_t kKeyNumbers = 401;
+
+// The play that runs.
+const PlayRequest* request = nullptr;
+PlayWatcher* watcher = nullptr;
+int64_t turn = 0;  // below 0 in the pre-roll, which lasts one second
+size_t nextEvent = 0;
+
+int64_t TurnTime(int64_t number) {
+  const int64_t thousandths = number * 1000;
+  const int64_t time = thousandths / request->turnsPerSecond;
+  return time - (thousandths % request->turnsPerSecond < 0 ? 1 : 0);
+}
+
+void ServeEvents() {
+  if (turn < 0) return;
+  const int64_t now = TurnTime(turn);
+  for (; nextEvent < request->events.size() && request->events[nextEvent].time <= now; ++nextEvent) {
+    const KeyEvent& event = request->events[nextEvent];
+    (event.down ? qlm::hooks::keyDown : qlm::hooks::keyUp)(event.key);
+  }
+  if (now >= request->limit) StopPlay();
+}
+
+void FinishFrame() { watcher->FrameFinished(TurnTime(turn)); }
+
+uint32_t NextTurn(uint32_t now) {
+  const int64_t time = TurnTime(turn);
+  const int64_t next = TurnTime(++turn);
+  watcher->TurnOver(time, next);
+  return now + static_cast<uint32_t>(next - time);
+}
+
+// "MS down KEY" or "MS up KEY", one a line.
+std::optional<std::vector<KeyEvent>> ParseEvents(const std::string& text, std::string& wrong) {
+  std::vector<KeyEvent> events;
+  std::istringstream lines(text);
+  int64_t number = 0;
+  for (std::string line; std::getline(lines, line);) {
+    ++number;
+    std::istringstream words(line);
+    KeyEvent event;
+    std::string way;
+    std::string rest;
+    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
+    if (!(words >> event.time >> way >> event.key) || (way != "down" && way != "up") || words >> rest ||
+        event.key < 0 || event.key >= kKeyNumbers) {
+      wrong = "line " + std::to_string(number) + " is not \"MS down KEY\" or \"MS up KEY\"";
+      return std::nullopt;
+    }
+    event.down = way == "down";
+    events.push_back(event);
+  }
+  return events;
+}
+
+bool ReadEvents(const std::string& file, std::vector<KeyEvent>& events) {
+  const std::optional<std::string> text = platform::ReadFile(GamePath(file));
+  std::string wrong = "the events file cannot be read";
+  std::optional<std::vector<KeyEvent>> parsed;
+  if (text) parsed = ParseEvents(*text, wrong);
+  if (!parsed) {
+    std::fprintf(stderr, "qlmprobe: %s: %s\n", file.c_str(), wrong.c_str());
+    return false;
+  }
+  events = std::move(*parsed);
+  return true;
+}
+
+}  // namespace
+
+PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
+  PlayRequest taken;
+  TakeLoadOptions(arguments);
+  for (const char* const option : {"--skin", "--record", "--replay"}) arguments.Refuse(option);
+  taken.before = TakeChartsBefore(arguments);
+  const std::optional<std::string> eventsFile = arguments.Value("--events");
+  // Without hands at the keys the machine plays, unless it is told not to.
+  qlm::DEMOMode = !eventsFile;
+  TakeSettings(arguments);
+  if (const auto rate = arguments.Number("--fps", 1, 1000))
+    taken.turnsPerSecond = static_cast<int32_t>(*rate);
+  if (const auto limit = arguments.Number("--limit", 0, INT32_MAX)) taken.limit = *limit;
+  const std::vector<std::string> files = arguments.Files(1, 1);
+  if (!arguments.Good()) {
+    status = kWrongUsage;
+    return taken;
+  }
+  taken.file = files[0];
+  if (eventsFile && !ReadEvents(*eventsFile, taken.events)) status = kRefused;
+  return taken;
+}
+
+bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& transcript) {
+  if (!CheckReadable(wanted.file)) return false;
+  request = &wanted;
+  watcher = &watching;
+  turn = -wanted.turnsPerSecond;
+  nextEvent = 0;
+
+  qlm::ConnectHooks();
+  qlm::hooks::fatalError = [](qlm::TextView, qlm::TextView message) {
+    if (!fatalMessage) fatalMessage = message;
+  };
+  qlm::hooks::loadPump = nullptr;
+  qlm::hooks::closeRequested = StopPlay;
+  qlm::InitDI_Keyboard();
+  qlm::PrepareForm();
+  qlm::CreateSurfaces();
+  qlm::InitDS(platform::SoundOutput::kOffline);
+  // A load as for a preview does not make the play one: it would never show a frame.
+  const bool preview = qlm::PreviewActive;
+  if (!LoadChartsBefore(wanted.before)) return false;
+  qlm::PreviewActive = preview;
+  qlm::BMSLoad(GamePath(wanted.file));
+  qlm::PreviewActive = false;
+  if (fatalMessage) return true;
+
+  qlm::transcript = &transcript;
+  qlm::hooks::pumped = ServeEvents;
+  qlm::hooks::framePresented = FinishFrame;
+  platform::SetFrameClock(NextTurn);
+  qlm::PlayLoadedChart();
+  platform::SetFrameClock(nullptr);
+  qlm::hooks::framePresented = nullptr;
+  qlm::hooks::pumped = nullptr;
+  qlm::transcript = nullptr;
+  return true;
+}
+
+void StopPlay() { qlm::PlayEnd = true; }
+
+}  // namespace probe

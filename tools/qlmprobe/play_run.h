@@ -1,0 +1,48 @@
+// A whole play on the virtual clock, as `play`, `frame` and `audio` run it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "state/transcript.h"
+#include "tools/qlmprobe/arguments.h"
+
+namespace probe {
+
+// An event of an events file.
+struct KeyEvent {
+  int64_t time = 0;  // ms on the chart's clock
+  bool down = false;
+  int32_t key = 0;
+};
+
+struct PlayRequest {
+  std::string file;
+  std::vector<std::string> before;
+  std::vector<KeyEvent> events;
+  int32_t turnsPerSecond = 60;
+  int64_t limit = INT64_MAX;  // ms of the chart's clock at which the play is stopped
+};
+
+// What watches a play. The times are those of the turn, in ms on the chart's clock, negative in the pre-roll.
+class PlayWatcher {
+ public:
+  virtual ~PlayWatcher() = default;
+  // The turn's frame is finished.
+  virtual void FrameFinished(int64_t) {}
+  // The turn is over; the next one happens at `next`.
+  virtual void TurnOver(int64_t time, int64_t next) = 0;
+};
+
+// Takes what `play`, `frame` and `audio` have in common: the options of a chart's load, --set, --events,
+// --fps, --limit and the file. Standard error tells of an events file that cannot be read: `status` then is
+// not kDone.
+PlayRequest TakePlayRequest(Arguments& arguments, int& status);
+
+// Loads and plays. The transcript is filled meanwhile. False when a chart cannot be read.
+bool RunPlay(const PlayRequest& request, PlayWatcher& watcher, qlm::Transcript& transcript);
+// Ends the play that runs behind this turn.
+void StopPlay();
+
+}  // namespace probe
