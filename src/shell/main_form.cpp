@@ -4,8 +4,9 @@
 #include "base/hooks.h"
 #include "base/log.h"
 #include "graphics/present.h"
-#include "play/hooks.h"
-#include "play/input.h"
+#include "graphics/screens.h"
+#include "platform/clock.h"
+#include "play/session.h"
 #include "shell/exit.h"
 #include "state/keys.h"
 #include "state/session.h"
@@ -14,14 +15,20 @@
 namespace qlm {
 namespace {
 
-void KeyDown(int32_t key) {
-  KeyHeld.Put(key, true);
-  ButtonDown(key);
-}
+// The lane that Esc stands for on screens that any lane ends.
+constexpr size_t kEscLane = 5;
 
-void KeyUp(int32_t key) {
-  KeyHeld.Put(key, false);
-  ButtonUp(key);
+bool ShiftHeld() { return KeyHeld[kKeyLeftShift] || KeyHeld[kKeyRightShift]; }
+
+// A chart from the command line waits for its first turn with the song select's state.
+bool InPlay() { return GameState == kStatePlay || (PlayAlive && !PreviewActive); }
+
+void ProcessKey_Play(int32_t key) {
+  if (key != kKeyEsc) return;
+  // Held long enough, it ends the play in one of the next turns.
+  EscHeld = true;
+  EscStart = platform::Now();
+  AbortLoad();
 }
 
 }  // namespace
@@ -36,15 +43,31 @@ void ConnectHooks() {
   RegisterPlayHooks();
   hooks::fatalError = EndOnFatalError;
   hooks::setCaption = SetCaption;
+  hooks::loadingFrame = Loading;
+  hooks::loadPump = DoEvents;
   hooks::closeRequested = Form_Unload;
-  hooks::windowActivated = [](bool active) { WindowActive = active; };
 }
 
 void InitDI_Keyboard() {
   DebugLog(u"[InitDI_Keyboard]");
-  hooks::keyDown = KeyDown;
-  hooks::keyUp = KeyUp;
+  hooks::keyDown = ButtonDown;
+  hooks::keyUp = ButtonUp;
   DebugLog(u"DirectInput [Keyboard] Initialized");
+}
+
+void ButtonDown(int32_t key) {
+  if (!WindowActive) return;
+  if (key == kKeyEsc && ShiftHeld()) {
+    if (hooks::closeRequested != nullptr) hooks::closeRequested();
+    return;
+  }
+  if (InPlay()) ProcessKey_Play(key);
+}
+
+void ButtonUp(int32_t key) {
+  if (key != kKeyEsc) return;
+  LaneDown[kEscLane] = false;
+  EscHeld = false;
 }
 
 void Form_Unload() { ExitApp(); }

@@ -9,10 +9,10 @@
 #include "graphics/display.h"
 #include "platform/clock.h"
 #include "platform/files.h"
-#include "play/hooks.h"
 #include "shell/command_line.h"
 #include "shell/main_form.h"
 #include "sound/play.h"
+#include "state/keys.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "tools/qlmprobe/engine.h"
@@ -39,6 +39,7 @@ void ServeEvents() {
   const int64_t now = TurnTime(turn);
   for (; nextEvent < request->events.size() && request->events[nextEvent].time <= now; ++nextEvent) {
     const KeyEvent& event = request->events[nextEvent];
+    qlm::KeyHeld.Put(event.key, event.down);
     (event.down ? qlm::hooks::keyDown : qlm::hooks::keyUp)(event.key);
   }
   if (now >= request->limit) StopPlay();
@@ -128,6 +129,7 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   qlm::hooks::closeRequested = StopPlay;
   qlm::InitDI_Keyboard();
   qlm::PrepareForm();
+  qlm::InitDD(qlm::DisplayOutput::kUnseen);
   qlm::CreateSurfaces();
   qlm::InitDS(platform::SoundOutput::kOffline);
   // A load as for a preview does not make the play one: it would never show a frame.
