@@ -12,7 +12,7 @@
 #include "state/message.h"
 #include "state/session.h"
 #include "tests/graphics/picture_files.h"
-#include "tests/sound/allocations.h"
+#include "tests/support/allocations.h"
 
 namespace qlm {
 namespace {
