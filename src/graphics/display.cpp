@@ -69,6 +69,7 @@ void InitDX() { DebugLog(u"[InitDX]"); }
 void InitDD(DisplayOutput output) {
   DebugLog(u"[InitDD]", 1);
   const int32_t error = output == DisplayOutput::kWindow ? OpenDisplay() : kDisplayOk;
+  DDPrimary = BlackSurface(640, 480);
   displayOpen = true;
   DebugLog(Join(u"Display mode changed to 640x480x", (ScreenColors + 1) * 8, u" : error = ", error));
   DebugLog(Join(u"Primary Surface created. VRAM FREE:", FreeVideoMemory()), -1);
@@ -95,6 +96,7 @@ void CreateSurfaces() {
 void ReleaseDD() {
   platform::CloseGameWindow();
   platform::CloseFonts();
+  DDPrimary.reset();
   DDBack.reset();
   DDBga.reset();
   SkinFile.Clear();

@@ -97,6 +97,10 @@ void HoldFrame() {
   if (DDBack && DDSnapshot) DDSnapshot->Copy(0, 0, *DDBack, FullRect);
 }
 
+void HoldScreen() {
+  if (DDPrimary && DDSnapshot) DDSnapshot->Copy(0, 0, *DDPrimary, FullRect);
+}
+
 bool DrawFadeTiles(int32_t divisor) {
   const int32_t steps = FadeTime() / 10;
   if (steps >= divisor) return true;
@@ -115,15 +119,16 @@ bool DrawFadeTiles(int32_t divisor) {
 
 void DrawFades() {
   const int32_t ms = FadeTime();
+  const int32_t percent = ms / 2;  // of a short fade
   switch (FadeState) {
     case kFadeEnd:
       if (ms > kShortFade) EndFade();
-      ScreenFade(ms / 2);
+      ScreenFade(percent);
       if (PlayAlive) FadeEndVolumes(ms);
       break;
     case kFadeIn:
       if (ms > kShortFade) EndFade();
-      ScreenFade(100 - ms / 2);
+      ScreenFade(100 - percent);
       break;
     case kFadeFail:
       if (ms > kFailFade) EndFade();

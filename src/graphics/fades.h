@@ -11,8 +11,10 @@ void ScreenFade(double percent);
 void FadeScreen(int32_t kind, int32_t length);
 // Draws the speeds of the 300 tiles anew. At the start of each play.
 void MakeFadeTiles();
-// Copies the back surface to the one that tiles and fades hold.
+// Copies the frame that is being drawn, or the one that the screen shows, to the surface that tiles and fades
+// hold.
 void HoldFrame();
+void HoldScreen();
 // The falling tiles of the held frame: t is (ms \ 10) / divisor, 50 in a play and 30 on the loading screen.
 // True once t has reached 1.
 bool DrawFadeTiles(int32_t divisor);

@@ -1,7 +1,7 @@
 // The end of every frame.
 #include "graphics/present.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "base/hooks.h"
 #include "base/numbers.h"
@@ -84,7 +84,10 @@ void Show(bool noWait) {
   if (hooks::framePresented != nullptr) hooks::framePresented();
   // Quirk: a window that is not drawn directly asks for a flip, which a window cannot do: the frame stays
   // unseen.
-  if (DDBack && (DirectBlt || !Windowed)) platform::ShowFrame(*DDBack, !noWait && !NOVSync);
+  if (DDBack && (DirectBlt || !Windowed)) {
+    platform::ShowFrame(*DDBack, !noWait && !NOVSync);
+    std::swap(DDBack, DDPrimary);
+  }
   platform::FrameShown();
   ScreenRect = FullRect;
 }

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/text.h"
@@ -30,11 +31,7 @@ struct FontClose {
 };
 using Font = std::unique_ptr<TTF_Font, FontClose>;
 
-struct Face {
-  int32_t height;
-  bool bold;
-  auto operator<=>(const Face&) const = default;
-};
+using Face = std::pair<int32_t, bool>;  // height in pixels, bold
 
 using FontSet = std::vector<Font>;  // those that could be opened, in the order of the paths
 std::map<Face, FontSet> openFonts;
@@ -47,9 +44,10 @@ const FontSet& FontsOf(Face face) {
   if (TTF_WasInit() == 0 && TTF_Init() != 0) {
     return fonts;
   }
+  const auto [height, bold] = face;
   for (const char* path : kFontPaths) {
-    if (Font font{TTF_OpenFont(path, face.height)}) {
-      TTF_SetFontStyle(font.get(), face.bold ? TTF_STYLE_BOLD : TTF_STYLE_NORMAL);
+    if (Font font{TTF_OpenFont(path, height)}) {
+      TTF_SetFontStyle(font.get(), bold ? TTF_STYLE_BOLD : TTF_STYLE_NORMAL);
       TTF_SetFontHinting(font.get(), TTF_HINTING_LIGHT);
       fonts.push_back(std::move(font));
     }

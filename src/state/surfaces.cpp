@@ -4,8 +4,8 @@
 namespace qlm {
 
 void ResetSurfaces() {
-  for (SurfacePtr* surface : {&DDBack, &DDBga, &DDGraph, &DDSnapshot, &DDPreview, &DDSkinBack, &DDStage,
-                              &SSBack, &SSBackDim, &SSObj, &SSNoStage, &ResultObj}) {
+  for (SurfacePtr* surface : {&DDPrimary, &DDBack, &DDBga, &DDGraph, &DDSnapshot, &DDPreview, &DDSkinBack,
+                              &DDStage, &SSBack, &SSBackDim, &SSObj, &SSNoStage, &ResultObj}) {
     surface->reset();
   }
   StageRect = {};

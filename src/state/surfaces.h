@@ -17,6 +17,7 @@ using platform::SurfacePtr;
 
 constexpr Rect kScreen = {0, 0, 640, 480};
 
+inline SurfacePtr DDPrimary;   // 640 by 480: the frame shown last
 inline SurfacePtr DDBack;      // 640 by 480: every frame is drawn here
 inline SurfacePtr DDBga;       // the composed BGA picture
 inline SurfacePtr DDGraph;     // 300 by 203: gauge graph, drawn during play

@@ -271,7 +271,19 @@ TEST_F(Tiles, FallFasterOnTheLoadingScreen) {
   EXPECT_TRUE(DrawFadeTiles(30));
 }
 
-TEST_F(Tiles, HoldingTakesTheBackSurface) {
+TEST_F(Tiles, HoldingTheScreenTakesTheFrameThatWasShownLast) {
+  DDBack->Fill(kScreen, 0x123456);
+  PresentFrame(true, true);
+  DDBack->Fill(kScreen, 0x654321);
+  HoldScreen();
+  EXPECT_TRUE(Shows(DDSnapshot, kScreen, 0x123456, 0));
+  Windowed = true;  // without DirectBlt, so that nothing is shown
+  PresentFrame(true, true);
+  HoldScreen();
+  EXPECT_TRUE(Shows(DDSnapshot, kScreen, 0x123456, 0));
+}
+
+TEST_F(Tiles, HoldingTheFrameTakesTheBackSurface) {
   DDBack->Fill(kScreen, 0x123456);
   HoldFrame();
   EXPECT_TRUE(Shows(DDSnapshot, kScreen, 0x123456, 0));
