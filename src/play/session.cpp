@@ -57,7 +57,7 @@ void RunTurns() {
   while (!PlayEnd) {
     if (objCursor >= objCount && FadeState == kFadeNone) {
       if (EndlessRun) {
-        HoldFrame();
+        HoldScreen();
         return;
       }
       StartFade(kFadeEnd, 1);
@@ -154,7 +154,7 @@ void PlayLoop() {
   TakeTempo(HdrBPM);
   DebugLog(u"  playloop start");
   PlaySE(kReadySound);
-  HoldFrame();
+  HoldScreen();
   StartFade(kFadeTiles, 0);
   ShowMessage(u"R E A D Y ?");
   RankLocked = false;
