@@ -28,6 +28,8 @@ class ChartTest : public GameTest {
   static std::vector<std::string> Objs();
   // Those of one channel, in table order.
   static std::vector<std::string> ObjsOf(int32_t channel);
+  // A picture of 2 by 1 pixels as a file.
+  static std::string TinyBitmap();
   // How often a line stands in the log, indent not counted.
   int64_t CountLogged(TextView words) const;
 };

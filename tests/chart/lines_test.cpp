@@ -43,6 +43,17 @@ TEST(DecodeChart, NulEndsTheText) {
 // 8A 4A is one character; 81 before CR has no second byte and stands alone.
 TEST(DecodeChart, ReadsCodePage932) { EXPECT_EQ(DecodeChart("\x8A\x4A\x81\r\n").text, u"開・\r\n\r\n"); }
 
+// Wherever the character stands among plain letters, which are decoded eight at a time.
+TEST(DecodeChart, MixesOneAndTwoBytesAtAnyPlace) {
+  for (size_t before = 0; before <= 17; ++before) {
+    for (size_t behind = 0; behind <= 9; ++behind) {
+      const std::string bytes = std::string(before, 'a') + "\x8A\x4A" + std::string(behind, 'b');
+      const Text text = Text(before, u'a') + u"開" + Text(behind, u'b') + u"\r\n";
+      EXPECT_EQ(DecodeChart(bytes).text, text) << before << " " << behind;
+    }
+  }
+}
+
 TEST(FindCommand, FindsCrLfHashOnly) {
   const TextView text = u"#1\r\n #2\r\n#3\n#4\r\n#5\r\n";
   EXPECT_EQ(FindCommand(text, 0), text.find(u'3'));

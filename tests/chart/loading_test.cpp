@@ -61,8 +61,8 @@ TEST_F(LoadingTest, MissingFileEmptiesTheTable) {
 }
 
 TEST_F(LoadingTest, FolderIsNoChart) {
-  WriteChart({});
-  EXPECT_EQ(BMSLoad(Join(u"", WriteChart({}).substr(0, WriteChart({}).rfind(u'\\')))), -1);
+  const Text path = WriteChart({});
+  EXPECT_EQ(BMSLoad(TextView(path).substr(0, path.rfind(u'\\'))), -1);
 }
 
 TEST_F(LoadingTest, AbortedReadIsPreparedAllTheSame) {
@@ -220,6 +220,33 @@ TEST_F(LoadingTest, LoadingScreenIsDrawnOnceASong) {
   AddSong({}, u"b.bms");
   BMSLoadCourse();
   EXPECT_EQ(frames, 2);
+}
+
+std::vector<bool> titlePictures;
+
+TEST_F(LoadingTest, TitlePicturesAreShownWhileSongsLoadWithCourseLoadModeTwo) {
+  titlePictures.clear();
+  hooks::loadingFrame = [] { titlePictures.push_back(DDStage != nullptr); };
+  WriteData(u"stage.bmp", TinyBitmap());
+  AddSong({}, u"a.bms");
+  AddSong({}, u"b.bms");
+  CourseSongs[0].stageFile = Text(u"stage.bmp");
+  CourseLoadMode = 2;
+  BMSLoadCourse();
+  EXPECT_EQ(titlePictures, (std::vector<bool>{true, false}));
+  titlePictures.clear();
+  CourseLoadMode = 1;
+  BMSLoadCourse();
+  EXPECT_EQ(titlePictures, (std::vector<bool>{false, false}));
+}
+
+TEST_F(LoadingTest, TitlePictureIsReleasedAtTheEnd) {
+  WriteData(u"stage.bmp", TinyBitmap());
+  AddSong({}, u"a.bms");
+  CourseSongs[0].stageFile = Text(u"stage.bmp");
+  CourseLoadMode = 2;
+  BMSLoadCourse();
+  EXPECT_EQ(DDStage, nullptr);
 }
 
 TEST_F(LoadingTest, AbortEndsTheJoinBeforeTheNextSong) {

@@ -608,8 +608,10 @@ TEST_F(ReaderTest, CourseFilesGoToTheSongsTables) {
 TEST_F(ReaderTest, CourseFilesAreLoadedAtOnceWithCourseLoadModeTwo) {
   CourseMode = true;
   CourseLoadMode = 2;
-  Read({u"#WAV01 a.wav"});
+  WriteData(u"song\\a.bmp", TinyBitmap());
+  Read({u"#WAV01 a.wav", u"#BMP01 a.bmp"});
   EXPECT_TRUE(CourseWavLoaded[0][1]);
+  EXPECT_NE(CourseBmpSurface[0][1], nullptr);
 }
 
 TEST_F(ReaderTest, FilesOfACourseSongPast127AreDropped) {
