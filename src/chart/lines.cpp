@@ -13,6 +13,17 @@ namespace {
 
 constexpr TextView kCommandStart = u"\r\n#";
 
+// Each CR as CR LF.
+Text WithLineFeeds(TextView text) {
+  Text converted(text.size() + static_cast<size_t>(std::count(text.begin(), text.end(), kCr)), u'\0');
+  char16_t* out = converted.data();
+  for (const char16_t unit : text) {
+    *out++ = unit;
+    if (unit == kCr) *out++ = kLf;
+  }
+  return converted;
+}
+
 constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 }  // namespace
@@ -20,7 +31,7 @@ constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 ChartText DecodeChart(std::string_view bytes) {
   ChartText chart{platform::DecodeCp932(bytes.substr(0, bytes.find('\0')))};
   chart.converted = chart.text.find(kCrLf) == Text::npos;
-  if (chart.converted) chart.text = Replace(chart.text, TextView(&kCr, 1), kCrLf);
+  if (chart.converted) chart.text = WithLineFeeds(chart.text);
   chart.text += kCrLf;
   return chart;
 }
