@@ -35,8 +35,8 @@ void LoadTitlePicture(TextView path) {
   if (const SongEntry* entry = CurrentEntry()) LoadStage(Join(GetFolder(path), entry->stageFile));
 }
 
+// From FadeStart on; the last two frames have the tiles gone.
 void ShowLoadingScreen() {
-  FadeStart = platform::Now();
   while (platform::Elapsed(platform::Now(), FadeStart) < kScreenMs) Loading();
   FadeStart = platform::Now() - kTilesGoneMs;
   Loading();

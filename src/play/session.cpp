@@ -55,6 +55,8 @@ void PreRoll() {
 
 void RunTurns() {
   while (!PlayEnd) {
+    // Quirk: a failure in the very turn that passes the last object comes too late: the play counts as
+    // cleared, and as failed.
     if (objCursor >= objCount && FadeState == kFadeNone) {
       if (EndlessRun) {
         HoldScreen();

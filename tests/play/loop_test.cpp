@@ -81,8 +81,8 @@ TEST_F(LoopTest, EmptyTableFadesFromItsFirstTurn) {
 }
 
 TEST_F(LoopTest, EndWaitsForARunningFade) {
-  // At 60 frames of 60 ms the pre-roll ends at 1020 ms, and a title fade that begins then lasts 500 ms, the
-  // tiles behind it another 500.
+  // The turn at 1000 ms passes the last object and begins a title fade of 500 ms; the tiles behind it take
+  // another 500, up to the frame at 2000.
   Lay(ObjSeparator, 0);
   RunFrames(10, [](int32_t ms) {
     if (ms == 1000) {
@@ -134,6 +134,20 @@ TEST_F(LoopTest, FailureLeadsToALongFade) {
   EXPECT_FALSE(PlayCleared);
   EXPECT_LT(objCursor, objCount);
   EXPECT_TRUE(Sounding(4));
+}
+
+// Quirk: the end is looked at before the failure.
+TEST_F(LoopTest, FailureInTheLastTurnComesTooLate) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 1100) PlayFailed = true;
+  });
+  PlayLoop();
+  EXPECT_EQ(FadeStart, kStart + 1110);
+  EXPECT_EQ(platform::Now(), kStart + 1330);
+  EXPECT_TRUE(PlayCleared);
+  EXPECT_TRUE(PlayFailed);
 }
 
 TEST_F(LoopTest, EscHeldLeadsToAShortFadeWithoutClear) {
