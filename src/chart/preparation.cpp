@@ -183,12 +183,11 @@ void ComputeGains() {
   }
 }
 
+Text WithGap(Text marquee) { return marquee.append(static_cast<size_t>(MaxI32(TitleChars, 0)), u' '); }
+
 void ShowTitles() {
-  if (Windowed && hooks::setCaption != nullptr) {
-    hooks::setCaption(Join(u"[", HdrGenre, u"] ", HdrTitle, u" / ", HdrArtist, u" - ", u"quillmarch"));
-  }
-  MarqueeText = CourseMode ? Text(u"COURSE MODE!") : Join(HdrTitle, u" / ", HdrArtist);
-  MarqueeText.append(static_cast<size_t>(MaxI32(TitleChars, 0)), u' ');
+  if (Windowed && hooks::setCaption != nullptr) hooks::setCaption(ChartCaption());
+  MarqueeText = CourseMode ? WithGap(u"COURSE MODE!") : ChartMarquee();
   if (GameState == kStatePlay) MarqueeText = Cvt2ASCII(MarqueeText);
 }
 
@@ -203,6 +202,8 @@ void SetSideCount() {
   if (HdrPlayer == 2 || HdrPlayer == 3) SideCount = 2;
 }
 
+}  // namespace
+
 void SetJudgeWindow() {
   if (HdrRank < 0 || HdrRank > 3) return;
   for (size_t grade = 0; grade < 4; ++grade) {
@@ -210,7 +211,11 @@ void SetJudgeWindow() {
   }
 }
 
-}  // namespace
+Text ChartCaption() {
+  return Join(u"[", HdrGenre, u"] ", HdrTitle, u" / ", HdrArtist, u" - ", u"quillmarch");
+}
+
+Text ChartMarquee() { return WithGap(Join(HdrTitle, u" / ", HdrArtist)); }
 
 void BMSPrepare() {
   DebugLog(Join(u"[BMSPrepare] minimum: ", PreviewActive), 1);

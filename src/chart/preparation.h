@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "base/text.h"
+
 namespace qlm {
 
 // Once behind the last file of a load. Stops with the fatal message when the bar lines did not fit.
@@ -11,5 +13,12 @@ void BMSPrepare();
 int32_t GetBMSLength();
 // Sorts the object table by pos, in the one scheme that fixes the order of equals.
 void SortObjs();
+
+// The judgement windows of HdrRank; a rank outside 0 to 3 leaves those in force.
+void SetJudgeWindow();
+// "[genre] title / artist - quillmarch" of the header in memory, and its title and artist with the gap behind
+// them that the marquee's width asks for.
+Text ChartCaption();
+Text ChartMarquee();
 
 }  // namespace qlm
