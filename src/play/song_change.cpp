@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/titles.h"
+#include "chart/preparation.h"
 #include "graphics/bga.h"
 #include "graphics/graph.h"
 #include "graphics/present.h"
@@ -15,7 +16,6 @@
 #include "state/chart.h"
 #include "state/courses.h"
 #include "state/gauge.h"
-#include "state/judgement.h"
 #include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -54,7 +54,7 @@ void TakeHeader(const SongEntry& song) {
 }
 
 void ShowTitles() {
-  SetCaption(Join(u"[", HdrGenre, u"] ", HdrTitle, u" / ", HdrArtist, u" - ", u"quillmarch"));
+  SetCaption(ChartCaption());
   ShowMessage(Join(u"Song: [", int64_t{CourseSong} + 1, u"] ", HdrTitle, u" / ", HdrArtist));
 }
 
@@ -64,12 +64,6 @@ void MarkOnGraph() {
   if (from && to) DrawSongMark(*from, 0, *to, 203);
 }
 
-void SetMarquee() {
-  MarqueeText = Join(HdrTitle, u" / ", HdrArtist);
-  if (TitleChars > 0) MarqueeText.append(static_cast<size_t>(TitleChars), u' ');
-  MarqueeText = Cvt2ASCII(MarqueeText);
-}
-
 void TakeLoadStates() {
   const Table<bool, 255>* sounds = CourseWavLoaded.Find(CourseSong);
   const Table<uint8_t, 255>* pictures = CourseBmpLoaded.Find(CourseSong);
@@ -77,14 +71,6 @@ void TakeLoadStates() {
   for (int32_t slot = 0; slot <= 255; ++slot) {
     WavLoaded[slot] = (*sounds)[slot] ? 255 : 0;
     BmpLoaded[slot] = (*pictures)[slot];
-  }
-}
-
-// A rank outside the table leaves the windows of the song before.
-void TakeJudgeWindow() {
-  if (HdrRank < 0 || HdrRank > 3) return;
-  for (size_t grade = 0; grade < JudgeWindow.size(); ++grade) {
-    JudgeWindow[grade] = JudgeWindowTable[static_cast<size_t>(HdrRank) * 4 + grade];
   }
 }
 
@@ -117,9 +103,9 @@ void ChangeSong(int32_t song) {
   if (entry != nullptr) TakeHeader(*entry);
   ShowTitles();
   MarkOnGraph();
-  SetMarquee();
+  MarqueeText = Cvt2ASCII(ChartMarquee());
   TakeLoadStates();
-  TakeJudgeWindow();
+  SetJudgeWindow();
   curBaseBGA = curLayerBGA = -1;
 
   const uint32_t begin = platform::Now();
