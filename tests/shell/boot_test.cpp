@@ -1,0 +1,217 @@
+// The real program from its start to its end, without a display or a sound card.
+#include <algorithm>
+#include <filesystem>
+
+#include "base/paths.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "shell/version.h"
+#include "tests/support/game_test.h"
+#include "tests/support/process.h"
+
+namespace qlm {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Half a second of chart, so that a play takes little more than its pre-roll.
+constexpr TextView kChart =
+    u"\r\n#PLAYER 1\r\n#TITLE boot\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 480\r\n#BMP01 p.bmp\r\n"
+    u"#00004:01\r\n#00011:01\r\n";
+
+class BootTest : public GameTest {
+ protected:
+  BootTest() { fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch"); }
+
+  ProcessResult Start(std::vector<std::string> arguments) const {
+    arguments.insert(arguments.begin(), SystemFolder() + "/quillmarch");
+    return qlm::Run(arguments,
+                    {{"DISPLAY", ""},
+                     {"WAYLAND_DISPLAY", ""},
+                     {"SDL_VIDEODRIVER", "dummy"},
+                     {"SDL_AUDIODRIVER", "dummy"}},
+                    60);
+  }
+  std::string Chart(TextView name) const { return platform::SystemPath(WriteText(name, kChart)); }
+
+  // The log without its times.
+  std::vector<std::string> LogLines() const {
+    std::vector<std::string> lines;
+    for (const Text& line : Split(platform::DecodeCp932(ReadBytes(DataPath(u"debug.txt"))), kCrLf)) {
+      if (line.size() > 10) lines.push_back(Utf8(line.substr(10)));
+    }
+    return lines;
+  }
+  bool LogHolds(const std::string& words) const {
+    const std::vector<std::string> lines = LogLines();
+    return std::any_of(lines.begin(), lines.end(),
+                       [&](const std::string& line) { return line.find(words) != std::string::npos; });
+  }
+  // Each of the lines stands in the log, to the letter, and in this order.
+  void ExpectInOrder(const std::vector<std::string>& expected) const {
+    const std::vector<std::string> lines = LogLines();
+    auto from = lines.begin();
+    for (const std::string& line : expected) {
+      const auto at = std::find(from, lines.end(), line);
+      ASSERT_NE(at, lines.end()) << "missing: " << line;
+      from = at + 1;
+    }
+  }
+  std::string Settings() const { return ReadBytes(DataPath(u"qlm_conf.ini")); }
+};
+
+TEST_F(BootTest, LogsEachStepWordForWord) {
+  EXPECT_EQ(Start({"-P"}).exitStatus, 0);
+  ExpectInOrder({std::string(67, '-'), "    [InitDX]", "    [InitDI_Keyboard]", "    [InitDD]",
+                 "    [InitDS]", "    [Start] preparing...", "    Updating list contents", "        Done",
+                 "        # BMS-list(s) not found. Make now.", "        Opening MixerHandle...",
+                 "        Can't Detect MixerHandle! Volume control can't be used.",
+                 "        Loading ConvDict...", "        [ExitApp]", "        saving settings...",
+                 "        Kill timers...", "        complete."});
+  const std::vector<std::string> lines = LogLines();
+  ASSERT_GT(lines.size(), 2U);
+  EXPECT_EQ(lines.back(), "        complete.");
+  // "yyyy/mm/dd hh:nn:ss" behind it.
+  const std::string banner = "[Main] quillmarch " + Utf8(VersionText()) + " start on ";
+  EXPECT_TRUE(lines[1].starts_with(banner)) << lines[1];
+  EXPECT_EQ(lines[1].size(), banner.size() + 19);
+}
+
+TEST_F(BootTest, MakesItsFolders) {
+  Start({"-P"});
+  for (const TextView folder : {u"jukelist", u"courselist", u"wav"}) {
+    EXPECT_TRUE(platform::IsFolder(DataPath(folder))) << Utf8(folder);
+  }
+}
+
+TEST_F(BootTest, LogHoldsOnlyTheLastRun) {
+  Start({"-P"});
+  const size_t lines = LogLines().size();
+  Start({"-P"});
+  EXPECT_EQ(LogLines().size(), lines);
+}
+
+TEST_F(BootTest, MissingDataFolderIsToldAndNothingElseHappens) {
+  fs::remove_all(SystemFolder() + "/_qlmfiles");
+  const ProcessResult result = Start({"-P"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_NE(result.errors.find(
+                "critical error: _qlmfilesフォルダが存在しません。フルセットをダウンロードして展開してく"
+                "ださい。\nエクスプローラでcabファイルを展開した場合は、フォルダが正常に展開されないため"
+                "このエラーが発生している場合があります。\n同梱されているmake.batを実行してください。"),
+            std::string::npos)
+      << result.errors;
+  EXPECT_FALSE(fs::exists(SystemFolder() + "/_qlmfiles"));
+}
+
+TEST_F(BootTest, FileInPlaceOfTheDataFolderIsNoFolder) {
+  fs::remove_all(SystemFolder() + "/_qlmfiles");
+  WriteData(u"_qlmfiles", "x");
+  EXPECT_EQ(Start({"-P"}).exitStatus, 1);
+}
+
+TEST_F(BootTest, OptionsAloneRunNoPlay) {
+  const ProcessResult result = Start({"-B", "/W", "-q"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_FALSE(LogHolds("[PlayLoop]"));
+  EXPECT_FALSE(LogHolds("[BMSLoad]"));
+}
+
+TEST_F(BootTest, PathWithBlanksPlaysWithPicturesInSpiteOfMinusB) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Setting]\r\nNoBGA=True\r\nRealHiSpeed=1\r\nHiSpeed=1\r\n");
+  const ProcessResult result = Start({Chart(u"my songs\\a b.bms"), "-B-"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(LogHolds("[BMSLoad] a b.bms"));
+  EXPECT_TRUE(LogHolds("[LoadBitmap]")) << "its picture is asked for";
+  EXPECT_TRUE(LogHolds("playloop end"));
+  EXPECT_NE(Settings().find("NoBGA=False\r\n"), std::string::npos);
+}
+
+TEST_F(BootTest, FirstOfTwoChartsIsPlayed) {
+  const ProcessResult result = Start({Chart(u"s\\a.bms"), Chart(u"s\\b.bms")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(LogHolds("[BMSLoad] a.bms"));
+  EXPECT_FALSE(LogHolds("[BMSLoad] b.bms"));
+  EXPECT_NE(result.output.find("Played \"boot\" by us"), std::string::npos) << result.output;
+}
+
+TEST_F(BootTest, LoadIsFollowedByTheLoopAndTheEnd) {
+  Start({Chart(u"s\\a.bms")});
+  const std::vector<std::string> lines = LogLines();
+  const auto place = [&](const std::string& words) {
+    return std::find_if(lines.begin(), lines.end(),
+                        [&](const std::string& line) { return line.find(words) != std::string::npos; }) -
+           lines.begin();
+  };
+  EXPECT_LT(place("[BMSLoad] a.bms"), place("loaded."));
+  EXPECT_LT(place("loaded."), place("[PlayLoop]"));
+  EXPECT_LT(place("[PlayLoop]"), place("playloop end"));
+  EXPECT_LT(place("playloop end"), place("[ExitApp]"));
+}
+
+TEST_F(BootTest, MissingChartIsToldAndTheLoopStillRuns) {
+  const ProcessResult result = Start({SystemFolder() + "/none.bms"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_NE(result.errors.find("none.bms: there is no such chart file"), std::string::npos) << result.errors;
+  EXPECT_TRUE(LogHolds("file not exist."));
+  EXPECT_TRUE(LogHolds("[PlayLoop]"));
+  EXPECT_TRUE(LogHolds("playloop end"));
+  EXPECT_TRUE(LogHolds("error: "));
+  EXPECT_TRUE(LogHolds("[ExitApp]"));
+}
+
+TEST_F(BootTest, TooSmallAnObjectTableEndsTheProgram) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Core]\r\nnumObjs=1\r\n[Setting]\r\nOwn=1\r\n");
+  const ProcessResult result = Start({Chart(u"s\\a.bms")});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_NE(result.errors.find(
+                "too few numObjs!: this time, I need at least 2 objs. but current numObjs value is 1.\n"
+                "please check \"numObjs\" value in \"qlm_conf.ini\" file.\n\n"
+                "I'm sorry, I can't continue, but this error is fatal."),
+            std::string::npos)
+      << result.errors;
+  EXPECT_FALSE(LogHolds("[PlayLoop]"));
+  EXPECT_TRUE(LogHolds("[ExitApp]"));
+  EXPECT_NE(Settings().find("numObjs=1\r\n"), std::string::npos) << "the settings are saved";
+}
+
+TEST_F(BootTest, SettingsFileIsKeptByteForByte) {
+  Start({"-P"});
+  std::string settings = "; mine\r\n" + Settings() + "[Own]\r\nkey = 1\r\n";
+  WriteData(u"_qlmfiles\\qlm_conf.ini", settings);
+  Start({"-P"});
+  EXPECT_EQ(Settings(), settings);
+}
+
+TEST_F(BootTest, PreviewDelayOfNothingBecomesOne) {
+  Start({"-P"});
+  EXPECT_NE(Settings().find("PreviewDelay=1\r\n"), std::string::npos);
+}
+
+TEST_F(BootTest, StartHasThePlayerPlayAndTheGaugeShown) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Setting]\r\nUserPlay=False\r\nShowGauge=False\r\n");
+  Start({"-P"});
+  EXPECT_NE(Settings().find("UserPlay=True\r\nShowGauge=True\r\n"), std::string::npos) << Settings();
+}
+
+TEST_F(BootTest, DemoIsNotSaved) {
+  const ProcessResult result = Start({"--demo", Chart(u"s\\a.bms")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_NE(Settings().find("DEMOMode=False\r\n"), std::string::npos);
+}
+
+TEST_F(BootTest, HelpAndVersionAreAnsweredBeforeAnythingHappens) {
+  const ProcessResult help = Start({"--help"});
+  EXPECT_EQ(help.exitStatus, 0);
+  EXPECT_TRUE(help.output.starts_with("quillmarch - a keysounded rhythm game\n")) << help.output;
+  const ProcessResult version = Start({"--version", "x.bms"});
+  EXPECT_EQ(version.exitStatus, 0);
+  EXPECT_EQ(version.output, "quillmarch " + Utf8(VersionText()) + "\n");
+  const ProcessResult unknown = Start({"--wat", "x.bms"});
+  EXPECT_EQ(unknown.exitStatus, 2);
+  EXPECT_NE(unknown.errors.find("--wat"), std::string::npos);
+  EXPECT_FALSE(FileExists(DataPath(u"debug.txt")));
+}
+
+}  // namespace
+}  // namespace qlm

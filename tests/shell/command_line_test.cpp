@@ -1,0 +1,111 @@
+// From the system's arguments to the command text, to words, to what they do.
+#include "shell/command_line.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "base/paths.h"
+#include "platform/files.h"
+#include "shell/arguments.h"
+#include "shell/settings_file.h"
+#include "state/lists.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "tests/support/game_test.h"
+
+namespace qlm {
+namespace {
+
+class CommandLineTest : public GameTest {
+ protected:
+  static std::string Command(const std::vector<std::string>& arguments) {
+    return Utf8(ReadArguments(arguments).command);
+  }
+  static std::string Here() { return Utf8(platform::InnerPath(std::filesystem::current_path().string())); }
+};
+
+TEST_F(CommandLineTest, PathsBecomeAbsoluteAndTakeTheInnerForm) {
+  EXPECT_EQ(Command({"a.bms"}), Here() + "\\a.bms");
+  EXPECT_EQ(Command({"./x/../a.bms"}), Here() + "\\a.bms");
+  EXPECT_EQ(Command({"/songs/a.bms"}), "\\songs\\a.bms");
+  EXPECT_EQ(Command({"\\songs\\a.bms"}), "\\songs\\a.bms");
+}
+
+TEST_F(CommandLineTest, WordsWithBlanksAreQuoted) {
+  EXPECT_EQ(Command({"/my songs/a.bms", "/b.bms"}), "\"\\my songs\\a.bms\" \\b.bms");
+}
+
+TEST_F(CommandLineTest, SlashOptionsStayWhenTheyAreWholeWords) {
+  EXPECT_EQ(Command({"/b", "/W-", "/Q+", "/p", "/S"}), "/b /W- /Q+ /p /S");
+  EXPECT_EQ(Command({"/base/a.bms", "/p+", "/B2"}), "\\base\\a.bms \\p+ \\B2");
+}
+
+TEST_F(CommandLineTest, MinusOptionsStayByTheirFirstTwoCharacters) {
+  EXPECT_EQ(Command({"-B-", "-w+", "-sx"}), "-B- -w+ -sx");
+  EXPECT_EQ(Command({"-x.bms"}), Here() + "\\-x.bms");
+}
+
+TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
+  const Launch launch =
+      ReadArguments(std::vector<std::string>{"--demo", "/a.bms", "--help", "--version", "--x", "--y"});
+  EXPECT_EQ(launch.command, u"\\a.bms");
+  EXPECT_TRUE(launch.demo);
+  EXPECT_TRUE(launch.helpAsked);
+  EXPECT_TRUE(launch.versionAsked);
+  EXPECT_EQ(launch.unknown, "--x");
+}
+
+TEST_F(CommandLineTest, EmptyArgumentsArePassedOver) { EXPECT_EQ(Command({"", "/a", ""}), "\\a"); }
+
+TEST_F(CommandLineTest, NamesInShiftJisBytesAreRead) {
+  // 83 5C holds the byte of a "\".
+  EXPECT_EQ(Command({"/s/\x83\x5C.bms"}), "\\s\\ソ.bms");
+}
+
+TEST_F(CommandLineTest, WordsPartAtBlanks) {
+  EXPECT_EQ(CommandWords(u"a b  c "), (std::vector<Text>{u"a", u"b", u"c"}));
+  EXPECT_EQ(CommandWords(u""), std::vector<Text>{});
+}
+
+TEST_F(CommandLineTest, QuotesKeepBlanksAndVanish) {
+  EXPECT_EQ(CommandWords(u"\"a b\" c"), (std::vector<Text>{u"a b", u"c"}));
+  EXPECT_EQ(CommandWords(u"x\"a b\"y"), (std::vector<Text>{u"xa by"}));
+  EXPECT_EQ(CommandWords(u"\"\" a"), (std::vector<Text>{u"a"}));
+  EXPECT_EQ(CommandWords(u"a \"b c"), (std::vector<Text>{u"a", u"b c"}));
+}
+
+TEST_F(CommandLineTest, OptionsAreKnownByTheirFirstTwoCharacters) {
+  for (const TextView word : {u"-P", u"/p", u"-s", u"-B", u"-B+", u"-B-", u"-bass.bms", u"/W-", u"-Q"}) {
+    EXPECT_TRUE(IsOption(word)) << Utf8(word);
+  }
+  for (const TextView word : {u"-X", u"P", u"-", u"", u"\\B", u"--B"})
+    EXPECT_FALSE(IsOption(word)) << Utf8(word);
+}
+
+TEST_F(CommandLineTest, OptionsAloneStartNoPlay) {
+  NoBGA = NoWAV = true;
+  EXPECT_TRUE(RunCommandLine(u"-P /S -B -W -Q"));
+  EXPECT_TRUE(PlayEnd);
+  EXPECT_FALSE(NoBGA);
+  EXPECT_FALSE(NoWAV);
+  EXPECT_EQ(lastSong, -1);
+  EXPECT_FALSE(Logged(u"[PlayLoop]"));
+}
+
+TEST_F(CommandLineTest, MinusFormsSwitchOnLikeTheOthers) {
+  NoBGA = NoWAV = true;
+  RunCommandLine(u"-B- /W-");
+  EXPECT_FALSE(NoBGA);
+  EXPECT_FALSE(NoWAV);
+}
+
+TEST_F(CommandLineTest, ListFileAloneStartsNoPlay) {
+  lastSong = 3;
+  EXPECT_TRUE(RunCommandLine(u"\\x\\some.qpl"));
+  EXPECT_EQ(lastSong, 3);
+  EXPECT_FALSE(Logged(u"[PlayLoop]"));
+}
+
+}  // namespace
+}  // namespace qlm
