@@ -66,12 +66,7 @@ void SetDrawConstants() {
 }
 
 // What a person wants to know who saw nothing of the play.
-void TellWhatWasPlayed(bool loaded) {
-  const std::string chart = platform::SystemPath(songList[0].path);
-  if (!loaded) {
-    std::fprintf(stderr, "quillmarch: %s: there is no such chart file\n", chart.c_str());
-    return;
-  }
+void TellWhatWasPlayed() {
   const int32_t seconds = BMSLengthMs / 1000;
   const Text line = Join(u"Played \"", HdrTitle, u"\" by ", HdrArtist, u" (", seconds / 60, u":",
                          Padded(seconds % 60, 2), u"). The log is ");
@@ -126,7 +121,7 @@ void Start(TextView command) {
   bool played = true;
   if (!command.empty()) played = RunCommandLine(command);
   // The song list is still to come: the program ends behind the play.
-  if (lastSong >= 0) TellWhatWasPlayed(played);
+  if (played && lastSong >= 0) TellWhatWasPlayed();
   ExitApp(played ? 0 : 1);
 }
 

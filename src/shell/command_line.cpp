@@ -2,12 +2,14 @@
 #include "shell/command_line.h"
 
 #include <algorithm>
-#include <array>
+#include <cstdio>
 
 #include "base/log.h"
+#include "base/paths.h"
 #include "chart/loading.h"
 #include "library/jukebox.h"
 #include "library/song_list.h"
+#include "platform/files.h"
 #include "play/session.h"
 #include "play/timeline.h"
 #include "state/lists.h"
@@ -47,6 +49,12 @@ Text HideQuotedBlanks(TextView command) {
   return hidden;
 }
 
+// To the person at the screen and to the one at the terminal; the play runs all the same.
+void ReportMissingChart(TextView path) {
+  ShowMessage(Join(u"file not exist: ", GetFileName(path)));
+  std::fprintf(stderr, "quillmarch: %s: there is no such chart file\n", platform::SystemPath(path).c_str());
+}
+
 }  // namespace
 
 bool IsOption(TextView word) { return OptionLetter(word) != 0; }
@@ -69,6 +77,7 @@ bool RunCommandLine(TextView command) {
       if (!chartNamed) ClearList();
       chartNamed = true;
       AddSong(word);
+      if (!FileExists(word)) ReportMissingChart(word);
     }
   }
   return !chartNamed || PlayListEntry(0);
