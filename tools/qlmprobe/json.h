@@ -46,9 +46,12 @@ class Json {
   // Reads back to the same value of its own width. What is no number stands as a string.
   void Value(std::floating_point auto number) {
     const std::string digits = platform::EncodeUtf8(qlm::ToText(number));
-    if (!std::isfinite(number)) return Value(std::string_view(digits));
     Separate(false);
-    text_ += digits;
+    if (std::isfinite(number)) {
+      text_ += digits;
+    } else {
+      Quote(digits);
+    }
   }
   template <typename T, size_t N>
   void Value(const std::array<T, N>& values) {
@@ -69,7 +72,7 @@ class Json {
   }
 
   void BeginObject() {
-    Separate(depth_ == 2);
+    Separate(depth_ >= 2);
     Open('{');
   }
   void EndObject() { Close('}'); }
@@ -87,7 +90,7 @@ class Json {
   }
 
  private:
-  // Keys of the outer object and entries of what they hold stand on lines of their own.
+  // Keys of the outer object, entries of what they hold, and objects in lists stand on lines of their own.
   void Separate(bool ownLine) {
     if (afterKey_) {
       afterKey_ = false;

@@ -1,0 +1,176 @@
+// The probe's check: each finding on its line, and nothing on a chart that is well.
+#include "tests/tools/probe.h"
+
+namespace qlm {
+namespace {
+
+class CheckTest : public ProbeTest {
+ protected:
+  CheckTest() {
+    WriteWav("x.wav", {1, 2, 3});
+    WriteBmp("p.bmp", 256, 256);
+  }
+  // A chart without a fault, with these lines behind its ten; the first of them is line 12.
+  std::string With(const std::vector<std::string>& lines) const {
+    std::vector<std::string> all = {"#PLAYER 1", "#TITLE t",     "#ARTIST a",    "#GENRE g",  "#BPM 120",
+                                    "#RANK 2",   "#WAV01 x.wav", "#BMP01 p.bmp", "#00011:01", "#00004:01"};
+    all.insert(all.end(), lines.begin(), lines.end());
+    return Chart("c.bms", all);
+  }
+  // Expects exactly this one finding.
+  void ExpectOne(const std::vector<std::string>& lines, int line, const std::string& kind,
+                 const std::string& words) const {
+    const ProcessResult result = Probe({"check", With(lines)});
+    EXPECT_EQ(result.exitStatus, 1) << testing::PrintToString(lines);
+    EXPECT_TRUE(Holds(result.output,
+                      "{\"line\": " + std::to_string(line) + ", \"kind\": \"" + kind + "\", \"text\": \""));
+    EXPECT_TRUE(Holds(result.output, words));
+    size_t count = 0;
+    for (size_t at = result.output.find("\"kind\""); at != std::string::npos;
+         at = result.output.find("\"kind\"", at + 1)) {
+      ++count;
+    }
+    EXPECT_EQ(count, 1U) << result.output;
+  }
+  void ExpectNone(const std::vector<std::string>& lines) const {
+    const ProcessResult result = Probe({"check", With(lines)});
+    EXPECT_EQ(result.exitStatus, 0) << result.output;
+    EXPECT_TRUE(Holds(result.output, "\"findings\": []"));
+  }
+};
+
+TEST_F(CheckTest, GoodChartHasNoFindings) {
+  ExpectNone({});
+  ExpectNone({"#00102:0.5", "#TOTAL 200", "#VOLWAV 100", "#MIDIFILE a.mid", "#PLAYLEVEL 3", "#BPM01 90",
+              "#00108:01", "#00031:01", "#00101:0101", "#00116:0001", "#00118:01", "#STAGEFILE p.bmp",
+              "*---- a comment"});
+}
+
+TEST_F(CheckTest, UnreadableFileIsTold) {
+  const ProcessResult result = Probe({"check", At("none.bms")});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.errors, "qlmprobe: " + At("none.bms") + ": there is no such file\n");
+  EXPECT_TRUE(Holds(result.output, "\"charts\": []"));
+}
+
+TEST_F(CheckTest, EveryChartIsLookedAt) {
+  const ProcessResult result = Probe({"check", With({}), Chart("d.bms", {"#00011:01"})});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_TRUE(Holds(result.output, "c.bms\", \"findings\": []"));
+  EXPECT_TRUE(Holds(result.output, "d.bms\", \"findings\": [\n"));
+}
+
+TEST_F(CheckTest, FirstLineIsNotRead) {
+  WriteData(u"f.bms", "#PLAYER 1\r\n#TITLE t\r\n#ARTIST a\r\n#GENRE g\r\n#WAV01 x.wav\r\n#00011:01\r\n");
+  EXPECT_TRUE(Holds(Probe({"check", At("f.bms")}).output, "{\"line\": 1, \"kind\": \"first-line\""));
+}
+
+TEST_F(CheckTest, LineEnds) {
+  WriteData(u"f.bms", "\n#TITLE t\n#ARTIST a\n#GENRE g\n#WAV01 x.wav\n#00011:01\n");
+  EXPECT_TRUE(Holds(Probe({"check", At("f.bms")}).output, "{\"line\": 0, \"kind\": \"line-ends\""));
+  WriteData(u"f.bms", "\r\n#TITLE t\r\n#ARTIST a\n#GENRE g\r\n#WAV01 x.wav\r\n#00011:01\r\n");
+  EXPECT_TRUE(Holds(Probe({"check", At("f.bms")}).output, "{\"line\": 4, \"kind\": \"line-ends\""));
+  WriteData(u"f.bms", "\r#TITLE t\r#ARTIST a\r#GENRE g\r#WAV01 x.wav\r#00011:01\r");
+  EXPECT_EQ(Probe({"check", At("f.bms")}).exitStatus, 0) << "CR alone is converted";
+}
+
+TEST_F(CheckTest, HiddenCommands) {
+  ExpectOne({" #00111:01"}, 12, "blank", "hide the command");
+  ExpectOne({"#", "x"}, 12, "empty", "swallows");
+}
+
+TEST_F(CheckTest, ZeroByteAndUtf8) {
+  ExpectOne({std::string("#00111:01\0", 10), "#wat"}, 12, "nul", "ends the chart");
+  ExpectOne({"#TITLE 羽ペン"}, 0, "encoding", "UTF-8");
+}
+
+TEST_F(CheckTest, Numbers) {
+  ExpectOne({"#RANK easy"}, 12, "number", "the rank keeps");
+  ExpectOne({"#RANK 4"}, 12, "rank", "outside 0 to 3");
+  ExpectOne({"#TOTAL x"}, 12, "number", "the total");
+  ExpectOne({"#VOLWAV x"}, 12, "number", "the volume");
+  ExpectOne({"#PLAYLEVEL x"}, 12, "number", "the level");
+  ExpectOne({"#PLAYER 4"}, 12, "player", "1, 2 or 3");
+  ExpectOne({"#BPM x"}, 12, "number", "the tempo keeps");
+  ExpectOne({"#BPM 0"}, 12, "tempo", "nothing moves");
+  ExpectOne({"#BPM02 0"}, 12, "tempo", "changes nothing");
+}
+
+TEST_F(CheckTest, UnknownCommands) { ExpectOne({"#LNOBJ ZZ"}, 12, "command", "does not know #LNOBJ"); }
+
+TEST_F(CheckTest, FilesThatAreNotThere) {
+  ExpectOne({"#WAV02 kick.wav"}, 12, "sound", "tried kick.wav, kick.mp3 and kick.wavwav");
+  WriteData(u"snare.ogg", "x");
+  ExpectOne({"#WAV02 snare.wav"}, 12, "sound", "snare.ogg is there");
+  WriteData(u"text.wav", "no sound at all, only words");
+  ExpectOne({"#WAV02 text.wav"}, 12, "sound", "is no sound that the game can load");
+  ExpectOne({"#BMP02 film.mpg"}, 12, "picture", "tried film.mpg");
+  ExpectOne({"#STAGEFILE s.png"}, 12, "picture", "tried s.png");
+  WriteData(u"text.bmp", "no picture");
+  ExpectOne({"#BMP02 text.bmp"}, 12, "picture", "is no picture");
+}
+
+TEST_F(CheckTest, LargePicturesDoNotShow) {
+  WriteBmp("big.bmp", 320, 240);
+  ExpectNone({"#BMP02 big.bmp"});
+  ExpectOne({"#BMP02 big.bmp", "#00104:02"}, 12, "picture", "320 by 240");
+}
+
+TEST_F(CheckTest, Slots) {
+  ExpectOne({"#WAV01 x.wav"}, 12, "redefined", "line 8 already");
+  ExpectOne({"#WAV00 x.wav"}, 12, "slot-0", "never loaded");
+  ExpectOne({"#BMPG1 p.bmp"}, 12, "index", "slot 00");
+  ExpectOne({"#00111:02"}, 12, "undefined", "#WAV02 is not defined and is used 1 time: silence");
+  ExpectOne({"#00107:0202"}, 12, "undefined", "#BMP02 is not defined and is used 2 times: no picture");
+  ExpectOne({"#00108:02"}, 12, "undefined", "#BPM02 is not defined");
+}
+
+TEST_F(CheckTest, DataLines) {
+  ExpectOne({"#00109:01"}, 12, "channel", "no stops");
+  ExpectOne({"#00117:01"}, 12, "channel", "no free zone");
+  ExpectOne({"#00151:01"}, 12, "channel", "no long notes");
+  ExpectOne({"#0011A:01"}, 12, "channel", "is read as channel 1");
+  ExpectOne({"#1E011:01"}, 12, "measure", "the game takes measure 1");
+  ExpectOne({"#00111-01"}, 12, "colon", "passed over");
+  ExpectOne({"#00111:010"}, 12, "odd", "passed over");
+  ExpectOne({"#00111:1G"}, 12, "cell", "makes an object with 01");
+  ExpectOne({"#00102:0"}, 12, "length", "gets the length 1");
+}
+
+TEST_F(CheckTest, DuplicatesAreFoundByPosition) {
+  ExpectOne({"#00011:0100"}, 12, "duplicate", "holds a note of line 10 already");
+  // In a measure of 0.005 both ticks round to one position.
+  ExpectOne({"#00202:0.005", "#00211:0101"}, 13, "duplicate", "measure 2, tick 96");
+  ExpectNone({"#00001:0101", "#00001:01"});
+}
+
+TEST_F(CheckTest, WholeCharts) {
+  ExpectOne({"#00121:01"}, 0, "player", "second side");
+  ExpectOne({"#99911:00"}, 0, "last-measure", "measure 999");
+  const ProcessResult result = Probe({"check", Chart("e.bms", {"#PLAYER 1"})});
+  EXPECT_TRUE(Holds(result.output, "the chart has no notes"));
+  EXPECT_TRUE(Holds(result.output, "there is no #TITLE"));
+}
+
+TEST_F(CheckTest, RandomBlocks) {
+  ExpectNone({"#RANDOM 2", "#IF 1", "#00111:01", "#ENDIF", "#IF 2", "#00111:01", "#ENDIF"});
+  ExpectOne({"#RANDOM 3", "#IF 1", "#ENDIF", "#IF 2", "#ENDIF"}, 12, "random", "has 2 #IF blocks");
+  ExpectOne({"#RANDOM 1", "#IF 1", "#ENDIF", "#ENDRANDOM"}, 15, "random", "is not needed");
+  ExpectOne({"#IF 1", "#ENDIF"}, 12, "random", "without a #RANDOM");
+  ExpectOne({"#RANDOM 1", "#IF 1", "#RANDOM 1", "#IF 1", "#ENDIF", "#ENDIF"}, 14, "random", "inside an #IF");
+}
+
+TEST_F(CheckTest, MoreObjectsThanFit) {
+  std::vector<std::string> lines;
+  std::string cells;
+  for (int i = 0; i < 192; ++i) cells += "01";
+  for (int measure = 1; measure < 360; ++measure) {
+    std::string digits = std::to_string(measure);
+    digits.insert(0, 3 - digits.size(), '0');
+    lines.push_back("#" + digits + "01:" + cells);
+  }
+  ExpectOne(lines, 0, "objects", "room for 65536");
+}
+
+}  // namespace
+}  // namespace qlm

@@ -1,0 +1,388 @@
+// The probe's commands: what they print, what they refuse, and with which exit status.
+#include "tests/tools/probe.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "base/cursor.h"
+#include "platform/files.h"
+#include "platform/picture.h"
+
+namespace qlm {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Two notes, a tempo change, a picture and a sound that are not there.
+const std::vector<std::string> kLines = {
+    "#PLAYER 1",    "#TITLE t",     "#ARTIST a",   "#GENRE g",    "#BPM 120",    "#PLAYLEVEL 4", "#RANK 1",
+    "#WAV01 x.wav", "#BMP0A y.bmp", "#BPM02 60.5", "#00002:0.75", "#00011:0102", "#00103:78",    "#00218:01"};
+
+// The places of these keys in the output, in rising order.
+void ExpectKeysInOrder(const std::string& output, const std::vector<std::string>& keys) {
+  size_t from = 0;
+  for (const std::string& key : keys) {
+    const size_t at = output.find("\n  \"" + key + "\": ", from);
+    ASSERT_NE(at, std::string::npos) << key << " is missing or out of order in " << output;
+    from = at + 1;
+  }
+  size_t count = 0;
+  for (size_t at = output.find("\n  \""); at != std::string::npos; at = output.find("\n  \"", at + 1))
+    ++count;
+  EXPECT_EQ(count, keys.size()) << output;
+}
+
+const std::vector<std::string> kRawKeys = {"header", "uses89", "lastMeasure", "totalNotes", "objCount",
+                                           "objs",   "wav",    "bmp",         "bpmTable",   "measureLen"};
+const std::vector<std::string> kPreparedKeys = {
+    "keySoundChanges", "keySoundCount", "lengthMs",  "bmsId",       "scoreSide",
+    "gaugeGain",       "scorePerNote",  "marquee",   "curBPM",      "rawBPM",
+    "pixPerMs",        "lastObjPos",    "sideCount", "judgeWindow", "historyStep"};
+
+std::vector<std::string> Joined(std::vector<std::string> a, const std::vector<std::string>& b) {
+  a.insert(a.end(), b.begin(), b.end());
+  return a;
+}
+
+TEST_F(ProbeTest, ChartHasItsKeysInOrder) {
+  const ProcessResult result = Probe({"chart", Chart("a.bms", kLines)});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_EQ(result.errors, "");
+  ExpectKeysInOrder(result.output, Joined(Joined(kRawKeys, kPreparedKeys), {"log"}));
+}
+
+TEST_F(ProbeTest, ChartTellsWhatTheLoadLeft) {
+  const std::string output = Probe({"chart", Chart("a.bms", kLines)}).output;
+  EXPECT_TRUE(Holds(output, "\"bpm\": 120,\n    \"player\": 1,\n    \"playLevel\": 4,\n    \"rank\": 1,"));
+  EXPECT_TRUE(Holds(output, "\"uses89\": true"));
+  EXPECT_TRUE(Holds(output, "\"totalNotes\": [3, 0]"));
+  EXPECT_TRUE(Holds(output, "\"objCount\": 8"));
+  // Measure 0 is 144 units long: the second note moves from tick 96 to 72.
+  EXPECT_TRUE(Holds(output, "[0, 72, 96, 11, 2, false, 1]"));
+  EXPECT_TRUE(Holds(output, "\"wav\": {\n    \"01\": \"x.wav\"\n  }"));
+  EXPECT_TRUE(Holds(output, "\"bmp\": {\n    \"0A\": \"y.bmp\"\n  }"));
+  EXPECT_TRUE(Holds(output, "\"bpmTable\": {\n    \"02\": 60.5\n  }"));
+  EXPECT_TRUE(Holds(output, "\"measureLen\": {\n    \"0\": 0.75,\n    \"1\": 1,"));
+  EXPECT_TRUE(Holds(output, "\"gaugeGain\": [34.333332, \"Infinity\"]"));
+  EXPECT_TRUE(Holds(output, "\"pixPerMs\": 0.096,"));
+  EXPECT_TRUE(Holds(output, "\"judgeWindow\": [2, 4, 12, 16]"));
+  EXPECT_TRUE(Holds(output, "\"marquee\": \"t / a\""));
+  EXPECT_TRUE(Holds(output, "\"[BMSLoad] a.bms\",\n    \"    [BMSInit] Initializing values\""));
+}
+
+TEST_F(ProbeTest, RawStopsBehindTheReader) {
+  const ProcessResult result = Probe({"chart", Chart("a.bms", kLines), "--raw"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, Joined(kRawKeys, {"log"}));
+  EXPECT_TRUE(Holds(result.output, "\"objCount\": 4"));
+  EXPECT_TRUE(Holds(result.output, "\"measureLen\": {\n    \"0\": 0.75\n  }"));
+}
+
+TEST_F(ProbeTest, LoadOptionsReachTheEngine) {
+  const std::string chart = Chart("a.bms", kLines);
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--player-force", "3"}).output, "\"player\": 3"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--no-wav"}).output, "\"wav\": {}"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--no-bga"}).output, "\"bmp\": {}"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--hazard"}).output, "\"gaugeGain\": [0.05, 0.05]"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--preview"}).output, "[BMSPrepare] minimum: True"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--real-hispeed", "1.5"}).output, "\"curBPM\": 180"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--random"}).output, "<RANDOM> Randomize keymap"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--4d", "--rnd", "0.5", "--raw"}).output,
+                    "[0, 0, 0, 11, 1, false, 1.25]"));
+}
+
+TEST_F(ProbeTest, RandomNumbersComeFromTheListInTurn) {
+  const std::string chart = Chart("a.bms", {"#RANDOM 4", "#IF 2", "#00111:01", "#ENDIF"});
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--rnd", "0.25"}).output, "RANDOM: 2/4"));
+  EXPECT_TRUE(Holds(Probe({"chart", chart, "--rnd", "0.99,0.25"}).output, "RANDOM: 4/4"));
+}
+
+TEST_F(ProbeTest, ChartsBeforeLeaveTheirTitles) {
+  const std::string output =
+      Probe({"chart", Chart("a.bms", {"#00111:01"}), "--before", Chart("b.bms", {"#TITLE kept"})}).output;
+  EXPECT_TRUE(Holds(output, "\"title\": \"kept\""));
+  EXPECT_TRUE(Holds(output, "[BMSLoad] b.bms"));
+}
+
+TEST_F(ProbeTest, MoreObjectsThanFitAreFatal) {
+  const ProcessResult result = Probe({"chart", Chart("a.bms", kLines), "--num-objs", "3"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_TRUE(Holds(result.output,
+                    "\"fatal\": \"this time, I need at least 4 objs. but current numObjs value is "
+                    "3.\\u000d\\u000aplease check"));
+  EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
+}
+
+TEST_F(ProbeTest, MissingFileIsToldInOneLine) {
+  for (const std::string command : {"chart", "course", "header", "play"}) {
+    const ProcessResult result = Probe({command, At("none.bms")});
+    EXPECT_EQ(result.exitStatus, 1) << command;
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "qlmprobe: " + At("none.bms") + ": there is no such file\n");
+  }
+}
+
+TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
+  const std::string chart = Chart("a.bms", kLines);
+  const std::vector<std::vector<std::string>> wrong = {{"wat"},
+                                                       {"chart"},
+                                                       {"chart", chart, chart},
+                                                       {"chart", chart, "--wat"},
+                                                       {"chart", chart, "--num-objs", "many"},
+                                                       {"chart", chart, "--player-force", "4"},
+                                                       {"chart", chart, "--rnd", "1"},
+                                                       {"chart", chart, "--real-hispeed", "x"},
+                                                       {"chart", chart, "--before"},
+                                                       {"header"},
+                                                       {"frame", chart, "--out", "x"},
+                                                       {"frame", chart, "--at", "0"},
+                                                       {"frame", chart, "--at", "soon", "--out", "x"},
+                                                       {"audio", chart},
+                                                       {"play", chart, "--fps", "0"},
+                                                       {"play", chart, "--set", "HiSpeed"},
+                                                       {"play", chart, "--set", "HiSpeed=fast"},
+                                                       {"play", chart, "--set", "Wat=1"},
+                                                       {"dump", chart}};
+  for (const std::vector<std::string>& words : wrong) {
+    const ProcessResult result = Probe(words);
+    EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(words);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
+  }
+}
+
+TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
+  const std::string chart = Chart("a.bms", kLines);
+  const std::vector<std::vector<std::string>> refused = {
+      {"play", chart, "--skin", "a.brd"},
+      {"play", chart, "--record", "a.qpd"},
+      {"play", chart, "--replay", "a.qpd"},
+      {"frame", chart, "--at", "0", "--out", At("f"), "--skin", "a.brd"},
+      {"play", chart, "--set", "keys=k.dat"},
+      {"course", "a.qcl"},
+      {"dump", "a.qbl"},
+      {"dump", "qlm_keycnf.dat"},
+      {"skin", "a.brd"},
+      {"keys", "k.dat"},
+      {"title", "x"}};
+  for (const std::vector<std::string>& words : refused) {
+    const ProcessResult result = Probe(words);
+    EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(words);
+    EXPECT_TRUE(Holds(result.errors, "in this version")) << testing::PrintToString(words);
+  }
+}
+
+TEST_F(ProbeTest, HelpNamesEveryCommand) {
+  const ProcessResult result = Probe({"--help"});
+  EXPECT_EQ(result.exitStatus, 0);
+  for (const std::string command : {"chart", "course", "header", "play", "frame", "audio", "check", "dump"}) {
+    EXPECT_TRUE(Holds(result.output, "qlmprobe " + command + " "));
+    const ProcessResult own = Probe({command, "--help"});
+    EXPECT_EQ(own.exitStatus, 0);
+    EXPECT_TRUE(Holds(own.output, "qlmprobe " + command + " "));
+  }
+}
+
+TEST_F(ProbeTest, NothingIsWrittenBesideTheChart) {
+  const std::string chart = Chart("s/a.bms", kLines);
+  for (const std::string command : {"chart", "course", "header", "play", "check"}) Probe({command, chart});
+  EXPECT_EQ(std::distance(fs::directory_iterator(At("s")), fs::directory_iterator()), 1);
+  EXPECT_TRUE(fs::is_empty(At("_qlmfiles")));
+}
+
+TEST_F(ProbeTest, LogFileHoldsTheLinesOfTheRun) {
+  Probe({"chart", Chart("a.bms", kLines), "--log", At("log.txt")});
+  const std::string log = ReadBytes(platform::InnerPath(At("log.txt")));
+  EXPECT_TRUE(log.starts_with("[BMSLoad] a.bms\n    [BMSInit] Initializing values\n")) << log;
+  EXPECT_TRUE(log.ends_with("loaded.\n")) << log;
+}
+
+TEST_F(ProbeTest, HeaderHasTheEntryOfTheLibrary) {
+  const ProcessResult result = Probe({"header", Chart("a.bms", kLines)});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, {"title", "artist", "genre", "bpm", "player", "playLevel", "midiFile",
+                                    "rank", "volWav", "total", "lengthMs", "stageFile", "numWav", "numBmp"});
+  EXPECT_TRUE(Holds(result.output, "\"numWav\": 1,\n  \"numBmp\": 1\n"));
+}
+
+TEST_F(ProbeTest, CourseJoinsItsSongs) {
+  const ProcessResult result =
+      Probe({"course", Chart("a.bms", kLines), Chart("b.bms", {"#BPM 90", "#00111:01"})});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, Joined(Joined(kRawKeys, kPreparedKeys), {"log", "courseSongs"}));
+  EXPECT_TRUE(Holds(result.output,
+                    "{\"rank\": 1, \"playLevel\": 4, \"bpm\": 120},\n"
+                    "    {\"rank\": 2, \"playLevel\": 3, \"bpm\": 90}\n"));
+  EXPECT_TRUE(Holds(result.output, "\"marquee\": \"COURSE MODE!\""));
+}
+
+TEST_F(ProbeTest, PlayHasItsKeysInOrder) {
+  const ProcessResult result = Probe({"play", Chart("a.bms", kLines)});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, {"judgements", "counts", "combo", "maxCombo", "gauge", "score", "jpts",
+                                    "jptsMax", "class", "exPts", "playFailed", "playCleared", "endClock",
+                                    "starts", "bpmLog", "gaugeHistory", "posSamples"});
+}
+
+TEST_F(ProbeTest, MachineStartsEachSoundInItsTurn) {
+  // 120 beats a minute: a measure lasts 2000 ms, and the second half of the first begins at 1000 ms.
+  const std::string chart = Chart("a.bms", {"#BPM 120", "#00011:0102", "#00001:03"});
+  const std::string at60 = Probe({"play", chart}).output;
+  EXPECT_TRUE(Holds(at60, "\"starts\": [\n    [0, "));
+  EXPECT_TRUE(Holds(at60, "    [1000, 2]\n  ]"));
+  // At 7 turns a second the first turn at or behind 1000 ms is number 7.
+  EXPECT_TRUE(Holds(Probe({"play", chart, "--fps", "7"}).output, "    [1000, 2]\n  ]"));
+  // At 3 turns a second turn 3 happens at 1000 ms, turn 2 at 666.
+  EXPECT_TRUE(Holds(Probe({"play", chart, "--fps", "3"}).output, "    [1000, 2]\n  ]"));
+}
+
+TEST_F(ProbeTest, TurnsHappenAtWholeMillisecondsRoundedDown) {
+  // Each 50th turn is told; 50 turns at 60 a second take 833.33 ms.
+  const std::string output = Probe({"play", Chart("a.bms", {"#BPM 120", "#00211:01"})}).output;
+  EXPECT_TRUE(Holds(output, "\"posSamples\": [\n    [0, 0],\n    [833, 79.968],\n    [1666, 159.936],\n"));
+}
+
+TEST_F(ProbeTest, TempoChangesAreTold) {
+  // The tempo object lies at 192 units, which 120 beats a minute reach at 2000 ms.
+  const std::string output = Probe({"play", Chart("a.bms", {"#BPM 120", "#00103:F0", "#00211:01"})}).output;
+  EXPECT_TRUE(Holds(output, "\"bpmLog\": [\n    [2000, 240, -192]\n  ]"));
+}
+
+TEST_F(ProbeTest, EventsFileTakesTheMachinesHandsAway) {
+  WriteData(u"none.txt", "");
+  const std::string chart = Chart("a.bms", {"#BPM 120", "#00011:0102", "#00001:03"});
+  const ProcessResult result = Probe({"play", chart, "--events", At("none.txt")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(Holds(result.output, "\"starts\": [\n    [0, 3]\n  ]"));
+  EXPECT_TRUE(Holds(Probe({"play", chart, "--events", At("none.txt"), "--set", "DEMOMode=True"}).output,
+                    "[1000, 2]"));
+}
+
+TEST_F(ProbeTest, EscHeldEndsThePlay) {
+  // Served in the turn at 100 ms, it has been held for more than 500 ms in the turn at 616 ms; the fade of
+  // more than 200 ms is over in the turn at 833 ms.
+  WriteData(u"esc.txt", "100 down 1\r\n\r\n2000 up 1\n");
+  const ProcessResult result =
+      Probe({"play", Chart("a.bms", {"#BPM 60", "#00911:01"}), "--events", At("esc.txt")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(Holds(result.output, "\"playCleared\": false,\n  \"endClock\": 833,"));
+}
+
+TEST_F(ProbeTest, EscReleasedInTimeDoesNothing) {
+  WriteData(u"esc.txt", "100 down 1\n590 up 1\n");
+  const std::string output =
+      Probe({"play", Chart("a.bms", {"#BPM 240", "#00111:01"}), "--events", At("esc.txt")}).output;
+  EXPECT_TRUE(Holds(output, "\"playCleared\": true"));
+}
+
+TEST_F(ProbeTest, ShiftWithEscStopsAtOnce) {
+  WriteData(u"esc.txt", "50 down 42\n100 down 1\n");
+  const std::string output =
+      Probe({"play", Chart("a.bms", {"#BPM 60", "#00911:01"}), "--events", At("esc.txt")}).output;
+  EXPECT_TRUE(Holds(output, "\"playCleared\": false,\n  \"endClock\": 100,"));
+}
+
+TEST_F(ProbeTest, EventsFilesThatCannotBeReadAreRefused) {
+  const std::string chart = Chart("a.bms", kLines);
+  for (const std::string text : {"100 push 1\n", "x down 1\n", "1 down 401\n", "1 down 1 2\n", "1 down\n"}) {
+    WriteData(u"bad.txt", "0 up 1\n" + text);
+    const ProcessResult result = Probe({"play", chart, "--events", At("bad.txt")});
+    EXPECT_EQ(result.exitStatus, 1) << text;
+    EXPECT_TRUE(Holds(result.errors, "line 2 is not"));
+  }
+  EXPECT_EQ(Probe({"play", chart, "--events", At("missing.txt")}).exitStatus, 1);
+}
+
+TEST_F(ProbeTest, LimitStopsAPlay) {
+  const std::string output =
+      Probe({"play", Chart("a.bms", {"#BPM 60", "#00911:01"}), "--limit", "500"}).output;
+  EXPECT_TRUE(Holds(output, "\"endClock\": 500,"));
+}
+
+TEST_F(ProbeTest, PreviewLoadIsPlayedToItsEnd) {
+  const ProcessResult result = Probe({"play", Chart("a.bms", {"#BPM 240", "#00111:01"}), "--preview"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(Holds(result.output, "\"playCleared\": true"));
+}
+
+TEST_F(ProbeTest, FramesAreSavedAsPictures) {
+  WriteBmp("p.bmp", 256, 256);
+  const std::string chart = Chart("a.bms", {"#BPM 120", "#BMP01 p.bmp", "#00004:01", "#00111:01"});
+  const ProcessResult result = Probe({"frame", chart, "--at", "510,-300,99999", "--out", At("f")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  // The last turn before 510 ms is number 30; the last of the pre-roll up to -300 ms is number -18. The bar
+  // line of measure 2 is passed at 4000 ms, the fade begins a turn later and is over behind 200 ms more.
+  EXPECT_TRUE(Holds(result.output, "{\"at\": -300, \"turn\": -300, \"file\": \"" + At("f--300.png") + "\"}"));
+  EXPECT_TRUE(Holds(result.output, "{\"at\": 510, \"turn\": 500, \"file\": \"" + At("f-510.png") + "\"}"));
+  EXPECT_TRUE(Holds(result.output, "{\"at\": 99999, \"turn\": 4233,"));
+  const std::string png = ReadBytes(platform::InnerPath(At("f-510.png")));
+  const platform::SurfacePtr picture =
+      platform::DecodePicture({reinterpret_cast<const unsigned char*>(png.data()), png.size()});
+  ASSERT_NE(picture, nullptr);
+  EXPECT_EQ(picture->Width(), 640);
+  EXPECT_EQ(picture->Height(), 480);
+}
+
+TEST_F(ProbeTest, MomentsBeforeThePreRollHaveNoFrame) {
+  const ProcessResult result = Probe({"frame", Chart("a.bms", kLines), "--at", "-1001", "--out", At("f")});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_TRUE(Holds(result.output, "\"frames\": []"));
+}
+
+// The samples of the left channel of a WAV file that the probe wrote.
+std::vector<int16_t> LeftSamples(const std::string& wav) {
+  Cursor cursor(wav);
+  cursor.Skip(44);
+  std::vector<int16_t> samples;
+  while (cursor.Left() >= 4) {
+    samples.push_back(static_cast<int16_t>(cursor.U16()));
+    cursor.Skip(2);
+  }
+  return samples;
+}
+
+TEST_F(ProbeTest, AudioStartsEachSoundOnTheSampleOfItsTurn) {
+  WriteWav("x.wav", std::vector<int16_t>(441, 20000));
+  const std::string chart = Chart("a.bms", {"#BPM 120", "#WAV01 x.wav", "#00011:0001"});
+  const ProcessResult result = Probe({"audio", chart, "--out", At("o.wav")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, {"length", "peak", "starts"});
+  EXPECT_TRUE(Holds(result.output, "\"starts\": [\n    [1000, 1]\n  ]"));
+  const std::vector<int16_t> samples = LeftSamples(ReadBytes(platform::InnerPath(At("o.wav"))));
+  ASSERT_GT(samples.size(), 44600U);
+  EXPECT_EQ(samples[44099], 0);
+  EXPECT_GT(samples[44200], 1000);
+  EXPECT_EQ(samples[44600], 0);
+}
+
+TEST_F(ProbeTest, AudioStopsAfterTheSecondsAskedFor) {
+  const std::string chart = Chart("a.bms", {"#BPM 60", "#00911:01"});
+  const ProcessResult result = Probe({"audio", chart, "--out", At("o.wav"), "--seconds", "2"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(Holds(result.output, "\"length\": 2,"));
+  EXPECT_EQ(LeftSamples(ReadBytes(platform::InnerPath(At("o.wav")))).size(), 88200U);
+}
+
+TEST_F(ProbeTest, AudioOfOneChartIsTheSameEveryTime) {
+  WriteWav("x.wav", std::vector<int16_t>(2000, 9000));
+  const std::string chart = Chart("a.bms", {"#BPM 177.7", "#WAV01 x.wav", "#00011:01010001", "#00101:01"});
+  Probe({"audio", chart, "--out", At("a.wav")});
+  Probe({"audio", chart, "--out", At("b.wav")});
+  EXPECT_EQ(ReadBytes(platform::InnerPath(At("a.wav"))), ReadBytes(platform::InnerPath(At("b.wav"))));
+}
+
+TEST_F(ProbeTest, DumpTellsWhatTheGameTakesFromItsSettings) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini",
+            u"[Setting]\r\nHiSpeed=2.5\r\nSleep=abc\r\nSCRATCH1P=1\r\nMine=x\r\n[MainForm]\r\nLeft=3\r\n");
+  const ProcessResult result = Probe({"dump", At("_qlmfiles/qlm_conf.ini")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, {"settings", "absent", "refused", "unknown"});
+  EXPECT_TRUE(Holds(result.output, "[\"Setting\", \"HiSpeed\", 2.5]"));
+  EXPECT_TRUE(Holds(result.output, "[\"Setting\", \"SCRATCH1P\", true]"));
+  EXPECT_TRUE(Holds(result.output, "[\"Setting\", \"CourseLoadMode\", 1]"));
+  EXPECT_TRUE(Holds(result.output, "\"refused\": [\n    [\"Setting\", \"Sleep\"]\n  ]"));
+  EXPECT_TRUE(Holds(result.output, "\"unknown\": [\n    [\"Setting\", \"Mine\", \"x\"]\n  ]"));
+}
+
+}  // namespace
+}  // namespace qlm
