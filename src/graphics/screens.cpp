@@ -103,8 +103,7 @@ void DrawNetStatus() {}
 }  // namespace
 
 void DrawPlayFrame() {
-  if (!DDBack) return;
-  if (DDSkinBack) DDBack->Copy(0, 0, *DDSkinBack, FullRect);
+  if (DDBack && DDSkinBack) DDBack->Copy(0, 0, *DDSkinBack, FullRect);
   UpdateClips();
   DrawBga();
   DrawNotes();

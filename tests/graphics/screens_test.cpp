@@ -85,9 +85,14 @@ TEST_F(Screens, AFrameTakesNothingFromTheHeap) {
   EXPECT_EQ(Allocations(), before);
 }
 
-TEST_F(Screens, ThePlayGoesOnWithoutSurfaces) {
+TEST_F(Screens, ThePlayAndItsFadesGoOnWithoutSurfaces) {
   DDBack.reset();
+  FadeState = kFadeEnd;
+  FadeLeaving = 1;
+  FadeStart = platform::Now() - 201;
   DrawPlayFrame();
+  EXPECT_EQ(FadeState, kFadeNone);
+  EXPECT_TRUE(PlayEnd);
 }
 
 TEST_F(Screens, LoadingShowsTheFallingTiles) {
