@@ -226,9 +226,7 @@ WindowPlacement NormalizeWindow() {
   }
   SDL_Window* const window = game->window.get();
   const Uint32 flags = SDL_GetWindowFlags(window);
-  placement.state = (flags & SDL_WINDOW_MINIMIZED) != 0   ? 1
-                    : (flags & SDL_WINDOW_MAXIMIZED) != 0 ? 2
-                                                          : 0;
+  placement.state = (flags & SDL_WINDOW_MINIMIZED) != 0 ? 1 : (flags & SDL_WINDOW_MAXIMIZED) != 0 ? 2 : 0;
   if (placement.state != 0) {
     SDL_RestoreWindow(window);
   }
