@@ -12,8 +12,8 @@
 #include "state/settings.h"
 #include "state/timeline.h"
 #include "state/transcript.h"
-#include "tests/support/allocations.h"
 #include "tests/sound/sound_test.h"
+#include "tests/support/allocations.h"
 
 namespace qlm {
 namespace {
