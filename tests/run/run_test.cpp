@@ -64,7 +64,7 @@ class RunTest : public GameTest {
                                                                  size + "x24", "-nolisten", "tcp"});
     ASSERT_TRUE(WaitFor([&] { return server_->Output().ends_with("\n"); }))
         << "Xvfb does not start; is it installed?";
-    display_ = ":" + server_->Output();
+    display_.assign(1, ':').append(server_->Output());
     display_.pop_back();
   }
 
@@ -81,7 +81,7 @@ class RunTest : public GameTest {
 
   platform::SurfacePtr Screenshot() {
     const std::string file = SystemFolder() + "/screen.png";
-    const ProcessResult scrot = Run({"scrot", "-o", file}, {{"DISPLAY", display_}}, 20);
+    const ProcessResult scrot = qlm::Run({"scrot", "-o", file}, {{"DISPLAY", display_}}, 20);
     EXPECT_EQ(scrot.exitStatus, 0) << scrot.errors;
     const std::string bytes = ReadBytes(platform::InnerPath(file));
     return platform::DecodePicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
@@ -100,7 +100,7 @@ class RunTest : public GameTest {
   void Press(const std::vector<std::string>& words) const {
     std::vector<std::string> command = {"xdotool"};
     command.insert(command.end(), words.begin(), words.end());
-    EXPECT_EQ(Run(command, {{"DISPLAY", display_}}, 20).exitStatus, 0);
+    EXPECT_EQ(qlm::Run(command, {{"DISPLAY", display_}}, 20).exitStatus, 0);
   }
 
   std::string DebugText() const { return ReadBytes(DataPath(u"debug.txt")); }
@@ -164,7 +164,7 @@ TEST_F(RunTest, EscHeldEndsTheSong) {
 
 TEST_F(RunTest, PlaysWithoutDisplayAndSound) {
   WriteSettings(u"", u"");
-  const ProcessResult result = Run(
+  const ProcessResult result = qlm::Run(
       {SystemFolder() + "/quillmarch", chart_},
       {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}, {"SDL_AUDIODRIVER", "none at all"}},
       60);
@@ -175,7 +175,7 @@ TEST_F(RunTest, PlaysWithoutDisplayAndSound) {
 }
 
 TEST_F(RunTest, WritesEverySettingAtItsEnd) {
-  const ProcessResult result = Run(
+  const ProcessResult result = qlm::Run(
       {SystemFolder() + "/quillmarch", "--demo", chart_},
       {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}, {"SDL_AUDIODRIVER", "dummy"}}, 60);
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
