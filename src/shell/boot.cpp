@@ -121,7 +121,11 @@ void Start(TextView command) {
   bool played = true;
   if (!command.empty()) played = RunCommandLine(command);
   // The song list is still to come: the program ends behind the play.
-  if (played && lastSong >= 0) TellWhatWasPlayed();
+  if (lastSong < 0) {
+    std::fputs("quillmarch: no chart was named; quillmarch --help tells how\n", stderr);
+  } else if (played) {
+    TellWhatWasPlayed();
+  }
   ExitApp(played ? 0 : 1);
 }
 

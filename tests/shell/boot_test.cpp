@@ -115,6 +115,7 @@ TEST_F(BootTest, OptionsAloneRunNoPlay) {
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
   EXPECT_FALSE(LogHolds("[PlayLoop]"));
   EXPECT_FALSE(LogHolds("[BMSLoad]"));
+  EXPECT_NE(result.errors.find("no chart was named"), std::string::npos) << result.errors;
 }
 
 TEST_F(BootTest, PathWithBlanksPlaysWithPicturesInSpiteOfMinusB) {

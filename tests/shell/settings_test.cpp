@@ -238,7 +238,7 @@ TEST_F(SettingsTest, LongValuesAreCutAt127Characters) {
 }
 
 TEST_F(SettingsTest, GetIniValueEndsAtTheFirstNul) {
-  const IniText file(std::string_view("[A]\r\nk=ab\0cd\r\n", 15));
+  const IniText file(std::string_view("[A]\r\nk=ab\0cd\r\n", 14));
   EXPECT_EQ(GetIniValue(file, u"a", u"K", u"x"), u"ab");
   EXPECT_EQ(GetIniValue(file, u"A", u"other", u"x"), u"x");
   EXPECT_EQ(GetIniValue(file, u"A", u"other", Text(128, u'x')), Text(127, u'x'));

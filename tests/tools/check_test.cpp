@@ -167,7 +167,7 @@ TEST_F(CheckTest, MoreObjectsThanFit) {
   for (int measure = 1; measure < 360; ++measure) {
     std::string digits = std::to_string(measure);
     digits.insert(0, 3 - digits.size(), '0');
-    lines.push_back("#" + digits + "01:" + cells);
+    lines.push_back(std::string("#").append(digits).append("01:").append(cells));
   }
   ExpectOne(lines, 0, "objects", "room for 65536");
 }

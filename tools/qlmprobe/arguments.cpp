@@ -7,6 +7,14 @@
 
 namespace probe {
 
+std::optional<int64_t> ToNumber(const std::string& word) {
+  int64_t number = 0;
+  const char* const end = word.data() + word.size();
+  const auto result = std::from_chars(word.data(), end, number);
+  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+  return number;
+}
+
 bool Arguments::Flag(std::string_view option) { return std::erase(words_, option) > 0; }
 
 std::vector<std::string> Arguments::Values(std::string_view option) {
@@ -34,10 +42,8 @@ std::optional<std::string> Arguments::Value(std::string_view option) {
 std::optional<int64_t> Arguments::Number(std::string_view option, int64_t least, int64_t most) {
   const std::optional<std::string> value = Value(option);
   if (!value) return std::nullopt;
-  int64_t number = 0;
-  const char* const end = value->data() + value->size();
-  const auto result = std::from_chars(value->data(), end, number);
-  if (result.ec == std::errc() && result.ptr == end && number >= least && number <= most) return number;
+  const std::optional<int64_t> number = ToNumber(*value);
+  if (number && *number >= least && *number <= most) return number;
   Fail(std::string(option) + " wants a whole number from " + std::to_string(least) + " to " +
        std::to_string(most));
   return std::nullopt;

@@ -14,6 +14,9 @@ constexpr int kDone = 0;
 constexpr int kRefused = 1;  // the file cannot be read or is refused
 constexpr int kWrongUsage = 2;
 
+// A whole number that fills the word.
+std::optional<int64_t> ToNumber(const std::string& word);
+
 // Each call takes an option out of the words. The first thing that is wrong is kept and told by Good().
 class Arguments {
  public:

@@ -97,7 +97,7 @@ int AudioCommand(Arguments& arguments) {
     return kRefused;
   }
   Json json;
-  json.Put("length", static_cast<double>(samples.size() / kChannels) / static_cast<double>(kRate));
+  json.Put("length", static_cast<double>(samples.size()) / (kRate * kChannels));
   json.Put("peak", Peak(samples));
   json.Key("starts").BeginArray();
   for (const auto& start : transcript.starts) json.Row(start.clock, start.slot);

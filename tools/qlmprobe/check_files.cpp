@@ -20,7 +20,7 @@ TextView Stem(TextView name) { return name.substr(0, name.rfind(u'.') + 1); }
 // Another file of the same name that lies there, for a hint. Empty when there is none.
 Text Neighbour(TextView folder, TextView name, std::initializer_list<TextView> extensions) {
   for (const TextView extension : extensions) {
-    const Text other = Join(Stem(name), extension);
+    Text other = Join(Stem(name), extension);
     if (!qlm::EqualsAnyCase(other, name) && qlm::FileExists(Join(folder, other))) return other;
   }
   return {};

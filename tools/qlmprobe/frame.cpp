@@ -76,17 +76,12 @@ std::vector<int64_t> TakeMoments(Arguments& arguments) {
     return moments;
   }
   for (const qlm::Text& piece : qlm::Split(platform::DecodeUtf8(*list), u",")) {
-    int64_t moment = 0;
-    const std::string word = platform::EncodeUtf8(piece);
-    int length = 0;
-    long long number = 0;
-    if (std::sscanf(word.c_str(), "%lld%n", &number, &length) != 1 ||
-        static_cast<size_t>(length) != word.size() || number < INT32_MIN || number > INT32_MAX) {
+    const std::optional<int64_t> moment = ToNumber(platform::EncodeUtf8(piece));
+    if (!moment || *moment < INT32_MIN || *moment > INT32_MAX) {
       arguments.Fail("--at wants whole numbers of milliseconds with commas between");
       return moments;
     }
-    moment = number;
-    moments.push_back(moment);
+    moments.push_back(*moment);
   }
   return moments;
 }
