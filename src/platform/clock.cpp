@@ -28,6 +28,14 @@ void Sleep(uint32_t milliseconds) {
   if (!isVirtual) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
+void WaitForBeat(int32_t perSecond) {
+  if (isVirtual || perSecond < 1) return;
+  using Clock = std::chrono::steady_clock;
+  const Clock::duration beat = Clock::duration(std::chrono::seconds(1)) / perSecond;
+  const Clock::time_point now = Clock::now();
+  std::this_thread::sleep_until(now + beat - now.time_since_epoch() % beat);
+}
+
 void UseVirtualClock(uint32_t now) {
   isVirtual = true;
   virtualNow = now;

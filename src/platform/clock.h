@@ -16,6 +16,10 @@ constexpr int32_t Elapsed(uint32_t now, uint32_t then) { return static_cast<int3
 // Rests. On the virtual clock it returns at once and no time passes.
 void Sleep(uint32_t milliseconds);
 
+// Rests until the next of `perSecond` evenly spaced moments of each second. No time passes on the virtual
+// clock.
+void WaitForBeat(int32_t perSecond);
+
 // From here on Now() gives `now` until it is set again.
 void UseVirtualClock(uint32_t now);
 void UseRealClock();

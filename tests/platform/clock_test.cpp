@@ -19,6 +19,13 @@ TEST_F(ClockTest, RealTimePasses) {
   EXPECT_GE(Elapsed(Now(), before), 2);
 }
 
+TEST_F(ClockTest, BeatsComeEvenly) {
+  WaitForBeat(50);
+  const uint32_t first = Now();
+  for (int i = 0; i < 5; ++i) WaitForBeat(50);
+  EXPECT_GE(Elapsed(Now(), first), 95);
+}
+
 TEST_F(ClockTest, VirtualTimeStandsUntilAFrameIsShown) {
   UseVirtualClock(5000);
   SetFrameClock([](uint32_t now) { return now + 16; });
