@@ -1,20 +1,27 @@
-# What ./play and ./check share: installing the packages that are missing, and building a preset. Sourced by both.
+# What ./play and ./check share: installing the packages that are missing, configuring and building a
+# preset. Sourced by both.
 
-say() { printf '\033[1m==>\033[0m %s\n' "$*"; }
+say() {
+  if [ -t 1 ]; then
+    printf '\033[1m==>\033[0m %s\n' "$*"
+  else
+    printf '==> %s\n' "$*"
+  fi
+}
 fail() {
   printf '\n%s: %s\n' "$(basename "$0")" "$*" >&2
   exit 1
 }
 
-# Runs a command as root, directly or through sudo.
-as_root() {
-  if [ "$(id -u)" -eq 0 ]; then
-    "$@"
-  elif command -v sudo >/dev/null; then
-    sudo "$@"
-  else
+# Sets `as_root` to what runs a command as root: nothing for root itself, sudo for others.
+find_root() {
+  as_root=()
+  [ "$(id -u)" -eq 0 ] && return
+  command -v sudo >/dev/null ||
     fail "this needs root once, to install packages: run it as root, or install sudo."
-  fi
+  as_root=(sudo)
+  # Asked by itself, so that a wrong password is not taken for a failing network.
+  sudo true || fail "sudo refused; this needs root once, to install packages."
 }
 
 # install_packages FILE…: installs what the lists name and the machine lacks. Does nothing when all is there.
@@ -24,27 +31,45 @@ install_packages() {
   wanted=$(sed 's/#.*//' "$@")
   missing=()
   for package in $wanted; do
-    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+    # A package of two architectures has two lines.
+    dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | grep -x installed >/dev/null ||
+      missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return
   say "Installing ${#missing[@]} packages: ${missing[*]}"
-  as_root apt-get update -q || fail "the package lists could not be read; is the network there?"
-  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" ||
+  find_root
+  "${as_root[@]}" apt-get update -q || fail "the package lists could not be read; is the network there?"
+  # A machine that has just started may be installing updates by itself: wait for it.
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 \
+    install -y -q --no-install-recommends "${missing[@]}" ||
     fail "the packages could not be installed (see above)."
 }
 
-# build PRESET [TARGET…]: configures once, then builds what changed.
+# configured PRESET [NAME:BOOL=VALUE…]: whether a build folder stands ready, with these options.
+configured() {
+  local folder=build/$1 option
+  shift
+  [ -f "$folder/build.ninja" ] || return 1
+  for option in "$@"; do
+    grep -qxF "$option" "$folder/CMakeCache.txt" || return 1
+  done
+}
+
+# configure PRESET [NAME:BOOL=VALUE…]: makes a build folder ready, with these options.
+configure() {
+  local preset=$1 output
+  shift
+  say "Configuring ($preset)"
+  output=$(cmake --preset "$preset" "${@/#/-D}" 2>&1) || {
+    printf '%s\n' "$output" >&2
+    fail "configuring failed (see above)."
+  }
+}
+
+# build PRESET [TARGET…]: builds what changed.
 build() {
   local preset=$1
   shift
-  if [ ! -f "build/$preset/build.ninja" ]; then
-    say "Configuring ($preset)"
-    cmake --preset "$preset" >"/tmp/quillmarch-configure-$$.log" 2>&1 || {
-      cat "/tmp/quillmarch-configure-$$.log" >&2
-      fail "configuring failed (see above)."
-    }
-    rm -f "/tmp/quillmarch-configure-$$.log"
-  fi
   say "Building ($preset)"
   cmake --build --preset "$preset" ${1:+--target "$@"} || fail "the build failed (see above)."
 }
