@@ -42,7 +42,9 @@ function(qlm_test name)
   qlm_program(${name} SOURCES ${arg_SOURCES} USES ${arg_USES} test_support GTest::gtest)
   target_compile_definitions(${name} PRIVATE
     QLM_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QLM_BINARY_DIR="${PROJECT_BINARY_DIR}")
-  set(properties TIMEOUT 300)
+  # The leak check looks at our code, not at what packages keep to the end of the process.
+  set(properties TIMEOUT 300
+    ENVIRONMENT LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0)
   if(arg_SERIAL)
     list(APPEND properties RUN_SERIAL TRUE)
   endif()

@@ -19,11 +19,11 @@ TEST_F(ClockTest, RealTimePasses) {
   EXPECT_GE(Elapsed(Now(), before), 2);
 }
 
-TEST_F(ClockTest, BeatsComeEvenly) {
-  WaitForBeat(50);
+TEST_F(ClockTest, BeatsAreAsFarApartAsAskedFor) {
   const uint32_t first = Now();
   for (int i = 0; i < 5; ++i) WaitForBeat(50);
-  EXPECT_GE(Elapsed(Now(), first), 95);
+  // The first may come at once; the others are 20 ms apart, or more where the machine is busy.
+  EXPECT_GE(Elapsed(Now(), first), 79);
 }
 
 TEST_F(ClockTest, VirtualTimeStandsUntilAFrameIsShown) {

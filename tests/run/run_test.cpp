@@ -103,6 +103,12 @@ class RunTest : public GameTest {
     EXPECT_EQ(qlm::Run(command, {{"DISPLAY", display_}}, 20).exitStatus, 0);
   }
 
+  void ExpectGoodEnd(int seconds) {
+    const ProcessResult result = program_->Wait(seconds);
+    EXPECT_FALSE(result.timedOut) << DebugText();
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  }
+
   std::string DebugText() const { return ReadBytes(DataPath(u"debug.txt")); }
   bool LogHolds(std::string_view words) const { return DebugText().find(words) != std::string::npos; }
 
@@ -128,7 +134,7 @@ TEST_F(RunTest, PlaysInAWindowAndEndsByItself) {
   const platform::SurfacePtr screen = Screenshot();
   ASSERT_NE(screen, nullptr);
   ExpectPicture(*screen, 0, 0, 1);
-  EXPECT_EQ(program_->Wait(30).exitStatus, 0);
+  ExpectGoodEnd(30);
   EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
   EXPECT_TRUE(DebugText().ends_with("complete.\r\n")) << DebugText();
 }
@@ -148,7 +154,7 @@ TEST_F(RunTest, ShiftAndEscEndAtOnce) {
   StartDisplay("640x480");
   StartProgram();
   Press({"mousemove", "320", "240", "keydown", "Shift_L", "keydown", "Escape"});
-  EXPECT_EQ(program_->Wait(10).exitStatus, 0);
+  ExpectGoodEnd(10);
   EXPECT_FALSE(LogHolds("playloop end"));
   EXPECT_TRUE(LogHolds("[ExitApp]")) << DebugText();
 }
@@ -158,7 +164,7 @@ TEST_F(RunTest, EscHeldEndsTheSong) {
   StartDisplay("640x480");
   StartProgram();
   Press({"keydown", "Escape"});
-  EXPECT_EQ(program_->Wait(10).exitStatus, 0);
+  ExpectGoodEnd(10);
   EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
 }
 
