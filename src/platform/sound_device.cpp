@@ -2,6 +2,8 @@
 #include "platform/sound_device.h"
 
 #include <SDL.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <new>
@@ -30,8 +32,30 @@ void AskedForBlock(void* user, Uint8* bytes, int length) {
   static_cast<Mixer*>(user)->Render({reinterpret_cast<int16_t*>(bytes), static_cast<size_t>(length) / 2});
 }
 
+// While it lives, nothing reaches standard error: below the audio library others print their own complaints
+// about a missing sound card, where one line in the log says it all.
+class QuietErrors {
+ public:
+  QuietErrors() : kept_(dup(STDERR_FILENO)) {
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (kept_ >= 0 && nowhere >= 0) dup2(nowhere, STDERR_FILENO);
+    if (nowhere >= 0) close(nowhere);
+  }
+  ~QuietErrors() {
+    if (kept_ < 0) return;
+    dup2(kept_, STDERR_FILENO);
+    close(kept_);
+  }
+  QuietErrors(const QuietErrors&) = delete;
+  QuietErrors& operator=(const QuietErrors&) = delete;
+
+ private:
+  int kept_;
+};
+
 // Starts the system's device. False, with the reason in info.why, when there is none.
 bool OpenSystemDevice(SoundDeviceInfo& info) {
+  const QuietErrors quiet;
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
     info.why = SDL_GetError();
     return false;
