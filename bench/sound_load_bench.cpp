@@ -1,8 +1,12 @@
-// Loading of all 255 sounds that a chart can name, and a reload that finds them in memory.
+// Loading of all 255 sounds that a chart can name, a reload that finds them in memory, and a
+// folder whose names are in another letter case than the chart's.
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <string>
+#include <thread>
 
+#include "base/paths.h"
 #include "bench/support/bench_game.h"
 #include "platform/sound_device.h"
 #include "sound/slots.h"
@@ -60,5 +64,23 @@ void Reload(benchmark::State& state) {
   platform::CloseSoundDevice();
 }
 BENCHMARK(Reload)->Unit(benchmark::kMillisecond);
+
+// The same sounds in a folder of 1000 files, each named in another letter case than its file. The folder has
+// stood unchanged for a while, as a chart's has.
+void LoadInWrongLetterCase(benchmark::State& state) {
+  const BenchGame game;
+  NameSounds(game, 4410);
+  for (int32_t file = 256; file <= 1000; ++file) game.WriteData(Join(u"song\\sound", file, u".wav"), "");
+  for (int32_t slot = 1; slot <= 255; ++slot) {
+    WavFile[slot] = Join(AppPath, u"\\song\\SOUND", slot, u".WAV");
+  }
+  std::this_thread::sleep_for(std::chrono::seconds(4));
+  for (auto _ : state) {
+    ReleaseAllSounds();
+    for (int32_t slot = 1; slot <= 255; ++slot) loadwav(slot);
+  }
+  platform::CloseSoundDevice();
+}
+BENCHMARK(LoadInWrongLetterCase)->Unit(benchmark::kMillisecond);
 
 }  // namespace

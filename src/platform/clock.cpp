@@ -55,10 +55,12 @@ void FrameShown() {
 }
 
 WallTime WallClock() {
-  const std::time_t now = std::time(nullptr);
+  const std::time_t now = SystemSeconds();
   std::tm local{};
   localtime_r(&now, &local);
   return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
 }
+
+int64_t SystemSeconds() { return std::time(nullptr); }
 
 }  // namespace platform

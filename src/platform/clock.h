@@ -36,5 +36,7 @@ struct WallTime {
 };
 // Local time.
 WallTime WallClock();
+// Seconds since 1970, as files bear them; never virtual.
+int64_t SystemSeconds();
 
 }  // namespace platform

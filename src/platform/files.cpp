@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "platform/folder_names.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -34,33 +35,11 @@ bool Exists(const std::string& systemPath) {
   return stat(systemPath.c_str(), &info) == 0;
 }
 
-std::u16string NameText(std::string_view bytes) {
-  return IsUtf8(bytes) ? DecodeUtf8(bytes) : DecodeCp932(bytes);
-}
-
 // The game's form with the system's separators. A person's "/" is a separator too.
 std::string Slashed(std::u16string_view path) {
   std::string slashed = EncodeUtf8(path);
   std::replace(slashed.begin(), slashed.end(), '\\', '/');
   return slashed;
-}
-
-// The name in `folder` that stands for `part`: names stored as raw code page bytes first, since they say the
-// same text to the letter, then names alike but for case and normal form. Empty when there is none.
-std::string FindName(const std::string& folder, const std::string& part) {
-  const Folder open(opendir(folder.empty() ? "." : folder.c_str()));
-  if (!open) return {};
-  const std::u16string wanted = DecodeUtf8(part);
-  const std::string raw = EncodeCp932(wanted);
-  const std::u16string folded = FoldName(wanted);
-  std::string alike;
-  while (const dirent* entry = readdir(open.get())) {
-    std::string name = entry->d_name;
-    if (name == raw) return name;
-    // The least of several equals, so that the choice does not hang on the folder's order.
-    if (FoldName(NameText(name)) == folded && (alike.empty() || name < alike)) alike = name;
-  }
-  return alike;
 }
 
 // Goes down `slashed` part by part. Stops at the first part that does not exist and reports it through

@@ -4,8 +4,10 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include "base/paths.h"
 #include "platform/text.h"
@@ -57,6 +59,42 @@ TEST_F(FilesTest, FindsNamesStoredAsRawCodePageBytes) {
 TEST_F(FilesTest, FindsRawNamesInWrongLetterCase) {
   WriteSystem("\x83\x65.WAV", "te");
   EXPECT_EQ(Read(u"テ.wav"), "te");
+}
+
+TEST_F(FilesTest, TakesTheLeastOfSeveralNamesAlike) {
+  WriteSystem("Kick.wav", "middle");
+  WriteSystem("KICK.wav", "least");
+  WriteSystem("kicK.wav", "greatest");
+  EXPECT_EQ(Read(u"kick.WAV"), "least");
+}
+
+// The wait is longer than the steps in which file systems tell the time, so that what is known of the folder
+// before each change may be relied on.
+TEST_F(FilesTest, SeesEachChangeOfAFolderWhoseNamesItKnows) {
+  WriteSystem("Songs/KICK.WAV", "first");
+  std::this_thread::sleep_for(std::chrono::seconds(4));
+  EXPECT_EQ(Read(u"songs\\kick.wav"), "first");
+  EXPECT_EQ(Read(u"songs\\snare.wav"), "(none)");
+  WriteSystem("Songs/SNARE.WAV", "added");
+  EXPECT_EQ(Read(u"songs\\snare.wav"), "added");
+  std::filesystem::rename(SystemFolder() + "/Songs/KICK.WAV", SystemFolder() + "/Songs/Tom.wav");
+  EXPECT_EQ(Read(u"songs\\kick.wav"), "(none)");
+  EXPECT_EQ(Read(u"songs\\tom.wav"), "first");
+  std::filesystem::rename(SystemFolder() + "/Songs", SystemFolder() + "/Other");
+  EXPECT_EQ(Read(u"songs\\tom.wav"), "(none)");
+  EXPECT_EQ(Read(u"other\\tom.wav"), "first");
+}
+
+// Unpacking programs do so.
+TEST_F(FilesTest, SeesAChangeBehindWhichTheFoldersTimeWasPutBack) {
+  WriteSystem("Songs/KICK.WAV", "first");
+  const std::filesystem::path folder(SystemFolder() + "/Songs");
+  const auto longAgo = std::filesystem::last_write_time(folder) - std::chrono::hours(1);
+  std::filesystem::last_write_time(folder, longAgo);
+  EXPECT_EQ(Read(u"Songs\\snare.wav"), "(none)");
+  WriteSystem("Songs/SNARE.WAV", "added");
+  std::filesystem::last_write_time(folder, longAgo);
+  EXPECT_EQ(Read(u"Songs\\snare.wav"), "added");
 }
 
 TEST_F(FilesTest, ListsNamesAsText) {

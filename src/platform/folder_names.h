@@ -1,0 +1,18 @@
+// Names of a folder's entries, found by what a chart calls them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// A stored name as text: UTF-8, or else code page 932.
+std::u16string NameText(std::string_view bytes);
+
+// The name in `folder` (a system path, "" the current one) that stands for `part`, which is UTF-8 and does
+// not exist there to the letter: the name stored as raw code page 932 bytes first, since it says the same
+// text, then a name alike but for letter case and normal form, the least of several. Empty when there is
+// none.
+std::string FindName(const std::string& folder, const std::string& part);
+
+}  // namespace platform
