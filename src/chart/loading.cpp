@@ -59,7 +59,7 @@ int32_t BMSLoad(TextView path) {
   return 1;
 }
 
-void BMSLoadCourse() {
+bool ReadCourse() {
   PreviewActive = false;
   BMSInit();
   CourseMode = true;
@@ -67,18 +67,22 @@ void BMSLoadCourse() {
   lastMeasure = 0;
   DebugLog(Join(u"[BMSLoad:Course] numsongs:", int32_t{numsongs}));
   for (int32_t i = 0; i < numsongs; ++i) {
-    if (LoadAbort || shortageRaised) return;
+    if (LoadAbort || shortageRaised) return false;
     const bool listed = i < static_cast<int32_t>(CourseSongs.size());
     if (listed) LoadTitlePicture(CourseSongs[static_cast<size_t>(i)]);
     PlaceSong(i);
     if (hooks::loadingFrame != nullptr) hooks::loadingFrame();
     if (listed) ReadSong(CourseSongs[static_cast<size_t>(i)]);
   }
-  if (LoadAbort || shortageRaised) return;
+  if (LoadAbort || shortageRaised) return false;
   ReleaseStage();
   CourseSong = 0;
   BasePos = 0;
-  BMSPrepare();
+  return true;
+}
+
+void BMSLoadCourse() {
+  if (ReadCourse()) BMSPrepare();
 }
 
 }  // namespace qlm

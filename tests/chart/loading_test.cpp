@@ -278,6 +278,18 @@ TEST_F(LoadingTest, ShortageEndsTheJoinAtTheSongWhereItHappens) {
   EXPECT_EQ(CountLogged(u"[BMSRead] c.bms"), 0);
 }
 
+TEST_F(LoadingTest, ReadingOfACourseLeavesItUnprepared) {
+  AddSong({u"#00011:01"}, u"a.bms");
+  AddSong({u"#00012:02"}, u"b.bms");
+  EXPECT_TRUE(ReadCourse());
+  // Two notes, and for each song its tempo and its marker.
+  EXPECT_EQ(Objs().size(), 6U);
+  EXPECT_EQ(CountLogged(u"[BMSPrepare] minimum: False"), 0);
+  EXPECT_EQ(BasePos, 0);
+  LoadAbort = true;
+  EXPECT_FALSE(ReadCourse());
+}
+
 TEST_F(LoadingTest, PreviewIsOverWhenACourseIsJoined) {
   PreviewActive = true;
   AddSong({}, u"a.bms");

@@ -216,6 +216,27 @@ TEST_F(ProbeTest, CourseJoinsItsSongs) {
   EXPECT_TRUE(Holds(result.output, "\"marquee\": \"COURSE MODE!\""));
 }
 
+TEST_F(ProbeTest, CoursePrintsTheFilesOfItsLastSong) {
+  const std::string output = Probe({"course", Chart("a/a.bms", {"#WAV01 first.wav", "#BMP02 first.bmp"}),
+                                    Chart("b/b.bms", {"#WAV0a sub\\last.wav", "#BMPFF last.bmp"})})
+                                 .output;
+  EXPECT_TRUE(Holds(output, "\"wav\": {\n    \"0A\": \"sub\\\\last.wav\"\n  }"));
+  EXPECT_TRUE(Holds(output, "\"bmp\": {\n    \"FF\": \"last.bmp\"\n  }"));
+}
+
+TEST_F(ProbeTest, RawCourseStopsBehindTheReader) {
+  const ProcessResult result = Probe({"course", Chart("a.bms", {"#00011:01"}), "--raw"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, Joined(kRawKeys, {"log", "courseSongs"}));
+  // Neither bar lines nor an order yet: the note, the song's tempo, its marker.
+  EXPECT_TRUE(Holds(result.output,
+                    "\"objs\": [\n"
+                    "    [2, 384, 0, 11, 1, false, 1],\n"
+                    "    [2, 384, 0, 3, 120, false, 0],\n"
+                    "    [1, 192, 0, -2, 0, false, 0]\n"
+                    "  ]"));
+}
+
 TEST_F(ProbeTest, PlayHasItsKeysInOrder) {
   const ProcessResult result = Probe({"play", Chart("a.bms", kLines)});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;

@@ -1,4 +1,5 @@
 // The command `chart`: what one chart load leaves in memory.
+#include "state/chart.h"
 #include "base/paths.h"
 #include "chart/loading.h"
 #include "chart/reader.h"
@@ -25,7 +26,7 @@ int ChartCommand(Arguments& arguments) {
     qlm::BMSLoad(path);
   }
   Json json;
-  PutChart(json, raw, qlm::GetFolder(path));
+  PutChart(json, raw, {qlm::WavFile, qlm::BmpFile, qlm::GetFolder(path)});
   PutLog(json);
   const int status = PutFatal(json);
   json.Print();

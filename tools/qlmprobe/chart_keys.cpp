@@ -94,15 +94,15 @@ void PutPreparation(Json& json) {
 
 }  // namespace
 
-void PutChart(Json& json, bool raw, TextView folder) {
+void PutChart(Json& json, bool raw, const ChartFiles& files) {
   PutHeader(json);
   json.Put("uses89", qlm::uses89);
   json.Put("lastMeasure", qlm::lastMeasure);
   json.Put("totalNotes", qlm::TotalNotes);
   json.Put("objCount", qlm::objCount);
   PutObjects(json);
-  PutFiles(json, "wav", qlm::WavFile, folder);
-  PutFiles(json, "bmp", qlm::BmpFile, folder);
+  PutFiles(json, "wav", files.wav, files.folder);
+  PutFiles(json, "bmp", files.bmp, files.folder);
   PutTables(json);
   if (!raw) PutPreparation(json);
 }

@@ -1,11 +1,20 @@
 // What a chart's load leaves in memory, as JSON keys.
 #pragma once
 
+#include "base/table.h"
+#include "base/text.h"
 #include "tools/qlmprobe/json.h"
 
 namespace probe {
 
-// `raw` leaves out what preparation makes. `folder` is that of the chart: file names are given without it.
-void PutChart(Json& json, bool raw, qlm::TextView folder);
+// The files that a chart names, by slot, and its folder.
+struct ChartFiles {
+  const qlm::Table<qlm::Text, 255>& wav;
+  const qlm::Table<qlm::Text, 255>& bmp;
+  qlm::TextView folder;
+};
+
+// `raw` leaves out what preparation makes. File names are given without the folder.
+void PutChart(Json& json, bool raw, const ChartFiles& files);
 
 }  // namespace probe

@@ -1,4 +1,5 @@
 // The command `course`: charts joined into one table, as a course plays them.
+#include "base/paths.h"
 #include "chart/loading.h"
 #include "library/song_list.h"
 #include "state/chart.h"
@@ -26,6 +27,14 @@ void PutSongs(Json& json) {
   json.EndArray();
 }
 
+// As the header of a course is its last song's, so are the files. A song past the tables has none: the tables
+// of a single chart, which a course leaves empty, stand in.
+ChartFiles FilesOfLastSong() {
+  const int32_t last = qlm::numsongs - 1;
+  if (!qlm::CourseWavFile.Holds(last)) return {qlm::WavFile, qlm::BmpFile, u""};
+  return {qlm::CourseWavFile[last], qlm::CourseBmpFile[last], qlm::GetFolder(qlm::CourseSongs.back().path)};
+}
+
 bool IsCourseFile(const std::string& name) {
   return qlm::EqualsAnyCase(qlm::Right(platform::DecodeUtf8(name), 4), u".QCL");
 }
@@ -35,7 +44,7 @@ bool IsCourseFile(const std::string& name) {
 int CourseCommand(Arguments& arguments) {
   StartEngine(arguments);
   TakeLoadOptions(arguments);
-  arguments.Refuse("--raw");
+  const bool raw = arguments.Flag("--raw");
   const std::vector<std::string> before = TakeChartsBefore(arguments);
   const std::vector<std::string> files = arguments.Files(1, kMostSongs);
   for (const std::string& file : files) {
@@ -52,9 +61,13 @@ int CourseCommand(Arguments& arguments) {
   qlm::numsongs = static_cast<uint8_t>(files.size());
   qlm::LoadAbort = false;
   qlm::WAVLoadmode = 1;
-  qlm::BMSLoadCourse();
+  if (raw) {
+    qlm::ReadCourse();
+  } else {
+    qlm::BMSLoadCourse();
+  }
   Json json;
-  PutChart(json, false, u"");
+  PutChart(json, raw, FilesOfLastSong());
   PutLog(json);
   PutSongs(json);
   const int status = PutFatal(json);

@@ -41,7 +41,8 @@ constexpr Command kCommands[] = {
      "  --raw               stops behind the reader\n"},
     {"course", probe::CourseCommand,
      "qlmprobe course FILE... [OPTION]...\n"
-     "The same for charts joined as a course.\n"},
+     "The same for charts joined as a course.\n"
+     "  --raw               stops behind the last song's read\n"},
     {"header", probe::HeaderCommand,
      "qlmprobe header FILE\n"
      "The list entry that the library's header read makes.\n"},
