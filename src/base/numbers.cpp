@@ -1,8 +1,7 @@
 // Reading and rounding of numbers.
 #include "base/numbers.h"
 
-#include <array>
-#include <cfenv>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string>
@@ -23,11 +22,14 @@ constexpr bool IsExponentLetter(char16_t unit) {
   return unit == u'E' || unit == u'e' || unit == u'D' || unit == u'd';
 }
 
+// An exponent beyond it outweighs the digits of any text.
+constexpr int64_t kFarShift = int64_t{1} << 40;
+
 // Walks over a text without seeing its blanks.
 class BlankSkipper {
  public:
   explicit BlankSkipper(TextView text) : text_(text) {}
-  // The unit `ahead` places further, 0 behind the end.
+  // The unit at the reader's place, 0 behind the end.
   char16_t Peek() {
     while (at_ < text_.size() && text_[at_] == u' ') ++at_;
     return at_ < text_.size() ? text_[at_] : u'\0';
@@ -45,7 +47,6 @@ class BlankSkipper {
 // is none.
 std::string TakeNumber(BlankSkipper& reader) {
   std::string number;
-  bool digits = false;
   const auto takeDigits = [&] {
     bool any = false;
     for (; IsDigit(reader.Peek()); reader.Next(), any = true) number += static_cast<char>(reader.Peek());
@@ -56,7 +57,7 @@ std::string TakeNumber(BlankSkipper& reader) {
     if (reader.Peek() == u'-' || reader.Peek() == u'+') reader.Next();
   };
   takeSign();
-  digits = takeDigits();
+  bool digits = takeDigits();
   if (reader.Peek() == u'.') {
     reader.Next();
     if (!digits) number += '0';
@@ -80,15 +81,26 @@ std::string TakeNumber(BlankSkipper& reader) {
   return number;
 }
 
+// Whether a number that does not fit a double is too small for it, and not too large: by the place of its
+// first digit that counts, moved by the exponent.
+bool IsTooSmall(const std::string& number) {
+  const size_t letter = std::min(number.find('e'), number.size());
+  const size_t point = std::min(number.find('.'), letter);
+  const auto magnitude =
+      static_cast<int64_t>(point) - static_cast<int64_t>(number.find_first_of("123456789"));
+  if (letter == number.size()) return magnitude < 0;
+  const char* const exponent = number.data() + letter + 1;
+  int64_t shift = 0;
+  const auto result = std::from_chars(exponent, number.data() + number.size(), shift);
+  if (result.ec != std::errc() || shift < -kFarShift || shift > kFarShift) return *exponent == '-';
+  return magnitude + shift < 0;
+}
+
 double Convert(const std::string& number) {
   double value = 0;
   const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
   if (result.ec == std::errc::result_out_of_range) {
-    // Only the size of the exponent tells a number too large from one too small.
-    const bool small =
-        number.find("e-") != std::string::npos ||
-        (number.find('e') == std::string::npos && number.find_first_of("123456789") > number.find('.'));
-    const double size = small ? 0.0 : HUGE_VAL;
+    const double size = IsTooSmall(number) ? 0.0 : HUGE_VAL;
     return number.starts_with('-') ? -size : size;
   }
   return value;

@@ -64,6 +64,16 @@ TEST(Val, GoesToInfinityAndToZeroWithoutFailing) {
   EXPECT_EQ(Val(Text(u"0.") + Text(400, u'0') + u"1"), 0);
 }
 
+TEST(Val, WeighsDigitsAndExponentTogether) {
+  const Text zeros(400, u'0');
+  EXPECT_TRUE(std::isinf(Val(u"1" + zeros + u"E-5")));
+  EXPECT_EQ(Val(u"0." + zeros + u"1E5"), 0);
+  EXPECT_EQ(Val(u"1" + zeros + u"E-400"), 1);
+  EXPECT_EQ(Val(u"-0." + zeros + u"25E401"), -2.5);
+  EXPECT_TRUE(std::isinf(Val(u"0." + zeros + u"1E99999999999999999999")));
+  EXPECT_EQ(Val(u"1" + zeros + u"E-99999999999999999999"), 0);
+}
+
 TEST(ValHex, ReadsDigitsAsFarAsTheyGo) {
   EXPECT_EQ(ValHex(u"1G"), 1U);
   EXPECT_EQ(ValHex(u"0Z"), 0U);
