@@ -1,5 +1,5 @@
-// Picture files: a BMP decoder of our own, since charts are full of odd and truncated ones; the picture
-// library for the compressed kinds, once their header has told a size that we are willing to hold.
+// Picture files: BMP by a decoder of our own, the compressed kinds by the picture library once their header
+// has told a size that we are willing to hold.
 #include "platform/picture.h"
 
 #include <SDL.h>
@@ -40,7 +40,11 @@ bool Holdable(const Size& size) {
          size.height <= Surface::kMaxSide && size.width * size.height <= kMaxPicturePixels;
 }
 
-// BMP.
+// BMP. The library's own reader (SDL 2.26) gives the same pixels for every sound file, but no picture at all
+// for one that is cut short anywhere, be it in the padding of its last row, for run-length data without an
+// end mark, for an index behind a short palette, and for 16-bit masks other than its own formats'; and where
+// the data's offset is 0 it shows the palette as pixels. Charts hold such files, and what is there of them is
+// to be seen.
 
 constexpr size_t kFileHeaderBytes = 14;
 constexpr uint32_t kCoreHeaderBytes = 12;
