@@ -40,7 +40,7 @@ bool Holdable(const Size& size) {
          size.height <= Surface::kMaxSide && size.width * size.height <= kMaxPicturePixels;
 }
 
-// BMP. The library's own reader (SDL 2.26) gives the same pixels for every sound file, but no picture at all
+// BMP. The library's own reader (SDL 2.26) gives the same pixels for every intact file, but no picture at all
 // for one that is cut short anywhere, be it in the padding of its last row, for run-length data without an
 // end mark, for an index behind a short palette, and for 16-bit masks other than its own formats'; and where
 // the data's offset is 0 it shows the palette as pixels. Charts hold such files, and what is there of them is

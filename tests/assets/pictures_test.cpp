@@ -1,7 +1,9 @@
 // The stock song's pictures, as far as their headers and corners tell.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
+#include <vector>
 
 #include "chart_text.h"
 #include "wav.h"
@@ -36,6 +38,20 @@ std::uint32_t CornerOf(const std::string& name) {
   if (NumberAt(bytes, 28, 2) == 24) return NumberAt(bytes, pixels, 3);
   constexpr std::size_t palette = 54;
   return NumberAt(bytes, palette + 4 * NumberAt(bytes, pixels, 1), 3);
+}
+
+// All pixels in the order of the file, red, green and blue of each at once. Rows of 256 need no padding.
+std::vector<std::uint32_t> PixelsOf(const std::string& name) {
+  const std::string bytes = Bytes(March() / name);
+  const std::uint32_t start = NumberAt(bytes, 10, 4);
+  const int each = static_cast<int>(NumberAt(bytes, 28, 2) / 8);
+  constexpr std::size_t palette = 54;
+  std::vector<std::uint32_t> pixels;
+  for (std::size_t at = start; at < bytes.size(); at += static_cast<std::size_t>(each)) {
+    const std::uint32_t value = NumberAt(bytes, at, each);
+    pixels.push_back(each == 3 ? value : NumberAt(bytes, palette + 4 * value, 3));
+  }
+  return pixels;
 }
 
 // The files that a channel of the 7-key chart shows.
@@ -75,6 +91,16 @@ TEST(Pictures, ExerciseBothLoaders) {
 TEST(Pictures, LayersLieOnBlack) {
   EXPECT_GT(ShownOn(layer).size(), 32u);
   for (const std::string& name : ShownOn(layer)) EXPECT_EQ(CornerOf(name), 0u) << name;
+}
+
+// Nothing drawn on a layer is darker than the groove of the nib, 3A2A10.
+TEST(Pictures, LayersHaveNoDarkSeam) {
+  for (const std::string& name : ShownOn(layer)) {
+    for (const std::uint32_t pixel : PixelsOf(name)) {
+      const std::uint32_t brightest = std::max({pixel >> 16, pixel >> 8 & 255, pixel & 255});
+      ASSERT_TRUE(pixel == 0 || brightest >= 0x3A) << name << " " << std::hex << pixel;
+    }
+  }
 }
 
 TEST(Pictures, TheStageFillsTheScreen) {

@@ -1,5 +1,4 @@
-// The picture converter: any picture that SDL_image reads, flattened on black, as a BMP of 24 bits or of 256
-// colours.
+// The picture converter: any picture that SDL_image reads, on black, as a BMP of 24 bits or of 256 colours.
 #include <SDL_image.h>
 
 #include <algorithm>
@@ -17,6 +16,18 @@ struct SurfaceDeleter {
 using Surface = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 
 using Color = std::array<Uint8, 3>;  // red, green, blue
+
+// Black is the transparent colour of a layer, so a pixel is either drawn whole or not at all: half covered
+// ones would stand around the drawing as a dark seam.
+Surface WithHardEdge(SDL_Surface* picture) {
+  Surface hard(SDL_ConvertSurfaceFormat(picture, SDL_PIXELFORMAT_ARGB8888, 0));
+  if (!hard) return nullptr;
+  for (int y = 0; y < hard->h; ++y) {
+    auto* row = reinterpret_cast<Uint32*>(static_cast<Uint8*>(hard->pixels) + y * hard->pitch);
+    for (int x = 0; x < hard->w; ++x) row[x] = row[x] >> 24 < 128 ? 0 : row[x] | 0xFF000000;
+  }
+  return hard;
+}
 
 Surface OnBlack(SDL_Surface* picture) {
   Surface flat(SDL_CreateRGBSurfaceWithFormat(0, picture->w, picture->h, 24, SDL_PIXELFORMAT_BGR24));
@@ -135,13 +146,23 @@ Surface WithPalette(const SDL_Surface& flat) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const bool palette = argc == 4 && std::string_view(argv[3]) == "--palette";
-  if (argc != 3 && !palette) {
-    std::fputs("usage: picture_converter IN OUT.bmp [--palette]\n", stderr);
+  bool palette = false, layer = false, known = argc >= 3;
+  for (int i = 3; i < argc; ++i) {
+    const std::string_view option = argv[i];
+    if (option == "--palette")
+      palette = true;
+    else if (option == "--layer")
+      layer = true;
+    else
+      known = false;
+  }
+  if (!known) {
+    std::fputs("usage: picture_converter IN OUT.bmp [--palette] [--layer]\n", stderr);
     return 2;
   }
-  const Surface picture(IMG_Load(argv[1]));
-  Surface result = picture ? OnBlack(picture.get()) : nullptr;
+  Surface result(IMG_Load(argv[1]));
+  if (result && layer) result = WithHardEdge(result.get());
+  if (result) result = OnBlack(result.get());
   if (result && palette) result = WithPalette(*result);
   if (!result || SDL_SaveBMP(result.get(), argv[2]) != 0) {
     std::fprintf(stderr, "picture_converter: %s to %s: %s\n", argv[1], argv[2], SDL_GetError());
