@@ -182,6 +182,21 @@ TEST(DecodeBmp, RunsOverTheEdgesAreCut) {
   EXPECT_EQ(Seen(picture), (Rows{{0xBB, 0xBB}}));
 }
 
+TEST(DecodeBmp, RunsOfAFileThatEndsEarlyAreSeen) {
+  Bmp bmp{.width = 2,
+          .height = 2,
+          .bits = 8,
+          .compression = 1,
+          .table = {0xAA, 0xBB},
+          .data = {2, 1, 0, 0, 1, 1},  // two of 1, end of line, one of 1, and no end mark
+          .coloursUsed = 2};
+  EXPECT_EQ(Seen(DecodeBmp(FileOf(bmp))), (Rows{{0xBB, 0}, {0xBB, 0xBB}}));
+  bmp.data = {2, 1, 0, 0, 0, 4, 1};  // cut within four literals
+  EXPECT_EQ(Seen(DecodeBmp(FileOf(bmp))), (Rows{{0, 0}, {0xBB, 0xBB}}));
+  bmp.data = {2, 1, 0};
+  EXPECT_EQ(Seen(DecodeBmp(FileOf(bmp))), (Rows{{0, 0}, {0xBB, 0xBB}}));
+}
+
 TEST(DecodeBmp, OldShortHeader) {
   Bytes bytes{'B', 'M'};
   Put32(bytes, 0);
