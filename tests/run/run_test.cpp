@@ -139,6 +139,18 @@ TEST_F(RunTest, PlaysInAWindowAndEndsByItself) {
   EXPECT_TRUE(DebugText().ends_with("complete.\r\n")) << DebugText();
 }
 
+TEST_F(RunTest, HalfsizeShowsTheWholeFrameInASmallWindow) {
+  WriteSettings(u"Windowed=True\r\nHalfsize=True\r\n", u"DirectBlt=True\r\n");
+  StartDisplay("640x480");
+  StartProgram();
+  const platform::SurfacePtr screen = Screenshot();
+  ASSERT_NE(screen, nullptr);
+  // The window of 320 by 240 stands in the middle, and the picture's 128 pixels at (96, 64) of it.
+  EXPECT_EQ(screen->Pixel(160 + 96 + 32, 120 + 64 + 32), kQuarters[0]);
+  EXPECT_EQ(screen->Pixel(160 + 96 + 126, 120 + 64 + 126), kQuarters[3]);
+  EXPECT_EQ(screen->Pixel(160 + 96 + 130, 120 + 64 + 126), 0U);
+}
+
 TEST_F(RunTest, FillsTheScreenByWholeNumbers) {
   WriteSettings(u"Windowed=False\r\n", u"");
   StartDisplay("1400x960");
