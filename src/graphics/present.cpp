@@ -82,12 +82,16 @@ void DrawMemory() {
 
 void Show(bool noWait) {
   if (hooks::framePresented != nullptr) hooks::framePresented();
+  const bool waits = !noWait && !NOVSync;
   // Quirk: a window that is not drawn directly asks for a flip, which a window cannot do: the frame stays
   // unseen.
-  if (DDBack && (DirectBlt || !Windowed)) {
-    platform::ShowFrame(*DDBack, !noWait && !NOVSync);
+  const bool canShow = DirectBlt || !Windowed;
+  if (DDBack && canShow) {
+    platform::ShowFrame(*DDBack, waits);
     std::swap(DDBack, DDPrimary);
   }
+  // An unseen frame has no blank to wait for, and without a rest the play would take a whole processor.
+  if (waits && !(canShow && platform::WindowOpen())) platform::Sleep(1);
   platform::FrameShown();
   ScreenRect = FullRect;
 }

@@ -181,6 +181,13 @@ TEST_F(Present, GoesOnWithoutSurfaces) {
   PresentFrame();
 }
 
+TEST_F(Present, AFrameThatNobodySeesRestsInsteadOfWaitingForTheBlank) {
+  platform::UseRealClock();
+  const uint32_t begin = platform::Now();
+  for (int32_t i = 0; i < 20; ++i) PresentFrame();
+  EXPECT_GE(platform::Elapsed(platform::Now(), begin), 20);
+}
+
 // With a window that nobody looks at.
 class PresentInAWindow : public Present {
  protected:
