@@ -14,8 +14,7 @@ void DebugLog(TextView message, int32_t indentDelta) {
   const TextView words = message.empty() ? TextView(u"Ready.") : Trim(message);
   Text line(static_cast<size_t>(LogIndent) * 4, u' ');
   line += words;
-  // Quirk: a chart without objects leaves its level behind, so the level can rise for as long as the program
-  // runs.
+  // A chart without objects leaves its level behind: bounded, however many are loaded in one run.
   LogIndent = static_cast<int32_t>(std::clamp<int64_t>(int64_t{LogIndent} + indentDelta, 0, 65535));
   if (logOutput.file) {
     const platform::WallTime now = platform::WallClock();

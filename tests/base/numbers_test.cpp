@@ -61,7 +61,13 @@ TEST(Val, GoesToInfinityAndToZeroWithoutFailing) {
   EXPECT_TRUE(std::isinf(Val(u"1E999")));
   EXPECT_LT(Val(u"-1E999"), 0);
   EXPECT_EQ(Val(u"1E-999"), 0);
-  EXPECT_EQ(Val(Text(u"0.") + Text(400, u'0') + u"1"), 0);
+  const Text zeros(400, u'0');
+  EXPECT_EQ(Val(u"0." + zeros + u"1"), 0);
+  // 1E395 and 1E-396: the digits decide as well as the exponent.
+  EXPECT_TRUE(std::isinf(Val(u"1" + zeros + u"E-5")));
+  EXPECT_EQ(Val(u"0." + zeros + u"1E5"), 0);
+  EXPECT_EQ(Val(u"1E-99999999999999999999"), 0);
+  EXPECT_TRUE(std::isinf(Val(u"1E99999999999999999999")));
 }
 
 TEST(Val, WeighsDigitsAndExponentTogether) {

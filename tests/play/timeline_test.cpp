@@ -142,6 +142,19 @@ TEST_F(TimelineTest, StallEndsAfterASecondAndFails) {
   EXPECT_DOUBLE_EQ(playPos, 600);
 }
 
+TEST_F(TimelineTest, RealHiSpeedIsSquaredBehindAStall) {
+  RealHiSpeed = 1.5F;
+  HdrBPM = 100;
+  Lay(ObjSeparator, 9000);
+  Begin();
+  BreakActive = true;
+  BreakStart = kStart;
+  savedBPM = curBPM;
+  EXPECT_FLOAT_EQ(savedBPM, 150);
+  Turn(1001);
+  EXPECT_FLOAT_EQ(curBPM, 225);
+}
+
 TEST_F(TimelineTest, StallOfAnAttackDoesNotFail) {
   Lay(ObjSeparator, 9000);
   Begin();
