@@ -122,6 +122,22 @@ TEST_F(ProbeTest, MissingFileIsToldInOneLine) {
   }
 }
 
+TEST_F(ProbeTest, FolderIsNoChart) {
+  const ProcessResult result = Probe({"chart", SystemFolder()});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.errors, "qlmprobe: " + SystemFolder() + ": this is a folder\n");
+}
+
+TEST_F(ProbeTest, NamesInShiftJisBytesArePrintedInUtf8) {
+  // 83 5C holds the byte of a "\".
+  const std::string raw = SystemFolder() + "/\x83\x5C";
+  fs::rename(Chart("a.bms", {"#TITLE t", "#ARTIST a", "#GENRE g", "#00011:01"}), raw + ".bms");
+  EXPECT_TRUE(Holds(Probe({"check", raw + ".bms"}).output, "/ソ.bms\", "));
+  EXPECT_TRUE(Holds(Probe({"frame", raw + ".bms", "--at", "0", "--out", raw}).output, "/ソ-0.png\"}"));
+  EXPECT_TRUE(fs::exists(raw + "-0.png"));
+}
+
 TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
   const std::string chart = Chart("a.bms", kLines);
   const std::vector<std::vector<std::string>> wrong = {{"wat"},
@@ -269,6 +285,28 @@ TEST_F(ProbeTest, TempoChangesAreTold) {
   EXPECT_TRUE(Holds(output, "\"bpmLog\": [\n    [2000, 240, -192]\n  ]"));
 }
 
+TEST_F(ProbeTest, PlayOfOneChartIsTheSameEveryTime) {
+  const std::string chart = Chart("a.bms", {"#BPM 177.7", "#00011:01010001", "#00103:B2", "#00111:01"});
+  const std::vector<std::string> play = {"play", chart, "--random", "--set", "RandomHiSpeed=True"};
+  const std::string once = Probe(play).output;
+  EXPECT_FALSE(once.empty());
+  EXPECT_EQ(Probe(play).output, once);
+}
+
+TEST_F(ProbeTest, TurnsRunFromOneToAThousandASecond) {
+  // The second note lies at 96 units, which 144 beats a minute reach at 833.33 ms.
+  const std::string chart = Chart("a.bms", {"#BPM 144", "#00011:0102"});
+  EXPECT_TRUE(Holds(Probe({"play", chart, "--fps", "1000"}).output, "    [834, 2]\n  ]"));
+  EXPECT_TRUE(Holds(Probe({"play", chart, "--fps", "1"}).output, "    [1000, 2]\n  ]"));
+}
+
+TEST_F(ProbeTest, StandingChartIsStoppedByItsLimit) {
+  const std::string chart = Chart("a.bms", {"#BPM 120", "#00011:0102"});
+  const ProcessResult result = Probe({"play", chart, "--real-hispeed", "0", "--limit", "3000"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(Holds(result.output, "\"playCleared\": false,"));
+}
+
 TEST_F(ProbeTest, EventsFileTakesTheMachinesHandsAway) {
   WriteData(u"none.txt", "");
   const std::string chart = Chart("a.bms", {"#BPM 120", "#00011:0102", "#00001:03"});
@@ -374,6 +412,21 @@ TEST_F(ProbeTest, AudioStartsEachSoundOnTheSampleOfItsTurn) {
   EXPECT_EQ(samples[44099], 0);
   EXPECT_GT(samples[44200], 1000);
   EXPECT_EQ(samples[44600], 0);
+}
+
+TEST_F(ProbeTest, FirstSampleOfASoundIsThatOfItsTurnRoundedDown) {
+  // 64 of 192 units at 144 beats a minute are 555.6 ms: turn 34, at 566 ms, and 566 * 44.1 is 24960.6.
+  WriteWav("x.wav", std::vector<int16_t>(441, 20000));
+  const std::string chart = Chart("a.bms", {"#BPM 144", "#WAV01 x.wav", "#00011:000100"});
+  EXPECT_TRUE(Holds(Probe({"audio", chart, "--out", At("o.wav")}).output, "[566, 1]\n"));
+  EXPECT_TRUE(Holds(Probe({"play", chart}).output, "[566, 1]\n"));
+  const std::vector<int16_t> samples = LeftSamples(ReadBytes(platform::InnerPath(At("o.wav"))));
+  ASSERT_GT(samples.size(), 25402U);
+  EXPECT_EQ(samples[24959], 0);
+  // 20000 turned down by 500 hundredths of a decibel: 20000 * 10 ^ -0.25 is 11246.8.
+  EXPECT_EQ(samples[24960], 11247);
+  EXPECT_EQ(samples[25400], 11247);
+  EXPECT_EQ(samples[25401], 0);
 }
 
 TEST_F(ProbeTest, AudioStopsAfterTheSecondsAskedFor) {

@@ -62,7 +62,7 @@ int CheckCommand(Arguments& arguments) {
       continue;
     }
     json.BeginObject();
-    json.Put("file", std::string_view(file));
+    json.Put("file", std::string_view(PrintedPath(file)));
     json.Key("findings").BeginArray();
     for (const Finding& finding : CheckChart(file)) {
       anything = true;

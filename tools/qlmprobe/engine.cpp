@@ -121,11 +121,17 @@ Text GamePath(const std::string& path) {
   return platform::InnerPath(slashed);
 }
 
+std::string PrintedPath(const std::string& path) {
+  return platform::IsUtf8(path) ? path : platform::EncodeUtf8(platform::DecodeCp932(path));
+}
+
 bool CheckReadable(const std::string& path) {
   const Text file = GamePath(path);
   if (platform::ReadFilePart(file, 0, 1)) return true;
   std::fprintf(stderr, "qlmprobe: %s: %s\n", path.c_str(),
-               platform::FileLength(file) ? "the file cannot be read" : "there is no such file");
+               platform::FileLength(file) ? "the file cannot be read"
+               : platform::IsFolder(file) ? "this is a folder"
+                                          : "there is no such file");
   return false;
 }
 

@@ -31,6 +31,8 @@ std::vector<std::string> TakeChartsBefore(Arguments& arguments);
 
 // A path as a person gives it, in the game's form.
 qlm::Text GamePath(const std::string& path);
+// The same path in UTF-8, for the output: its bytes may be code page 932.
+std::string PrintedPath(const std::string& path);
 // False when there is no such file to be read: standard error then says so.
 bool CheckReadable(const std::string& path);
 // Loads charts ahead of the one in question. False when one cannot be read.

@@ -107,7 +107,7 @@ int FrameCommand(Arguments& arguments) {
     json.BeginObject();
     json.Put("at", shot.at);
     json.Put("turn", shot.turn);
-    json.Put("file", std::string_view(shot.file));
+    json.Put("file", std::string_view(PrintedPath(shot.file)));
     json.EndObject();
   }
   json.EndArray();
