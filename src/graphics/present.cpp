@@ -22,7 +22,8 @@ namespace qlm {
 namespace {
 
 constexpr int32_t kMessageStands = 1000;  // ms for which a message stays whole
-constexpr int32_t kFpsInterval = 200;     // ms between two frame rate figures
+constexpr int32_t kUnseenFramesPerSecond = 60;
+constexpr int32_t kFpsInterval = 200;  // ms between two frame rate figures
 
 constexpr platform::WindowEvents kEvents{
     .closeRequested =
@@ -91,7 +92,7 @@ void Show(bool noWait) {
     std::swap(DDBack, DDPrimary);
   }
   // An unseen frame has no blank to wait for, and without a rest the play would take a whole processor.
-  if (waits && !(canShow && platform::WindowOpen())) platform::Sleep(1);
+  if (waits && !(canShow && platform::WindowOpen())) platform::WaitForBeat(kUnseenFramesPerSecond);
   platform::FrameShown();
   ScreenRect = FullRect;
 }

@@ -10,7 +10,6 @@
 #include <memory>
 #include <optional>
 
-#include "platform/clock.h"
 #include "platform/text.h"
 #include "platform/window_keys.h"
 
@@ -47,9 +46,6 @@ bool VideoReady() {
 }
 
 bool DrawsForNobody(std::string_view driver) { return driver == "dummy" || driver == "offscreen"; }
-
-// How often a display that nobody has would show a frame.
-constexpr int32_t kUnseenFramesPerSecond = 60;
 
 SDL_Window* CreateWindow(const WindowOptions& options) {
   SDL_DisplayMode desktop{};
@@ -188,9 +184,6 @@ Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frame
 }
 
 void ShowFrame(const Surface& frame, bool waitForBlank) {
-  if (!game && waitForBlank) {
-    WaitForBeat(kUnseenFramesPerSecond);
-  }
   if (!game || !MatchTexture(frame)) {
     return;
   }

@@ -42,8 +42,7 @@ void SetWindowTitle(std::u16string_view title);
 Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frameHeight);
 
 // Shows the whole of `frame`: on the desktop where PlaceFrame puts it, with black borders; in a window it
-// fills the inside. Without one it waits as a display of 60 frames a second would, so that an unseen play
-// does not take a whole processor.
+// fills the inside. Does nothing without a window.
 void ShowFrame(const Surface& frame, bool waitForBlank);
 // False while another program has the screen, that is, while a window that takes the whole desktop is
 // minimised. True without a window.

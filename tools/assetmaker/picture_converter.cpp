@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdio>
 #include <memory>
 #include <string_view>
@@ -23,7 +24,8 @@ Surface WithHardEdge(SDL_Surface* picture) {
   Surface hard(SDL_ConvertSurfaceFormat(picture, SDL_PIXELFORMAT_ARGB8888, 0));
   if (!hard) return nullptr;
   for (int y = 0; y < hard->h; ++y) {
-    auto* row = reinterpret_cast<Uint32*>(static_cast<Uint8*>(hard->pixels) + y * hard->pitch);
+    auto* row =
+        reinterpret_cast<Uint32*>(static_cast<Uint8*>(hard->pixels) + std::ptrdiff_t{y} * hard->pitch);
     for (int x = 0; x < hard->w; ++x) row[x] = row[x] >> 24 < 128 ? 0 : row[x] | 0xFF000000;
   }
   return hard;

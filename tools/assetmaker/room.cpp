@@ -51,6 +51,7 @@ void MixEvenly(std::array<double, lines>& values) {
 
 Sound InRoom(const Sound& dry, double amount, double seconds) {
   std::vector<Delay> delays;
+  delays.reserve(lengths.size());
   for (const std::size_t length : lengths) {
     delays.emplace_back(length, std::pow(10, -3.0 * static_cast<double>(length) / (seconds * sampleRate)));
   }
