@@ -6,7 +6,6 @@
 
 #include "base/numbers.h"
 #include "platform/text.h"
-#include "state/chart.h"
 
 namespace qlm {
 namespace {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "state/chart.h"
 
 namespace qlm {
 
@@ -33,6 +34,11 @@ std::optional<int32_t> MeasureOf(TextView line, int32_t basePos);
 // Characters 4 and 5 in decimal.
 // Quirk: a channel of letters and digits is its leading digit, so 1A is 1.
 std::optional<int32_t> ChannelOf(TextView line);
+// Whether the cells of a channel become objects.
+constexpr bool MakesObjects(int32_t channel) {
+  return channel == 1 || channel == 3 || channel == 4 || (channel >= 6 && channel <= 8) ||
+         IsNoteChannel(channel) || (channel >= 31 && channel <= 39) || (channel >= 41 && channel <= 49);
+}
 // The length of a measure, from character 7 on. Fails out of range.
 std::optional<float> LengthOf(TextView line);
 

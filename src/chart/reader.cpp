@@ -34,20 +34,6 @@ constexpr int32_t kMostObjs = 1 << 24;
 // How long, in ms, a load goes on before it lets events run again.
 constexpr int32_t kPumpInterval = 20;
 
-constexpr bool MakesObjects(int32_t channel) {
-  switch (channel) {
-    case 1:
-    case 3:
-    case 4:
-    case 6:
-    case 7:
-    case 8: return true;
-    default:
-      return (channel >= 11 && channel <= 49) && channel != 17 && channel != 20 && channel != 27 &&
-             channel != 30 && channel != 40;
-  }
-}
-
 // What each object is drawn with: a speed of its own, or the common one.
 float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
 

@@ -131,16 +131,21 @@ TEST_F(CheckTest, DataLines) {
   ExpectOne({"#00151:01"}, 12, "channel", "no long notes");
   ExpectOne({"#0011A:01"}, 12, "channel", "is read as channel 1");
   ExpectOne({"#1E011:01"}, 12, "measure", "the game takes measure 1");
+  ExpectOne({"#00311:01", "#9E911:0001"}, 13, "measure", "the game takes measure 3");
   ExpectOne({"#00111-01"}, 12, "colon", "passed over");
   ExpectOne({"#00111:010"}, 12, "odd", "passed over");
   ExpectOne({"#00111:1G"}, 12, "cell", "makes an object with 01");
   ExpectOne({"#00102:0"}, 12, "length", "gets the length 1");
+  ExpectOne({"#00102:1E39"}, 12, "length", "so large is dropped");
 }
 
 TEST_F(CheckTest, DuplicatesAreFoundByPosition) {
   ExpectOne({"#00011:0100"}, 12, "duplicate", "holds a note of line 10 already");
   // In a measure of 0.005 both ticks round to one position.
   ExpectOne({"#00202:0.005", "#00211:0101"}, 13, "duplicate", "measure 2, tick 96");
+  // Measure 1 begins at 19, and its ticks 32 and 64 lie 0.5 and 1 behind: the sums round to 20 both.
+  ExpectOne({"#00002:0.099", "#00102:0.015625", "#00111:000101000000"}, 14, "duplicate",
+            "measure 1, tick 64");
   ExpectNone({"#00001:0101", "#00001:01"});
 }
 
@@ -156,7 +161,7 @@ TEST_F(CheckTest, RandomBlocks) {
   ExpectNone({"#RANDOM 2", "#IF 1", "#00111:01", "#ENDIF", "#IF 2", "#00111:01", "#ENDIF"});
   ExpectOne({"#RANDOM 3", "#IF 1", "#ENDIF", "#IF 2", "#ENDIF"}, 12, "random", "has 2 #IF blocks");
   ExpectOne({"#RANDOM 1", "#IF 1", "#ENDIF", "#ENDRANDOM"}, 15, "random", "is not needed");
-  ExpectOne({"#IF 1", "#ENDIF"}, 12, "random", "without a #RANDOM");
+  ExpectOne({"#IF 1", "#ENDIF"}, 12, "random", "without a #RANDOM always holds");
   ExpectOne({"#RANDOM 1", "#IF 1", "#RANDOM 1", "#IF 1", "#ENDIF", "#ENDIF"}, 14, "random", "inside an #IF");
 }
 

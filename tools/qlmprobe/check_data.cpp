@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/numbers.h"
+#include "chart/lines.h"
 #include "state/chart.h"
 #include "tools/qlmprobe/check_facts.h"
 
@@ -20,11 +21,6 @@ constexpr bool IsHexDigit(char16_t unit) {
 }
 
 bool AllDigits(TextView text) { return std::all_of(text.begin(), text.end(), IsDigit); }
-
-bool MakesObjects(int32_t channel) {
-  return channel == 1 || channel == 3 || channel == 4 || (channel >= 6 && channel <= 8) ||
-         qlm::IsNoteChannel(channel) || (channel >= 31 && channel <= 39) || (channel >= 41 && channel <= 49);
-}
 
 TextView WhyDropped(int32_t channel) {
   if (channel == 9) return u"the game knows no stops";
@@ -47,7 +43,7 @@ class DataCheck {
 
   void Run() {
     for (const ChartLine& line : facts_.lines) {
-      if (IsDigit(line.command[0])) Split(line);
+      if (qlm::IsNumbered(line.command)) Split(line);
     }
     PlaceMeasures();
     for (const DataLine& data : data_) CheckCells(data);
@@ -61,41 +57,43 @@ class DataCheck {
   void Split(const ChartLine& line) {
     const TextView measureDigits = qlm::Left(line.command, 3);
     const TextView channelDigits = qlm::Mid(line.command, 4, 2);
-    const auto measure = qlm::Round(qlm::Val(measureDigits));
-    const auto channel = qlm::Round(qlm::Val(channelDigits));
+    qlm::Assign(measure_, qlm::MeasureOf(line.command, 0));
+    qlm::Assign(channel_, qlm::ChannelOf(line.command));
     if (measureDigits.size() < 3 || !AllDigits(measureDigits)) {
       facts_.Find(line.number, "measure",
-                  Join(u"\"", measureDigits, u"\" is not three digits: the game takes measure ",
-                       measure.value_or(0)));
+                  Join(u"\"", measureDigits, u"\" is not three digits: the game takes measure ", measure_));
     }
     if (channelDigits.size() < 2 || !AllDigits(channelDigits)) {
-      facts_.Find(line.number, "channel",
-                  Join(u"channels are two decimal digits: \"", channelDigits, u"\" is read as channel ",
-                       channel.value_or(0)));
+      facts_.Find(
+          line.number, "channel",
+          Join(u"channels are two decimal digits: \"", channelDigits, u"\" is read as channel ", channel_));
     }
-    if (!measure || !channel || *measure < 0 || *measure >= kMeasures) return;
-    lastMeasure_ = std::max(lastMeasure_, *measure);
+    if (measure_ < 0 || measure_ >= kMeasures) return;
+    lastMeasure_ = std::max(lastMeasure_, measure_);
     if (qlm::Mid(line.command, 6, 1) != u":") {
       facts_.Find(line.number, "colon", u"the sixth character is passed over: a colon is missing");
     }
-    const TextView data = qlm::Mid(line.command, 7);
-    if (*channel == 2) return TakeLength(line, *measure, data);
-    if (!MakesObjects(*channel)) {
+    if (channel_ == 2) return TakeLength(line);
+    if (!qlm::MakesObjects(channel_)) {
       facts_.Find(line.number, "channel",
-                  Join(u"channel ", channelDigits, u" makes no objects: ", WhyDropped(*channel)));
+                  Join(u"channel ", channelDigits, u" makes no objects: ", WhyDropped(channel_)));
       return;
     }
-    data_.push_back({&line, *measure, *channel, data});
+    data_.push_back({&line, measure_, channel_, qlm::Mid(line.command, 7)});
   }
 
-  void TakeLength(const ChartLine& line, int32_t measure, TextView data) {
-    const auto length = static_cast<float>(qlm::Val(data));
-    if (!(length > 0)) {
-      facts_.Find(line.number, "length",
-                  length == 0 ? u"a measure of length 0 gets the length 1"
-                              : u"a measure of negative length moves what follows backwards");
+  void TakeLength(const ChartLine& line) {
+    const std::optional<float> length = qlm::LengthOf(line.command);
+    if (!length) {
+      facts_.Find(line.number, "length", u"a length so large is dropped");
+      return;
     }
-    lengths_[static_cast<size_t>(measure)] = length;
+    if (!(*length > 0)) {
+      facts_.Find(line.number, "length",
+                  *length == 0 ? u"a measure of length 0 gets the length 1"
+                               : u"a measure of negative length moves what follows backwards");
+    }
+    lengths_[static_cast<size_t>(measure_)] = *length;
   }
 
   // Positions of the bar lines, rounded measure by measure as preparation does.
@@ -146,8 +144,8 @@ class DataCheck {
     if (!qlm::IsNoteChannel(data.channel)) return;
     ++(data.channel >= 20 ? secondSide_ : firstSide_);
     if (data.line->conditional) return;
-    const double position = starts_[static_cast<size_t>(data.measure)] +
-                            qlm::RoundHalfEven(tick * double{lengths_[static_cast<size_t>(data.measure)]});
+    const double length = lengths_[static_cast<size_t>(data.measure)];
+    const double position = qlm::RoundHalfEven(starts_[static_cast<size_t>(data.measure)] + tick * length);
     const auto [known, fresh] = notes_.try_emplace({data.channel, position}, line);
     if (!fresh) {
       facts_.Find(line, "duplicate",
@@ -195,6 +193,8 @@ class DataCheck {
   }
 
   ChartFacts& facts_;
+  int32_t measure_ = 0;  // of the last line whose measure was a number
+  int32_t channel_ = 0;
   std::vector<DataLine> data_;
   std::vector<float> lengths_ = std::vector<float>(kMeasures, 0);
   std::vector<double> starts_ = std::vector<double>(kMeasures, 0);

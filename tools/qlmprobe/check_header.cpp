@@ -163,7 +163,10 @@ void CheckRandom(ChartFacts& facts) {
       inBlock = false;
     } else if (qlm::BeginsWith(line.command, u"IF")) {
       if (!level) {
-        facts.Find(line.number, "random", u"an #IF without a #RANDOM skips to the end of the file");
+        facts.Find(
+            line.number, "random",
+            u"an #IF without a #RANDOM always holds and takes the level down, so that a later #RANDOM may "
+            u"let every #IF block through");
       } else {
         ++level->blocks;
       }
