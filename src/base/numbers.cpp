@@ -9,14 +9,8 @@
 namespace qlm {
 namespace {
 
-constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-
-constexpr int HexDigit(char16_t unit) {
-  if (IsDigit(unit)) return unit - u'0';
-  if (unit >= u'A' && unit <= u'F') return unit - u'A' + 10;
-  if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10;
-  return -1;
-}
+// Of a hexadecimal digit. The low bits of "A" and "a" are 1.
+constexpr uint32_t DigitValue(char16_t unit) { return IsDigit(unit) ? unit - u'0' : (unit & 15U) + 9; }
 
 constexpr bool IsExponentLetter(char16_t unit) {
   return unit == u'E' || unit == u'e' || unit == u'D' || unit == u'd';
@@ -123,9 +117,8 @@ uint32_t ValHex(TextView text) {
   uint32_t value = 0;
   for (const char16_t unit : text) {
     if (unit == u' ') continue;
-    const int digit = HexDigit(unit);
-    if (digit < 0) break;
-    value = value << 4 | static_cast<uint32_t>(digit);
+    if (!IsHexDigit(unit)) break;
+    value = value << 4 | DigitValue(unit);
   }
   return value;
 }

@@ -17,6 +17,11 @@ void Assign(T& target, const std::optional<U>& value) {
   if (value) target = static_cast<T>(*value);
 }
 
+constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+constexpr bool IsHexDigit(char16_t unit) {
+  return IsDigit(unit) || (unit >= u'A' && unit <= u'F') || (unit >= u'a' && unit <= u'f');
+}
+
 // The number at the start of a text, 0 when there is none. Blanks are passed over everywhere, also between
 // digits. Then a sign, digits, a decimal point and an exponent with E or D as far as they go. "&H" begins
 // hexadecimal digits.

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/numbers.h"
 #include "platform/text.h"
 
 namespace qlm {
@@ -22,8 +21,6 @@ Text WithLineFeeds(TextView text) {
   }
   return converted;
 }
-
-constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "base/text.h"
 #include "state/chart.h"
 
@@ -28,7 +29,7 @@ size_t FindLineEnd(TextView text, size_t from);
 // A line is a command without its #. What follows holds for any line, however short.
 
 // A line of data: measure, channel, cells.
-constexpr bool IsNumbered(TextView line) { return !line.empty() && line[0] >= u'0' && line[0] <= u'9'; }
+constexpr bool IsNumbered(TextView line) { return !line.empty() && IsDigit(line[0]); }
 // Characters 1 to 3 as a number, plus `basePos`. Fails out of range, as 9E9 is.
 std::optional<int32_t> MeasureOf(TextView line, int32_t basePos);
 // Characters 4 and 5 in decimal.

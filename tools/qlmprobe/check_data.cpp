@@ -15,12 +15,7 @@ using qlm::TextView;
 
 constexpr int32_t kMeasures = 1000;
 
-constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-constexpr bool IsHexDigit(char16_t unit) {
-  return IsDigit(unit) || (unit >= u'A' && unit <= u'F') || (unit >= u'a' && unit <= u'f');
-}
-
-bool AllDigits(TextView text) { return std::all_of(text.begin(), text.end(), IsDigit); }
+bool AllDigits(TextView text) { return std::all_of(text.begin(), text.end(), qlm::IsDigit); }
 
 TextView WhyDropped(int32_t channel) {
   if (channel == 9) return u"the game knows no stops";
@@ -116,7 +111,7 @@ class DataCheck {
       const TextView cell = data.data.substr(static_cast<size_t>(i) * 2, 2);
       if (cell == u"00") continue;
       const auto value = static_cast<int32_t>(qlm::ValHex(cell));
-      if (!IsHexDigit(cell[0]) || !IsHexDigit(cell[1])) {
+      if (!qlm::IsHexDigit(cell[0]) || !qlm::IsHexDigit(cell[1])) {
         facts_.Find(data.line->number, "cell",
                     Join(u"\"", cell, u"\" is not two hexadecimal digits: the game makes an object with ",
                          value < 16 ? u"0" : u"", qlm::Hex(static_cast<uint32_t>(value))));

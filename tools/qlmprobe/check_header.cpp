@@ -2,6 +2,7 @@
 #include <array>
 
 #include "base/numbers.h"
+#include "chart/lines.h"
 #include "tools/qlmprobe/check_facts.h"
 
 namespace probe {
@@ -10,11 +11,6 @@ namespace {
 using qlm::Join;
 using qlm::Text;
 using qlm::TextView;
-
-constexpr bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-constexpr bool IsHexDigit(char16_t unit) {
-  return IsDigit(unit) || (unit >= u'A' && unit <= u'F') || (unit >= u'a' && unit <= u'f');
-}
 
 TextView Value(const ChartLine& line, int64_t from) { return qlm::Trim(qlm::Mid(line.command, from)); }
 
@@ -36,7 +32,7 @@ std::optional<int32_t> CheckWhole(ChartFacts& facts, const ChartLine& line, int6
 int32_t CheckIndex(ChartFacts& facts, const ChartLine& line) {
   const TextView digits = qlm::Mid(line.command, 4, 2);
   const auto index = static_cast<int32_t>(qlm::ValHex(digits) & 255);
-  if (digits.size() < 2 || !IsHexDigit(digits[0]) || !IsHexDigit(digits[1])) {
+  if (digits.size() < 2 || !qlm::IsHexDigit(digits[0]) || !qlm::IsHexDigit(digits[1])) {
     facts.Find(line.number, "index",
                Join(u"\"", digits, u"\" is not two hexadecimal digits: the game takes slot ",
                     index < 16 ? u"0" : u"", qlm::Hex(static_cast<uint32_t>(index))));
@@ -186,7 +182,7 @@ void CheckRandom(ChartFacts& facts) {
 
 void CheckHeader(ChartFacts& facts) {
   for (const ChartLine& line : facts.lines) {
-    if (!IsDigit(line.command[0])) CheckCommand(facts, line);
+    if (!qlm::IsNumbered(line.command)) CheckCommand(facts, line);
   }
   CheckMissing(facts);
   CheckRandom(facts);
