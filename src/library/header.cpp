@@ -67,6 +67,7 @@ class LengthEstimate {
     }
   }
 
+  // The table is full before the lengths end.
   void AddBars() {
     for (int32_t measure = 0; measure <= MinI32(lastMeasure_, lengths_.kLast); ++measure) {
       if (lengths_[measure] == 0) lengths_[measure] = 1.0F;

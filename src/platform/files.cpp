@@ -1,7 +1,6 @@
 // The one place that knows the system's paths: "/" between parts, bytes for names, letter case that counts.
 #include "platform/files.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/sysinfo.h>
@@ -24,11 +23,6 @@ struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
-
-struct FolderCloser {
-  void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, FolderCloser>;
 
 bool Exists(const std::string& systemPath) {
   struct stat info {};
@@ -173,11 +167,7 @@ std::vector<FolderEntry> ListFolder(std::u16string_view path) {
   std::vector<FolderEntry> entries;
   const std::optional<std::string> found = FindPath(path);
   if (!found) return entries;
-  const Folder open(opendir(found->c_str()));
-  if (!open) return entries;
-  while (const dirent* entry = readdir(open.get())) {
-    const std::string name = entry->d_name;
-    if (name == "." || name == "..") continue;
+  for (const std::string& name : StoredNames(*found)) {
     struct stat info {};
     const bool isFolder = stat((*found + "/" + name).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
     entries.push_back({NameText(name), isFolder});

@@ -8,9 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <string_view>
 #include <utility>
-#include <vector>
 
 #include "platform/clock.h"
 #include "platform/text.h"
@@ -43,12 +41,7 @@ class Listing {
     state_ = state;
     settled_ = SystemSeconds() - state.st_ctim.tv_sec > kTimeStepSeconds;
     names_.clear();
-    const Folder open(opendir(folder.c_str()));
-    if (!open) return;
-    while (const dirent* entry = readdir(open.get())) {
-      const std::string_view name = entry->d_name;
-      names_.emplace_back(FoldName(NameText(name)), name);
-    }
+    for (const std::string& name : StoredNames(folder)) names_.emplace_back(FoldName(NameText(name)), name);
     std::sort(names_.begin(), names_.end());
   }
 
@@ -82,6 +75,17 @@ const Listing& ListingOf(const std::string& folder, const struct stat& state) {
 
 std::u16string NameText(std::string_view bytes) {
   return IsUtf8(bytes) ? DecodeUtf8(bytes) : DecodeCp932(bytes);
+}
+
+std::vector<std::string> StoredNames(const std::string& folder) {
+  std::vector<std::string> names;
+  const Folder open(opendir(folder.c_str()));
+  if (!open) return names;
+  while (const dirent* entry = readdir(open.get())) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") names.emplace_back(name);
+  }
+  return names;
 }
 
 std::string FindName(const std::string& folder, const std::string& part) {

@@ -3,13 +3,18 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
 // A stored name as text: UTF-8, or else code page 932.
 std::u16string NameText(std::string_view bytes);
 
-// The name in `folder` (a system path, "" the current one) that stands for `part`, which is UTF-8 and does
+// Names in a folder (a system path) as stored, in the system's order, without "." and "..". Empty when there
+// is no such folder.
+std::vector<std::string> StoredNames(const std::string& folder);
+
+// The name in `folder` ("" the current one) that stands for `part`, which is UTF-8 and does
 // not exist there to the letter: the name stored as raw code page 932 bytes first, since it says the same
 // text, then a name alike but for letter case and normal form, the least of several. Empty when there is
 // none.
