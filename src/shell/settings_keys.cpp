@@ -7,6 +7,7 @@
 #include "base/paths.h"
 #include "state/options.h"
 #include "state/settings.h"
+#include "state/skin.h"
 
 namespace qlm {
 namespace {
@@ -71,9 +72,9 @@ constexpr SettingKey kKeys[] = {
     {u"Setting", u"CourseEffect", &CourseEffect, u"True", u"True"},
     {u"Setting", u"ShowClearedOnList", &ShowClearedOnList, u"True", u"True"},
     {u"Setting", u"PreviewDelay", &PreviewDelay, kNothing, kStays},
-    {u"Skin", u"1P", ProgramPath{&Skin1P}, kOneSideSkin, kOneSideSkin},
-    {u"Skin", u"2P", ProgramPath{&Skin2P}, kOneSideSkin, kOneSideSkin},
-    {u"Skin", u"DP", ProgramPath{&SkinDP}, kTwoSideSkin, kTwoSideSkin},
+    {u"Skin", u"1P", ProgramPath{&SkinMapPath[0]}, kOneSideSkin, kOneSideSkin},
+    {u"Skin", u"2P", ProgramPath{&SkinMapPath[1]}, kOneSideSkin, kOneSideSkin},
+    {u"Skin", u"DP", ProgramPath{&SkinMapPath[2]}, kTwoSideSkin, kTwoSideSkin},
     {u"Core", u"numObjs", &numObjs, u"65535", u"65535"},
     {u"Core", u"Windowed", &Windowed, u"False", u"False"},
     {u"Core", u"Halfsize", &Halfsize, u"False", u"False"},

@@ -21,9 +21,6 @@ void ResetSettings() {
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
   MyName.clear();
   brd.clear();
-  Skin1P.clear();
-  Skin2P.clear();
-  SkinDP.clear();
 }
 
 }  // namespace qlm

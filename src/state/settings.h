@@ -57,11 +57,7 @@ inline bool SCRATCH1P = false;  // turntable on the right
 inline bool SCRATCH2P = false;
 inline Text MyName;
 
-// Skins, with full paths
-inline Text brd;
-inline Text Skin1P;
-inline Text Skin2P;
-inline Text SkinDP;
+inline Text brd;  // skin of the screens outside a play, with its full path
 
 void ResetSettings();
 

@@ -8,7 +8,7 @@
 namespace qlm {
 
 inline Text SkinPath;                    // of the skin in use
-inline std::array<Text, 3> SkinMapPath;  // 1P, 2P, DP
+inline std::array<Text, 3> SkinMapPath;  // 1P, 2P, DP; kept in the settings file
 
 void ResetSkin();
 

@@ -128,6 +128,15 @@ TEST_F(BootTest, PathWithBlanksPlaysWithPicturesInSpiteOfMinusB) {
   EXPECT_NE(Settings().find("NoBGA=False\r\n"), std::string::npos);
 }
 
+TEST_F(BootTest, PlayTakesTheSkinThatTheSettingsName) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini",
+            u"[Setting]\r\nRealHiSpeed=1\r\nHiSpeed=1\r\n[Skin]\r\n1P=\\skins\\mine.brd\r\n");
+  Start({Chart(u"s\\a.bms")});
+  ExpectInOrder({"        Load SkinMap(0) :\\skins\\mine.brd", "        [loadSkin] : mine.brd",
+                 "        SKIN NOT EXIST!", "        [loadSkin] : mine.brd", "        SKIN NOT EXIST!"});
+  EXPECT_NE(Settings().find("1P=\\skins\\mine.brd\r\n"), std::string::npos);
+}
+
 TEST_F(BootTest, FirstOfTwoChartsIsPlayed) {
   const ProcessResult result = Start({Chart(u"s\\a.bms"), Chart(u"s\\b.bms")});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;

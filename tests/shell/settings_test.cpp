@@ -10,6 +10,7 @@
 #include "shell/settings_keys.h"
 #include "state/options.h"
 #include "state/settings.h"
+#include "state/skin.h"
 #include "tests/support/game_test.h"
 
 namespace qlm {
@@ -184,9 +185,7 @@ TEST_F(SettingsTest, EveryKeyReachesItsVariable) {
   EXPECT_TRUE(Reverse);
   EXPECT_TRUE(Accel);
   EXPECT_TRUE(Quil);
-  EXPECT_EQ(Skin1P, u"\\s\\1.brd");
-  EXPECT_EQ(Skin2P, u"\\s\\2.brd");
-  EXPECT_EQ(SkinDP, u"\\s\\d.brd");
+  EXPECT_EQ(SkinMapPath, (std::array<Text, 3>{u"\\s\\1.brd", u"\\s\\2.brd", u"\\s\\d.brd"}));
   EXPECT_EQ(numObjs, 1000);
   EXPECT_TRUE(Windowed);
   EXPECT_TRUE(Halfsize);
