@@ -35,6 +35,7 @@ struct GameWindow {
 };
 std::optional<GameWindow> game;
 bool displayTaken = false;
+WindowPlacement lastPlacement;  // of the window that was closed
 
 bool VideoReady() {
   if (SDL_WasInit(SDL_INIT_VIDEO) != 0) return true;
@@ -155,7 +156,10 @@ bool OpenGameWindow(const WindowOptions& options, std::string& why) {
   return true;
 }
 
-void CloseGameWindow() { game.reset(); }
+void CloseGameWindow() {
+  lastPlacement = NormalizeWindow();
+  game.reset();
+}
 
 bool WindowOpen() { return game.has_value(); }
 
@@ -227,10 +231,10 @@ void PumpWindowEvents(const WindowEvents& events) {
 }
 
 WindowPlacement NormalizeWindow() {
-  WindowPlacement placement;
   if (!game) {
-    return placement;
+    return lastPlacement;
   }
+  WindowPlacement placement;
   SDL_Window* const window = game->window.get();
   const Uint32 flags = SDL_GetWindowFlags(window);
   placement.state = (flags & SDL_WINDOW_MINIMIZED) != 0 ? 1 : (flags & SDL_WINDOW_MAXIMIZED) != 0 ? 2 : 0;

@@ -63,7 +63,8 @@ struct WindowPlacement {
   int32_t height = 0;
   int32_t state = 0;  // 0 normal, 1 minimised, 2 maximised
 };
-// The state that the window has, and its place once it is brought back to normal. All 0 without a window.
+// The state that the window has, and its place once it is brought back to normal. Without a window
+// those of the last one, all 0 when there was none.
 WindowPlacement NormalizeWindow();
 
 // Puts the pointer on a pixel of the last frame shown.

@@ -141,6 +141,17 @@ TEST_F(Unseen, AWindowThatNobodySeesTakesFrames) {
   }
 }
 
+TEST_F(Unseen, PlacementOfAClosedWindowIsKept) {
+  std::string why;
+  ASSERT_TRUE(OpenGameWindow({.title = u"quillmarch", .windowed = true, .width = 320, .height = 240}, why))
+      << why;
+  CloseGameWindow();
+  const WindowPlacement placement = NormalizeWindow();
+  EXPECT_EQ(placement.width, 320);
+  EXPECT_EQ(placement.height, 240);
+  EXPECT_EQ(placement.state, 0);
+}
+
 TEST_F(Unseen, BoxesGoToStandardErrorWithoutCarriageReturns) {
   testing::internal::CaptureStderr();
   MessageBox(BoxIcon::kCritical, u"critical error", u"フォルダ\r\n\r\nI'm sorry");

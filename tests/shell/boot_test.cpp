@@ -183,6 +183,7 @@ TEST_F(BootTest, TooSmallAnObjectTableEndsTheProgram) {
   EXPECT_FALSE(LogHolds("[PlayLoop]"));
   EXPECT_TRUE(LogHolds("[ExitApp]"));
   EXPECT_NE(Settings().find("numObjs=1\r\n"), std::string::npos) << "the settings are saved";
+  EXPECT_EQ(Settings().find("Width=0\r\n"), std::string::npos) << "with the place of the window that is gone";
 }
 
 TEST_F(BootTest, SettingsFileIsKeptByteForByte) {
