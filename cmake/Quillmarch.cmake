@@ -58,11 +58,12 @@ function(qlm_bench name)
 endfunction()
 
 # qlm_fuzzer(NAME SOURCES file... USES target... CORPUS folder)
-# A libFuzzer target; ctest runs it for QLM_FUZZ_SECONDS on its stored corpus.
+# A libFuzzer target, built with the target `fuzzers`; ctest runs it for QLM_FUZZ_SECONDS on its stored corpus.
 set(QLM_FUZZ_SECONDS 10 CACHE STRING "How long ctest runs each fuzz target")
 function(qlm_fuzzer name)
   cmake_parse_arguments(arg "" "CORPUS" "SOURCES;USES" ${ARGN})
   qlm_program(${name} SOURCES ${arg_SOURCES} USES ${arg_USES})
+  add_dependencies(fuzzers ${name})
   target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
   # New finds go to the first folder, so that the stored corpus stays as it is.
