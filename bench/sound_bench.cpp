@@ -24,7 +24,7 @@ SoundBufferPtr NoiseOf(uint16_t channels, uint32_t frames) {
   for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random());
   platform::SoundDescription description;
   description.bytes = static_cast<uint32_t>(bytes.size());
-  const SoundBufferPtr sound = platform::CreateSoundBuffer(description, format).buffer;
+  SoundBufferPtr sound = platform::CreateSoundBuffer(description, format).buffer;
   sound->Write(0, bytes);
   return sound;
 }

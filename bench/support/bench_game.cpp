@@ -33,7 +33,7 @@ BenchGame::~BenchGame() {
 }
 
 Text BenchGame::WriteData(TextView name, std::string_view bytes) const {
-  const Text path = Join(AppPath, u"\\", name);
+  Text path = Join(AppPath, u"\\", name);
   MakeFolders(GetFolder(path));
   platform::WriteFile(path, bytes);
   return path;

@@ -172,7 +172,7 @@ TEST_F(ReaderTest, NulEndsTheChart) {
 
 // The first CR LF # stands behind the NUL.
 TEST_F(ReaderTest, NulBeforeTheFirstLineLeavesNothing) {
-  ReadBytes(std::string_view("\0\r\n#00111:01\r\n", 15));
+  ReadBytes(std::string_view("\0\r\n#00111:01\r\n", 14));
   EXPECT_EQ(objCount, 0);
   EXPECT_EQ(CountLogged(u"Return-code converted"), 1);
 }

@@ -42,8 +42,8 @@ Surface OnBlack(SDL_Surface* picture) {
 std::vector<Color> PixelsOf(const SDL_Surface& flat) {
   std::vector<Color> pixels;
   for (int y = 0; y < flat.h; ++y) {
-    const Uint8* row = static_cast<const Uint8*>(flat.pixels) + y * flat.pitch;
-    for (int x = 0; x < flat.w; ++x) pixels.push_back({row[3 * x + 2], row[3 * x + 1], row[3 * x]});
+    const Uint8* pixel = static_cast<const Uint8*>(flat.pixels) + std::ptrdiff_t{y} * flat.pitch;
+    for (int x = 0; x < flat.w; ++x, pixel += 3) pixels.push_back({pixel[2], pixel[1], pixel[0]});
   }
   return pixels;
 }
