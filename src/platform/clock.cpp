@@ -46,8 +46,6 @@ void UseRealClock() {
   frameClock = nullptr;
 }
 
-bool ClockIsVirtual() { return isVirtual; }
-
 void SetFrameClock(uint32_t (*next)(uint32_t now)) { frameClock = next; }
 
 void FrameShown() {

@@ -23,7 +23,6 @@ void WaitForBeat(int32_t perSecond);
 // From here on Now() gives `now` until it is set again.
 void UseVirtualClock(uint32_t now);
 void UseRealClock();
-bool ClockIsVirtual();
 
 // The one moment at which virtual time moves: the present step calls it behind its pump. Runs `next`, which
 // gets the time that stands and gives the one that follows; without it, and on the real clock, nothing
