@@ -31,7 +31,7 @@ void Run(std::string_view bytes) {
 
   const auto options = bytes.empty() ? uint8_t{0} : static_cast<uint8_t>(bytes.back());
   PlayerForce = options & 3;
-  RandomKeymap = (options & 4) != 0;
+  Random = (options & 4) != 0;
   FourDMode = (options & 8) != 0;
   CourseMode = (options & 16) != 0;
   NoBGA = (options & 32) != 0;

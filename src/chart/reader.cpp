@@ -61,7 +61,7 @@ void BuildChannelMap() {
       ChannelMap[40 + unit] = 30 + unit;
     }
   }
-  if (RandomKeymap) {
+  if (Random) {
     DebugLog(u"<RANDOM> Randomize keymap");
     ShuffleKeymap();
   }

@@ -17,6 +17,9 @@ void loadSkin(TextView path, bool) {
   SkinPath = path;
 }
 
+void PlaceNotes() {}
+void UpdateSkinList() {}
+
 void PickOptionMarks() {
   // The marks come with the skin's tables.
 }

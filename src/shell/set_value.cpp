@@ -19,9 +19,11 @@ struct Option {
 
 // Options that no file keeps.
 constexpr Option kOptions[] = {
-    {u"HalfField", &HalfField},         {u"Random", &RandomKeymap},       {u"ExRandom", &ExRandom},
-    {u"FourDMode", &FourDMode},         {u"Pressure", &Pressure},         {u"HazardGauge", &HazardGauge},
-    {u"RandomHiSpeed", &RandomHiSpeed}, {u"ComboHiSpeed", &ComboHiSpeed}, {u"EchoEnabled", &EchoEnabled},
+    {u"HalfField", &HalfField},         {u"Random", &Random},
+    {u"ExRandom", &ExRandom},           {u"FourDMode", &FourDMode},
+    {u"Pressure", &Pressure},           {u"HazardGauge", &HazardGauge},
+    {u"RandomHiSpeed", &RandomHiSpeed}, {u"ComboHiSpeed", &ComboHiSpeed},
+    {u"EchoEnabled", &EchoEnabled},
 };
 
 std::optional<Text> Unfit(TextView name, TextView value) {

@@ -6,6 +6,7 @@
 
 #include "base/table.h"
 #include "base/text.h"
+#include "platform/surface.h"
 #include "state/chart.h"
 
 namespace qlm {
@@ -25,11 +26,26 @@ inline constexpr std::array<TextView, 8> RankLetters = {u"SS", u"S", u"A", u"B",
 inline std::array<int32_t, 4> JudgeWindow{};  // in force
 
 inline std::array<int32_t, 2> LastJudge = {-1, -1};  // 4 PERFECT … 0 POOR, -1 none yet; by score side
+inline std::array<uint32_t, 2> LastJudgeTime{};      // clock; by score side
+inline platform::Colour HitColour = 0;               // of the last judgement or empty press
 inline std::array<float, 2> ChordDelta{};            // previous signed deviation, by object side
 inline std::array<uint8_t, kLanes> LaneHit{};        // flash: 0 none, 1 GOOD, 2 GREAT, 3 PERFECT
 inline std::array<uint32_t, kLanes> LaneHitTime{};   // clock
 inline bool PoorShow = false;                        // the BGA shows its poor picture
 inline int32_t PoorShowPos = 0;                      // position units
+
+// A combo of 11 or more was broken, or one reached a multiple of 100: the figure rises for a second.
+inline bool ComboLost = false;
+inline uint32_t ComboLostTime = 0;  // clock
+inline int32_t ComboLostValue = 0;
+inline bool ComboRound = false;
+inline uint32_t ComboRoundTime = 0;  // clock
+inline int32_t ComboRoundValue = 0;
+// The digits of Combo, the highest first, by score side. A count of -1 draws none.
+constexpr int32_t kComboDigits = 5;
+inline std::array<std::array<uint8_t, kComboDigits>, 2> ComboDigit{};
+inline std::array<int32_t, 2> ComboDigitCount = {-1, -1};
+inline bool BlinkToggle = false;  // turns with every drawn side; the combo's digits follow it
 
 void ResetJudgement();
 

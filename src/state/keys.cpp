@@ -5,8 +5,14 @@ namespace qlm {
 
 void ResetKeys() {
   KeyHeld.Clear();
+  KeyMap.Clear();
   LaneDown = {};
   LaneBeam = {};
+  KeyBeam = {};
+  SelectHeld = false;
+  SelectStart = 0;
+  nameEntered = false;
+  JoyCount = 0;
 }
 
 }  // namespace qlm

@@ -5,7 +5,7 @@ namespace qlm {
 
 void ResetOptions() {
   Hidden = Sudden = Stealth = Reverse = Accel = Quil = HalfField = false;
-  RandomKeymap = ExRandom = Pressure = FourDMode = false;
+  Random = ExRandom = Pressure = FourDMode = false;
   PlayerForce = 0;
   HiSpeed = RealHiSpeed = HiSpeedTarget = 0;
   RandomHiSpeed = ComboHiSpeed = false;

@@ -14,11 +14,11 @@ inline bool Reverse = false;  // stored and written only
 inline bool Accel = false;
 inline bool Quil = false;
 inline bool HalfField = false;
-inline bool RandomKeymap = false;  // lanes permuted while reading
-inline bool ExRandom = false;      // lanes scrambled ahead in play
-inline bool Pressure = false;      // a BAD or POOR ends the play
-inline bool FourDMode = false;     // each note has a speed of its own
-inline int32_t PlayerForce = 0;    // 0 none, 1 to 1P, 2 to 2P, 3 to double play
+inline bool Random = false;      // lanes permuted while reading
+inline bool ExRandom = false;    // lanes scrambled ahead in play
+inline bool Pressure = false;    // a BAD or POOR ends the play
+inline bool FourDMode = false;   // each note has a speed of its own
+inline int32_t PlayerForce = 0;  // 0 none, 1 to 1P, 2 to 2P, 3 to double play
 
 inline float HiSpeed = 0;           // scroll factor
 inline float RealHiSpeed = 0;       // tempo and pitch factor

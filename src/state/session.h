@@ -16,6 +16,10 @@ constexpr int32_t kStatePlayOver = 4;
 constexpr int32_t kStateResults = 5;
 constexpr int32_t kStateLists = 6;  // 6, 7 and 8 are jukebox and course lists
 constexpr int32_t kStateCourses = 7;
+constexpr int32_t kStateCourseSongs = 8;
+constexpr int32_t kStateEditCourse = 10;
+constexpr int32_t kStateEnterName = 11;
+constexpr int32_t kStateAutoLanes = 12;  // choosing the lanes that the machine plays
 
 // FadeState values.
 constexpr uint8_t kFadeNone = 0;

@@ -4,6 +4,7 @@
 namespace qlm {
 
 void ResetSounds() {
+  MixerValue = MixerMax;
   WavBuffer.Clear();
   WavHeldName.Clear();
   WavLoaded.Clear();

@@ -43,6 +43,10 @@ inline Table<bool, 255> VoiceActive;
 inline Table<SoundBufferPtr, 15> SystemSound;
 inline int32_t SelectVolume = 0;  // of the list's music, hundredths of a decibel; -1500 under a preview
 
+// The master volume that the volume keys move, 0 to MixerMax.
+constexpr int32_t MixerMax = 65535;
+inline int32_t MixerValue = MixerMax;
+
 // The description and format that the reader sets up for its sounds.
 inline platform::SoundDescription wavDescription;
 inline platform::SoundFormat wavFormat;

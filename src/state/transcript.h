@@ -16,6 +16,18 @@ struct Transcript {
     float curBPM;
     int32_t posOffset;
   };
+  struct Judgement {
+    int32_t turn;
+    int32_t clock;
+    double playPos;
+    int32_t obj;
+    int32_t channel;
+    int32_t pos;
+    float deltaUsed;  // position units, behind the forgiveness of even timing
+    int32_t grade;    // 4 PERFECT … 0 POOR
+    bool tooEarly;
+    int32_t side;  // score side
+  };
   struct Place {
     int32_t clock;
     double playPos;
@@ -24,7 +36,8 @@ struct Transcript {
   std::vector<Start> starts;  // every start of a chart sound
   std::vector<Tempo> tempi;   // after every tempo change
   std::vector<Place> places;  // at every 50th turn
-  int32_t turns = 0;          // turns of the running play
+  std::vector<Judgement> judgements;
+  int32_t turns = 0;  // turns of the running play
 };
 
 // Null for players: the play then writes nothing and allocates nothing.

@@ -192,7 +192,7 @@ TEST_F(LoadingTest, Song129HasNoFiles) {
 TEST_F(LoadingTest, KeymapIsShuffledForEachSong) {
   AddSong({u"#00011:01"}, u"a.bms");
   AddSong({u"#00011:01"}, u"b.bms");
-  RandomKeymap = true;
+  Random = true;
   // First all lanes stay, then 11 changes places with 12.
   SetRndList({0.0F, 0.12F, 0.23F, 0.34F, 0.45F, 0.78F, 0.89F,  //
               0.12F, 0.12F, 0.23F, 0.34F, 0.45F, 0.78F, 0.89F});

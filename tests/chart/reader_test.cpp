@@ -697,7 +697,7 @@ TEST_F(ReaderTest, WithoutRandomKeymapChannelsStay) {
 
 // 11 with 12, then 12 with 13: 11 leads to 12, 12 to 13, 13 to 11.
 TEST_F(ReaderTest, RandomKeymapSpreadsOneLineOverItsCycle) {
-  RandomKeymap = true;
+  Random = true;
   SetRndList({kDraws12, kDraws13, kDraws13, kDraws14, kDraws15, kDraws18, kDraws19});
   Read({u"#00111:01020300", u"#00211:04", u"#00314:0506"});
   EXPECT_TRUE(Logged(u"    <RANDOM> Randomize keymap"));
@@ -706,7 +706,7 @@ TEST_F(ReaderTest, RandomKeymapSpreadsOneLineOverItsCycle) {
 }
 
 TEST_F(ReaderTest, RandomKeymapDrawsAgainForScratchAndFreeSlot) {
-  RandomKeymap = true;
+  Random = true;
   SetRndList({kDraws16, kDraws17, kDraws19, kDraws12, kDraws13, kDraws14, kDraws15, kDraws18, kDraws19});
   Read({u"#00111:01", u"#00116:02", u"#00118:03", u"#00119:04", u"#00121:05", u"#00131:06"});
   EXPECT_EQ(Objs(), (Strings{"m1 t0 p192 c19 v1", "m1 t0 p192 c16 v2", "m1 t0 p192 c18 v3",
@@ -714,7 +714,7 @@ TEST_F(ReaderTest, RandomKeymapDrawsAgainForScratchAndFreeSlot) {
 }
 
 TEST_F(ReaderTest, RandomKeymapDecidesWhetherLanes18And19AreUsed) {
-  RandomKeymap = true;
+  Random = true;
   SetRndList({kDraws18, kDraws12, kDraws13, kDraws14, kDraws15, kDraws18, kDraws19});
   Read({u"#00118:01"});
   EXPECT_FALSE(uses89);
@@ -723,7 +723,7 @@ TEST_F(ReaderTest, RandomKeymapDecidesWhetherLanes18And19AreUsed) {
 }
 
 TEST_F(ReaderTest, RandomKeymapUsesTheStreamAsItStandsBeforeTheSeed) {
-  RandomKeymap = true;
+  Random = true;
   const auto mapAfter = [&](uint32_t seed, uint32_t clock) {
     SeedRnd(seed);
     platform::UseVirtualClock(clock);
@@ -735,7 +735,7 @@ TEST_F(ReaderTest, RandomKeymapUsesTheStreamAsItStandsBeforeTheSeed) {
 }
 
 TEST_F(ReaderTest, RandomKeymapGivesUpOnNumbersThatDrawNoLane) {
-  RandomKeymap = true;
+  Random = true;
   SetRndList({kDraws16});
   Read({u"#00111:01"});
   EXPECT_EQ(Objs(), (Strings{"m1 t0 p192 c11 v1"}));
@@ -756,7 +756,7 @@ TEST_F(ReaderTest, ForcingTo1PPutsAllOnTheLanesOfSideOne) {
 // Side 2 goes to side 1 first, and then along the cycle of the shuffle: 21 to 11, 11 to 12, 12 to 11.
 TEST_F(ReaderTest, ForcingTo1PAndRandomKeymapWorkTogether) {
   PlayerForce = 1;
-  RandomKeymap = true;
+  Random = true;
   SetRndList({kDraws12, kDraws12, kDraws13, kDraws14, kDraws15, kDraws18, kDraws19});
   Read({u"#00121:01020300"});
   EXPECT_EQ(Objs(), (Strings{"m1 t0 p192 c11 v1", "m1 t48 p240 c12 v2", "m1 t96 p288 c11 v3"}));

@@ -31,7 +31,7 @@ TEST_F(SetValueTest, TakesEveryPlayOption) {
                                                 {u"Accel", &Accel},
                                                 {u"Quil", &Quil},
                                                 {u"HalfField", &HalfField},
-                                                {u"Random", &RandomKeymap},
+                                                {u"Random", &Random},
                                                 {u"ExRandom", &ExRandom},
                                                 {u"FourDMode", &FourDMode},
                                                 {u"Pressure", &Pressure},

@@ -87,7 +87,7 @@ void TakeLoadOptions(Arguments& arguments) {
     if (!factor || *factor < 0) arguments.Fail("--real-hispeed wants a number that is not negative");
     qlm::Assign(qlm::RealHiSpeed, factor);
   }
-  qlm::RandomKeymap = arguments.Flag("--random");
+  qlm::Random = arguments.Flag("--random");
   qlm::FourDMode = arguments.Flag("--4d");
   qlm::NoBGA = arguments.Flag("--no-bga");
   qlm::NoWAV = arguments.Flag("--no-wav");
