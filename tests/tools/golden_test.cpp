@@ -3,15 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "base/text.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "tests/support/process.h"
+#include "tests/tools/golden.h"
 
 namespace qlm {
 namespace {
@@ -20,11 +18,6 @@ struct Case {
   const char* command;
   const char* chart;
 };
-
-std::string ReadAll(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 // The log names the folder of the build.
 std::string WithoutBuildFolder(const std::string& output) {
@@ -40,16 +33,7 @@ TEST_P(GoldenTest, IsTheSameToTheLetter) {
   const ProcessResult result =
       qlm::Run({QLM_BINARY_DIR "/qlmprobe", command, QLM_BINARY_DIR "/songs/march/" + chart});
   ASSERT_EQ(result.exitStatus, 0) << result.errors;
-  const std::string golden = QLM_SOURCE_DIR "/tests/data/golden/" + chart + "." + command + ".json";
-  const std::string output = WithoutBuildFolder(result.output);
-  if (std::getenv("QLM_WRITE_GOLDEN") != nullptr) std::ofstream(golden, std::ios::binary) << output;
-  const std::string expected = ReadAll(golden);
-  if (output == expected) return;
-  const auto differing = std::mismatch(output.begin(), output.end(), expected.begin(), expected.end());
-  const auto line = 1 + std::count(output.begin(), differing.first, '\n');
-  const std::string kept = QLM_BINARY_DIR "/" + chart + "." + command + ".json";
-  std::ofstream(kept, std::ios::binary) << output;
-  FAIL() << "line " << line << " differs; compare " << kept << " with " << golden;
+  CompareWithGolden(chart + "." + command + ".json", WithoutBuildFolder(result.output));
 }
 
 INSTANTIATE_TEST_SUITE_P(StockSong, GoldenTest,
