@@ -18,9 +18,9 @@ constexpr bool HasCell(uint8_t byte) { return byte >= 33 && byte < 127; }
 
 }  // namespace
 
-void DrawText(int32_t x, int32_t y, TextView text, float spacing) {
+int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing) {
   const SurfacePtr& sheet = SkinFile[1];
-  if (!DDBack || !sheet) return;
+  if (!DDBack || !sheet) return 0;
   int32_t cell = 0;
   const auto draw = [&](uint8_t byte) {
     const double left = x + static_cast<double>(cell) * SysFontW + static_cast<double>(spacing) * (cell + 1);
@@ -38,6 +38,7 @@ void DrawText(int32_t x, int32_t y, TextView text, float spacing) {
       for (const char byte : platform::EncodeCp932(text.substr(i, 1))) draw(static_cast<uint8_t>(byte));
     }
   }
+  return cell;
 }
 
 void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, const Surface& source,

@@ -1,14 +1,12 @@
-// Whole frames.
+// The loading screen and the boot screen.
 #include "graphics/screens.h"
 
 #include <algorithm>
 
-#include "graphics/bga.h"
 #include "graphics/fades.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"
-#include "sound/play.h"
 #include "state/chart.h"
 #include "state/courses.h"
 #include "state/surfaces.h"
@@ -93,24 +91,7 @@ void DrawCourseLoading() {
   platform::DrawFontText(*DDBack, kLeft, 440, line, 12, kInk);
 }
 
-// The clips' frames by clock and position; they come with the skin's tables.
-void UpdateClips() {}
-// Lanes, notes and figures; they come with the skin's tables.
-void DrawNotes() {}
-// The other players' line of a battle, which is still to come.
-void DrawNetStatus() {}
-
 }  // namespace
-
-void DrawPlayFrame() {
-  if (DDBack && DDSkinBack) DDBack->Copy(0, 0, *DDSkinBack, FullRect);
-  UpdateClips();
-  DrawBga();
-  DrawNotes();
-  DrawFades();
-  DrawNetStatus();
-  VoicePurge();
-}
 
 void Loading() {
   if (DDBack) {

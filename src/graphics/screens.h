@@ -1,4 +1,4 @@
-// Whole frames: the play screen, the loading screen, the boot screen.
+// Whole frames beside the play: the loading screen and the boot screen.
 #pragma once
 
 #include <cstdint>
@@ -6,9 +6,6 @@
 #include "base/text.h"
 
 namespace qlm {
-
-// One frame of the play screen on the back surface.
-void DrawPlayFrame();
 
 // One frame of the loading screen, drawn and presented.
 void Loading();

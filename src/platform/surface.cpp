@@ -71,15 +71,17 @@ void CopyRow(const Colour* from, Colour* to, int32_t count, NoKey) {
   std::memcpy(to, from, static_cast<size_t>(count) * sizeof(Colour));
 }
 
-// Source index of each of `count` places over which `length` pixels are spread: i * length \ count.
+// Source index of the places from `first` up to `end`, of `count` over which `length` pixels are spread:
+// i * length \ count.
 class Spread {
  public:
-  Spread(int32_t length, int32_t count) {
+  Spread(int32_t length, int32_t count, int32_t first, int32_t end) {
     const int32_t whole = length / count;
     const int32_t rest = length % count;
-    int32_t source = 0;
-    int32_t error = 0;
-    for (int32_t i = 0; i < count; ++i) {
+    const int64_t begin = int64_t{first} * length;
+    auto source = static_cast<int32_t>(begin / count);
+    auto error = static_cast<int32_t>(begin % count);
+    for (int32_t i = 0; i < end - first; ++i) {
       index_[static_cast<size_t>(i)] = static_cast<uint16_t>(source);
       source += whole;
       error += rest;
@@ -89,11 +91,24 @@ class Spread {
       }
     }
   }
+  // The place counts from `first`.
   int32_t operator[](int32_t i) const { return index_[static_cast<size_t>(i)]; }
 
  private:
   std::array<uint16_t, Surface::kMaxSide> index_;  // filled only as far as it is read
 };
+
+Rect Intersection(const Rect& a, const Rect& b) {
+  return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+          std::min(a.bottom, b.bottom)};
+}
+
+// Whether both sides are from 1 to kMaxSide, whatever the corners.
+bool HasSize(const Rect& rect) {
+  const int64_t width = int64_t{rect.right} - rect.left;
+  const int64_t height = int64_t{rect.bottom} - rect.top;
+  return width >= 1 && height >= 1 && width <= Surface::kMaxSide && height <= Surface::kMaxSide;
+}
 
 bool Overlap(const Rect& a, const Rect& b) {
   return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
@@ -211,7 +226,13 @@ bool Surface::Copy(int32_t x, int32_t y, const Surface& source, const Rect& from
 }
 
 bool Surface::Stretch(const Rect& to, const Surface& source, const Rect& from, Keyed keyed) {
-  if (!Holds(to) || !source.Holds(from)) {
+  return Holds(to) && StretchWithin(to, to, source, from, keyed);
+}
+
+bool Surface::StretchWithin(const Rect& clip, const Rect& to, const Surface& source, const Rect& from,
+                            Keyed keyed) {
+  const Rect seen = Intersection(Intersection(to, clip), Bounds());
+  if (!HasSize(to) || !Holds(seen) || !source.Holds(from)) {
     return false;
   }
   if (this == &source && Overlap(to, from)) {
@@ -220,24 +241,29 @@ bool Surface::Stretch(const Rect& to, const Surface& source, const Rect& from, K
     if (hasKey_) {
       snapshot.SetColourKey(keyLow_, keyHigh_);
     }
-    return Stretch(to, snapshot, snapshot.Bounds(), keyed);
+    return StretchWithin(clip, to, snapshot, snapshot.Bounds(), keyed);
   }
+  const int32_t left = seen.left - to.left;
+  const int32_t top = seen.top - to.top;
   if (to.Width() == from.Width() && to.Height() == from.Height()) {
-    return Copy(to.left, to.top, source, from, keyed);
+    const int32_t sourceLeft = from.left + left;
+    const int32_t sourceTop = from.top + top;
+    return Copy(seen.left, seen.top, source,
+                {sourceLeft, sourceTop, sourceLeft + seen.Width(), sourceTop + seen.Height()}, keyed);
   }
-  const Spread columns(from.Width(), to.Width());
-  const Spread rows(from.Height(), to.Height());
+  const Spread columns(from.Width(), to.Width(), left, left + seen.Width());
+  const Spread rows(from.Height(), to.Height(), top, top + seen.Height());
   const bool leavesOut = keyed == Keyed::kYes && source.hasKey_;
   WithKey(leavesOut, source.keyLow_, source.keyHigh_, [&](auto leftOut) {
-    for (int32_t row = 0; row < to.Height(); ++row) {
-      Colour* const target = Row(to.top + row).data() + to.left;
+    for (int32_t row = 0; row < seen.Height(); ++row) {
+      Colour* const target = Row(seen.top + row).data() + seen.left;
       // Enlarged, a row without holes is the one above it once more.
       if (!leavesOut && row > 0 && rows[row] == rows[row - 1]) {
-        std::memcpy(target, target - width_, static_cast<size_t>(to.Width()) * sizeof(Colour));
+        std::memcpy(target, target - width_, static_cast<size_t>(seen.Width()) * sizeof(Colour));
         continue;
       }
       const Colour* const pixels = source.Row(from.top + rows[row]).data() + from.left;
-      for (int32_t i = 0; i < to.Width(); ++i) {
+      for (int32_t i = 0; i < seen.Width(); ++i) {
         const Colour colour = pixels[columns[i]];
         target[i] = leftOut(colour) ? target[i] : colour;
       }

@@ -66,6 +66,10 @@ class Surface {
   bool Copy(int32_t x, int32_t y, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
   // The same with `from` scaled to `to`, nearest neighbour: column i of n takes source column i * m \ n.
   bool Stretch(const Rect& to, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
+  // The same for a `to` that may lie anywhere, with sides up to kMaxSide: only the part of it within `clip`
+  // and the image is drawn, as it would be drawn without a cut.
+  bool StretchWithin(const Rect& clip, const Rect& to, const Surface& source, const Rect& from,
+                     Keyed keyed = Keyed::kNo);
 
   // Bytes that the pixels of all living surfaces hold.
   static size_t BytesHeld();

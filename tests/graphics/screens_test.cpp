@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/hooks.h"
+#include "graphics/play_screen.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"

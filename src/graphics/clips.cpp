@@ -1,0 +1,89 @@
+// The skin's sprites.
+#include "graphics/clips.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "base/numbers.h"
+#include "graphics/draw.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
+
+namespace qlm {
+namespace {
+
+using platform::Keyed;
+
+bool Fits(int64_t value) { return value >= INT32_MIN && value <= INT32_MAX; }
+
+// Null for a sheet that is not there.
+const Surface* Sheet(uint8_t file) { return DDBack ? SkinFile[file].get() : nullptr; }
+
+// How many frames have gone by at a clip's speed; nothing for a clip that stands or cannot be reckoned.
+std::optional<int64_t> FramesGone(const SkinClip& clip) {
+  switch (clip.animMode) {
+    case kClipByClock:
+      if (const std::optional<int32_t> ms = Round(clip.speed)) return Divide(playClock, *ms);
+      return std::nullopt;
+    case kClipByPosition:
+      if (clip.speed == 0) return std::nullopt;
+      return RoundTo<int64_t>((playPos - curMeasurePos) / clip.speed);
+    default: return std::nullopt;
+  }
+}
+
+void UpdateClip(SkinClip& clip) {
+  const std::optional<int64_t> gone = FramesGone(clip);
+  if (!gone) return;
+  const std::optional<int32_t> frame = Modulo(*gone, clip.frames);
+  if (!frame) return;
+  if (const Rect* rect = FrameOf(clip, *frame)) clip.rect = *rect;
+}
+
+}  // namespace
+
+void UpdateClips() {
+  for (int32_t i = 0; i <= std::min(ClipList.last, 255); ++i) {
+    UpdateClip(Clip[ClipList.entries[static_cast<size_t>(i)]]);
+  }
+}
+
+const Rect* FrameOf(const SkinClip& clip, int64_t frame) {
+  const auto count = static_cast<int64_t>(clip.rects.size());
+  return frame >= 0 && frame < count ? &clip.rects[static_cast<size_t>(frame)] : nullptr;
+}
+
+void CopyClip(int64_t number, int64_t x, int64_t y) {
+  if (const SkinClip* clip = Clip.Find(number)) CopyFromSheet(clip->file, clip->rect, x, y);
+}
+
+void CopyFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y) {
+  const Surface* const sheet = Sheet(file);
+  if (sheet == nullptr || !Fits(x) || !Fits(y)) return;
+  DDBack->Copy(static_cast<int32_t>(x), static_cast<int32_t>(y), *sheet, from, Keyed::kYes);
+}
+
+void DrawClip(int64_t number, int64_t x, int64_t y) {
+  if (const SkinClip* clip = Clip.Find(number)) DrawFromSheet(clip->file, clip->rect, x, y);
+}
+
+void DrawFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y) {
+  const Surface* const sheet = Sheet(file);
+  if (sheet == nullptr || !Fits(x) || !Fits(y)) return;
+  ClippedBlt(*DDBack, ScreenRect, static_cast<int32_t>(x), static_cast<int32_t>(y), *sheet, from,
+             Keyed::kYes);
+}
+
+void StretchFromSheet(uint8_t file, const Rect& from, const Rect& to) {
+  if (const Surface* const sheet = Sheet(file)) {
+    DDBack->StretchWithin(ScreenRect, to, *sheet, from, Keyed::kYes);
+  }
+}
+
+Rect RectOf(int64_t left, int64_t top, int64_t right, int64_t bottom) {
+  if (!Fits(left) || !Fits(top) || !Fits(right) || !Fits(bottom)) return {};
+  return {static_cast<int32_t>(left), static_cast<int32_t>(top), static_cast<int32_t>(right),
+          static_cast<int32_t>(bottom)};
+}
+
+}  // namespace qlm
