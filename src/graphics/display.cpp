@@ -83,14 +83,19 @@ void CreateSurfaces() {
   DebugLog(Join(u"VRAM ", FreeVideoMemory(), u"bytes free"));
   DebugLog(u"Creating surfaces...");
   DDBack = BlackSurface(640, 480);
+  CreateBgaSurface();
+  DDGraph = BlackSurface(300, 203);
+  DDSnapshot = BlackSurface(640, 480);
+  DDPreview = std::make_shared<Surface>(192, 144);
+}
+
+void CreateBgaSurface() {
+  DDBga.reset();
   if (CanBeMade(BgaW, BgaH)) {
     DDBga = std::make_shared<Surface>(BgaW, BgaH);
   } else {
     DebugLog(Join(u"Error : can't create BGA surface : ", kBadSize));
   }
-  DDGraph = BlackSurface(300, 203);
-  DDSnapshot = BlackSurface(640, 480);
-  DDPreview = std::make_shared<Surface>(192, 144);
 }
 
 void ReleaseDD() {

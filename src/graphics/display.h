@@ -18,6 +18,8 @@ void InitDX();
 void InitDD(DisplayOutput output = DisplayOutput::kWindow);
 // Makes the fixed surfaces anew. Does nothing before InitDD.
 void CreateSurfaces();
+// Makes DDBga at the size of the BGA, black; null, with a log line, when there is no such size.
+void CreateBgaSurface();
 void ReleaseDD();
 // True if drawing may go on. Handles a display that was taken away or came back.
 bool CheckDisplay();

@@ -1,17 +1,24 @@
 // Skins: the text files that lay out the play screen.
 #pragma once
 
+#include <cstdint>
+
 #include "base/text.h"
 
 namespace qlm {
 
-// Reads a skin into the tables; `keep` leaves what the tables hold. The reading of the file is still to come:
-// until then it logs its lines and sets the path.
-void loadSkin(TextView path, bool keep);
+struct SkinReport;
+
+// Reads a skin into the tables; `keep` leaves what the tables hold and adds to it. Nothing in the file stops
+// the reading: a report, where one is asked for, takes what an author would want to know. Without a display
+// the tables are read and no pictures. A file that does not exist leaves SkinPath as it is.
+void loadSkin(TextView path, bool keep, SkinReport* report = nullptr);
 // Gives each lane the x that belongs to the place of its side's turntable.
 void PlaceNotes();
 // Finds the skins of the data folder, by name, and what each is good for.
 void UpdateSkinList();
+// Place of a skin in skinList, -1 when it is not there.
+int16_t FindSkin(TextView path);
 // Marks of the options in force on the play screen.
 void PickOptionMarks();
 

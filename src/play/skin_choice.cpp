@@ -11,8 +11,12 @@
 namespace qlm {
 namespace {
 
-// 0 one player, 1 two players, 2 double play.
-int32_t PlayMode() { return HdrPlayer - 1; }
+// 0 one player, 1 two players, 2 double play; outside for a chart that is none of them. A chart without a
+// player counts as one player's, and a mode of 4 as two players'.
+int32_t PlayMode() {
+  if (HdrPlayer == 0) return 0;
+  return HdrPlayer == 4 ? 1 : HdrPlayer - 1;
+}
 
 // Null for a mode that no skin is kept for.
 Text* ChosenSkin() {
@@ -35,7 +39,10 @@ void StoreSkinChoice() {
   Text* skin = ChosenSkin();
   if (skin == nullptr) return;
   DebugLog(Join(u"Restore SkinMap(", PlayMode(), u") :", SkinPath));
+  // Where no skin was ever loaded there is none to keep.
+  if (SkinPath.empty()) return;
   *skin = SkinPath;
+  SkinMapIndex[static_cast<size_t>(PlayMode())] = SkinIndex;
 }
 
 }  // namespace qlm
