@@ -463,6 +463,7 @@ void ReadLayer(SkinReading& in) {
   Append(LayerList, static_cast<uint8_t>(*number));
   in.Uses(SkinPart::kClip, clip);
   in.Stands(SkinPart::kClip, clip, LayerX[*number], LayerY[*number], AtEdge::kCut);
+  if (LayerX[*number] < 0 || LayerY[*number] < 0) in.Remark(u"a layer with x or y below 0 is left out");
 }
 
 void ReadSystemFont(SkinReading& in) {

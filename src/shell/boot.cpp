@@ -7,6 +7,7 @@
 #include "base/paths.h"
 #include "graphics/display.h"
 #include "graphics/screens.h"
+#include "graphics/skin.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -107,6 +108,7 @@ void Start(TextView command) {
   BootLog(u"[Start] preparing...");
   if (PreviewDelay == 0) PreviewDelay = 1;
   BootLog(u"Updating list contents", 1);
+  UpdateSkinList();
   BootLog(u"Done");
   if (lastSong < 0) BootLog(u"# BMS-list(s) not found. Make now.");
   BootLog(u"Opening MixerHandle...");

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "platform/sound_device.h"
+#include "state/skin.h"
 #include "tools/qlmprobe/commands.h"
 #include "tools/qlmprobe/engine.h"
 #include "tools/qlmprobe/play_run.h"
@@ -81,6 +82,8 @@ int32_t Peak(const std::vector<int16_t>& samples) {
 
 int AudioCommand(Arguments& arguments) {
   StartEngine(arguments);
+  // Nothing of a skin is heard.
+  qlm::SkinMapPath = {};
   const std::optional<std::string> out = arguments.Value("--out");
   if (!out) arguments.Fail("--out OUT.wav is missing");
   const int64_t seconds = arguments.Number("--seconds", 1, kLongestSeconds).value_or(kLongestSeconds);

@@ -12,6 +12,7 @@ int PlayCommand(Arguments& arguments);
 int FrameCommand(Arguments& arguments);
 int AudioCommand(Arguments& arguments);
 int CheckCommand(Arguments& arguments);
+int SkinCommand(Arguments& arguments);
 int DumpCommand(Arguments& arguments);
 
 }  // namespace probe

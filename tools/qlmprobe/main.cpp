@@ -31,6 +31,7 @@ constexpr std::string_view kPlayOptions =
     "  --events FILE       keys from this file: lines \"MS down KEY\" or \"MS up KEY\"; without it the\n"
     "                      machine plays\n"
     "  --set NAME=VALUE    a setting or a play option, as in --set HiSpeed=2; may be repeated\n"
+    "  --skin FILE.brd     plays with this skin; without it frame takes the stock skins, the others none\n"
     "  --fps N             turns a second (60)\n"
     "  --limit MS          stops the play at this time of the chart\n";
 
@@ -60,6 +61,12 @@ constexpr Command kCommands[] = {
      "qlmprobe check FILE...\n"
      "What in a chart the game will not play as its author means it, with line numbers.\n"
      "Exit status 0 when nothing was found, 1 otherwise.\n"},
+    {"skin", probe::SkinCommand,
+     "qlmprobe skin FILE.brd [OPTION]...\n"
+     "All tables that a skin fills, and what its author would want to know, with line numbers.\n"
+     "  --scratch1p 0|1, --scratch2p 0|1\n"
+     "                      1 with the side's turntable on the right\n"
+     "  --side-count N      for 1 or 2 sides (1)\n"},
     {"dump", probe::DumpCommand,
      "qlmprobe dump qlm_conf.ini\n"
      "The settings that the game takes from a settings file, and what it does not take.\n"},
@@ -112,7 +119,7 @@ int main(int argc, char** argv) {
     return probe::kDone;
   }
   if (command == nullptr) {
-    const bool later = !words.empty() && Asks({"skin", "keys", "title"}, words.front());
+    const bool later = !words.empty() && Asks({"keys", "title"}, words.front());
     std::fprintf(stderr, "qlmprobe: %s; see qlmprobe --help\n",
                  words.empty() ? "a command is missing"
                  : later       ? ("the command " + words.front() + " does not work in this version").c_str()

@@ -2,6 +2,7 @@
 #include "state/chart.h"
 #include "state/gauge.h"
 #include "state/session.h"
+#include "state/skin.h"
 #include "state/timeline.h"
 #include "tools/qlmprobe/commands.h"
 #include "tools/qlmprobe/engine.h"
@@ -56,6 +57,8 @@ void PutTranscript(Json& json, const qlm::Transcript& transcript) {
 
 int PlayCommand(Arguments& arguments) {
   StartEngine(arguments);
+  // What happens in a play must not hang on the skins that happen to be installed.
+  qlm::SkinMapPath = {};
   int status = kDone;
   const PlayRequest request = TakePlayRequest(arguments, status);
   if (status != kDone) return status;

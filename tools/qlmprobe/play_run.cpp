@@ -15,6 +15,7 @@
 #include "state/keys.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/skin.h"
 #include "tools/qlmprobe/engine.h"
 
 namespace probe {
@@ -95,7 +96,8 @@ bool ReadEvents(const std::string& file, std::vector<KeyEvent>& events) {
 PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   PlayRequest taken;
   TakeLoadOptions(arguments);
-  for (const char* const option : {"--skin", "--record", "--replay"}) arguments.Refuse(option);
+  for (const char* const option : {"--record", "--replay"}) arguments.Refuse(option);
+  const std::optional<std::string> skin = arguments.Value("--skin");
   taken.before = TakeChartsBefore(arguments);
   const std::optional<std::string> eventsFile = arguments.Value("--events");
   // Without hands at the keys the machine plays, unless it is told not to.
@@ -111,6 +113,8 @@ PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   }
   taken.file = files[0];
   if (eventsFile && !ReadEvents(*eventsFile, taken.events)) status = kRefused;
+  if (skin && !CheckReadable(*skin)) status = kRefused;
+  if (skin) qlm::SkinMapPath.fill(GamePath(*skin));
   return taken;
 }
 

@@ -36,8 +36,8 @@ class PlayWatcher {
 };
 
 // Takes what `play`, `frame` and `audio` have in common: the options of a chart's load, --set, --events,
-// --fps, --limit and the file. Standard error tells of an events file that cannot be read: `status` then is
-// not kDone.
+// --skin, --fps, --limit and the file. Standard error tells of an events file or a skin that cannot be read:
+// `status` then is not kDone.
 PlayRequest TakePlayRequest(Arguments& arguments, int& status);
 
 // Loads and plays. The transcript is filled meanwhile. False when a chart cannot be read.
