@@ -3,10 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -37,6 +40,17 @@ Surface OnBlack(SDL_Surface* picture) {
   SDL_FillRect(flat.get(), nullptr, SDL_MapRGB(flat->format, 0, 0, 0));
   SDL_SetSurfaceBlendMode(picture, SDL_BLENDMODE_BLEND);
   return SDL_BlitSurface(picture, nullptr, flat.get(), nullptr) == 0 ? std::move(flat) : nullptr;
+}
+
+// What is drawn on a ground of one colour keeps its soft edges when the ground itself becomes black: they run
+// over into the same colour wherever it is laid.
+void LiftFrom(const Color& ground, SDL_Surface& flat) {
+  for (int y = 0; y < flat.h; ++y) {
+    Uint8* pixel = static_cast<Uint8*>(flat.pixels) + std::ptrdiff_t{y} * flat.pitch;
+    for (int x = 0; x < flat.w; ++x, pixel += 3) {
+      if (Color{pixel[2], pixel[1], pixel[0]} == ground) std::fill_n(pixel, 3, Uint8{0});
+    }
+  }
 }
 
 std::vector<Color> PixelsOf(const SDL_Surface& flat) {
@@ -145,26 +159,39 @@ Surface WithPalette(const SDL_Surface& flat) {
   return indexed;
 }
 
+// The colour written as six hexadecimal digits.
+std::optional<Color> ColorOf(std::string_view digits) {
+  Uint32 rgb = 0;
+  const char* const end = digits.data() + digits.size();
+  const auto [stop, error] = std::from_chars(digits.data(), end, rgb, 16);
+  if (digits.size() != 6 || error != std::errc() || stop != end) return std::nullopt;
+  return Color{static_cast<Uint8>(rgb >> 16), static_cast<Uint8>(rgb >> 8), static_cast<Uint8>(rgb)};
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   bool palette = false, layer = false, known = argc >= 3;
+  std::optional<Color> ground;
   for (int i = 3; i < argc; ++i) {
     const std::string_view option = argv[i];
     if (option == "--palette")
       palette = true;
     else if (option == "--layer")
       layer = true;
+    else if (option.starts_with("--ground="))
+      known = (ground = ColorOf(option.substr(9))).has_value() && known;
     else
       known = false;
   }
   if (!known) {
-    std::fputs("usage: picture_converter IN OUT.bmp [--palette] [--layer]\n", stderr);
+    std::fputs("usage: picture_converter IN OUT.bmp [--palette] [--layer] [--ground=RRGGBB]\n", stderr);
     return 2;
   }
   Surface result(IMG_Load(argv[1]));
   if (result && layer) result = WithHardEdge(result.get());
   if (result) result = OnBlack(result.get());
+  if (result && ground) LiftFrom(*ground, *result);
   if (result && palette) result = WithPalette(*result);
   if (!result || SDL_SaveBMP(result.get(), argv[2]) != 0) {
     std::fprintf(stderr, "picture_converter: %s to %s: %s\n", argv[1], argv[2], SDL_GetError());
