@@ -9,14 +9,12 @@
 #include "graphics/clips.h"
 #include "state/chart.h"
 #include "state/gauge.h"
+#include "state/judgement.h"
 #include "state/skin.h"
 #include "state/timeline.h"
 
 namespace qlm {
 namespace {
-
-// Percent from which each class but the last is reached.
-constexpr std::array<float, 6> kClassPercent = {95, 90, 80, 70, 50, 30};
 
 size_t ClassRow(size_t side) {
   size_t row = 0;

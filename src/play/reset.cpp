@@ -1,6 +1,7 @@
 // Putting back of all that a play changes.
 #include "graphics/graph.h"
 #include "graphics/skin.h"
+#include "play/judgement.h"
 #include "play/session.h"
 #include "play/skin_choice.h"
 #include "sound/slots.h"
@@ -30,6 +31,7 @@ void ClearHits() {
 
 void ResetFigures() {
   Combo = MaxCombo = {};
+  for (size_t side = 0; side < Combo.size(); ++side) SplitCombo(side);
   LastJudge = {-1, -1};
   JudgeCount = {};
   Gauge.fill(HazardGauge ? kHazardGaugeStart : kGaugeStart);
@@ -48,13 +50,15 @@ void ResetPlay() {
   LaneNote.fill(-1);
   LaneSound.fill(-1);
   LaneDown = {};
-  LaneHit = {};
+  LaneHit = LaneBeam = {};
+  KeyBeam = {};
+  BlinkToggle = ComboLost = ComboRound = false;
   if (UserRec) RecCount = 0;
   RecCursor = 0;
   ClearHits();
   RewindSounds();
   HistoryNext = {};
-  AttackKind = 255;
+  AttackKind = kAttackNone;
   PickOptionMarks();
   if (!EndlessRun || CourseSong == 0) ResetFigures();
   if (HdrPlayer == 4) HdrPlayer = 2;

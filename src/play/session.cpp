@@ -1,6 +1,7 @@
 // The play from its start to the return to the lists, and its loop.
 #include "play/session.h"
 
+#include <cmath>
 #include <optional>
 
 #include "base/log.h"
@@ -13,10 +14,13 @@
 #include "platform/clock.h"
 #include "platform/timers.h"
 #include "platform/window.h"
+#include "play/effects.h"
+#include "play/gauge.h"
 #include "play/judgement.h"
 #include "play/list_screen.h"
 #include "play/records.h"
 #include "play/results.h"
+#include "play/shuffle.h"
 #include "play/skin_choice.h"
 #include "play/system_sounds.h"
 #include "play/timeline.h"
@@ -105,6 +109,15 @@ void RestoreHiSpeed() {
   }
 }
 
+// Draws the scroll factor to its target.
+void EaseHiSpeed() {
+  if (HiSpeedTarget == 0) return;
+  Assign(HiSpeed, Narrow(HiSpeed + (HiSpeedTarget - double{HiSpeed}) * 0.1));
+  if (std::abs(double{HiSpeedTarget} - HiSpeed) >= 0.001) return;
+  HiSpeed = HiSpeedTarget;
+  HiSpeedTarget = 0;
+}
+
 void FinishScores() {
   ShowResults();
   LoadScoreDat();
@@ -175,12 +188,18 @@ void PlayLoop() {
 void PlayFrame(int32_t cursor) {
   if (cursor > objCount) return;
   if (!CheckDisplay()) return;
+  // Nothing that is drawn before the notes looks at the lanes of those ahead, so that they may be thrown
+  // first.
+  if (ExRandom) ShuffleAhead();
   DrawPlayFrame();
   JudgeScrolledPast();
   PresentFrame();
 }
 
 void PlayTick() {
+  EaseShownFigures();
+  EaseHiSpeed();
+  WorkEffect();
   if (PlayEnd || !PlayAlive) platform::KillTimer(platform::kTimerPlay);
 }
 

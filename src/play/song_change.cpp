@@ -11,6 +11,7 @@
 #include "graphics/graph.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
+#include "play/gauge.h"
 #include "play/gauge_history.h"
 #include "sound/slots.h"
 #include "state/chart.h"
@@ -26,9 +27,6 @@
 namespace qlm {
 namespace {
 
-// J-PTS that one judgement can earn: the count of judgements is JPtsMax over it.
-constexpr int32_t kJPtsANote = 18;
-
 // Null past the course's songs.
 const SongEntry* SongInPlay() {
   const auto index = static_cast<size_t>(CourseSong);
@@ -36,8 +34,7 @@ const SongEntry* SongInPlay() {
 }
 
 void StoreExPts() {
-  const int32_t exPts = JudgeCount[0][0] * 2 + JudgeCount[0][1];
-  if (const std::optional<int16_t> stored = RoundTo<int16_t>(exPts)) CourseExPts.Put(CourseSong, *stored);
+  if (const std::optional<int16_t> stored = RoundTo<int16_t>(ExPts())) CourseExPts.Put(CourseSong, *stored);
 }
 
 void TakeHeader(const SongEntry& song) {

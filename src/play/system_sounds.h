@@ -9,5 +9,6 @@ constexpr int32_t kSelectMusic = 1;  // looped on the list screen
 constexpr int32_t kReadySound = 3;
 constexpr int32_t kFadeSound = 4;
 constexpr int32_t kSelectSound = 12;  // the list screen opens
+constexpr int32_t kFailSound = 14;    // a play that was not cleared, and the stall of a miss under Pressure
 
 }  // namespace qlm

@@ -87,12 +87,12 @@ void EndStall() {
   ResumeStoppedSounds();
   // Quirk: savedBPM holds RealHiSpeed already, as in a resume.
   SetBPM(savedBPM);
-  if (AttackKind != 5) {
+  if (AttackKind != kAttackBreak) {
     PlayFailed = true;
     PlayFailedTime = platform::Now();
   }
   BreakActive = false;
-  AttackKind = 255;
+  AttackKind = kAttackNone;
 }
 
 void LeaveOnEsc() {

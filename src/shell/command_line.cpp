@@ -96,6 +96,8 @@ bool PlayListEntry(int32_t index) {
 void PlayLoadedChart() {
   ResetPlay();
   SeekChart(0, false);
+  // From its pre-roll on, the keys are those of a play.
+  GameState = kStatePlay;
   PlayLoop();
 }
 

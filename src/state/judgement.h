@@ -23,9 +23,20 @@ inline constexpr std::array<int32_t, 16> JudgeWindowTable = [] {
 }();
 // Names of the classes, best first.
 inline constexpr std::array<TextView, 8> RankLetters = {u"SS", u"S", u"A", u"B", u"C", u"D", u"E", u"F"};
+// Per cent of the accuracy from which each class is reached; below all of them stands "E".
+inline constexpr std::array<float, 6> kClassPercent = {95, 90, 80, 70, 50, 30};
 inline std::array<int32_t, 4> JudgeWindow{};  // in force
 
-inline std::array<int32_t, 2> LastJudge = {-1, -1};  // 4 PERFECT … 0 POOR, -1 none yet; by score side
+// Grades, best first.
+constexpr int32_t kPerfect = 4;
+constexpr int32_t kGreat = 3;
+constexpr int32_t kGood = 2;
+constexpr int32_t kBad = 1;
+constexpr int32_t kPoor = 0;
+// Units behind the line at which a note that nobody pressed is missed, on every rank.
+constexpr float kMissUnits = 48;
+
+inline std::array<int32_t, 2> LastJudge = {-1, -1};  // a grade, -1 none yet; by score side
 inline std::array<uint32_t, 2> LastJudgeTime{};      // clock; by score side
 inline platform::Colour HitColour = 0;               // of the last judgement or empty press
 inline std::array<float, 2> ChordDelta{};            // previous signed deviation, by object side

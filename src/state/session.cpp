@@ -12,7 +12,7 @@ void ResetSession() {
   PlayFailedTime = BreakStart = EscStart = AttackStart = 0;
   savedBPM = 0;
   EscHeld = EndlessRun = PreviewActive = EchoEnabled = BattleActive = false;
-  AttackKind = 255;
+  AttackKind = kAttackNone;
   ReturnState = 0;
   WindowActive = true;
   playedEchoes = 0;

@@ -29,6 +29,15 @@ constexpr uint8_t kFadeFail = 3;     // fail, 2000 ms
 constexpr uint8_t kFadeTiles = 200;  // the held frame falls away in tiles
 constexpr uint8_t kFadeTitle = 201;  // the next song's title picture zooms in
 
+// AttackKind values.
+constexpr int32_t kAttackRecovering = 0;
+constexpr int32_t kAttackTempoDown = 1;
+constexpr int32_t kAttackSpeedUp = 2;
+constexpr int32_t kAttackTempoUp = 3;
+constexpr int32_t kAttackShuffle = 4;
+constexpr int32_t kAttackBreak = 5;
+constexpr int32_t kAttackNone = 255;
+
 inline int32_t GameState = kStateSongSelect;
 inline uint8_t FadeState = kFadeNone;
 inline uint32_t FadeStart = 0;   // clock
@@ -45,14 +54,14 @@ inline bool BreakActive = false;  // the stall of an attack or of a miss under P
 inline uint32_t BreakStart = 0;   // clock
 inline float savedBPM = 0;        // curBPM at the start of a pause or stall
 inline bool EscHeld = false;
-inline uint32_t EscStart = 0;       // clock
-inline bool EndlessRun = false;     // charts follow each other without results between
-inline bool PreviewActive = false;  // the chart is only previewed
-inline uint8_t AttackKind = 255;    // running attack, 255 none
-inline uint32_t AttackStart = 0;    // clock
-inline bool EchoEnabled = false;    // echo effect
-inline bool BattleActive = false;   // a battle session is connected
-inline int32_t ReturnState = 0;     // GameState behind the play
+inline uint32_t EscStart = 0;             // clock
+inline bool EndlessRun = false;           // charts follow each other without results between
+inline bool PreviewActive = false;        // the chart is only previewed
+inline int32_t AttackKind = kAttackNone;  // the effect that runs
+inline uint32_t AttackStart = 0;          // clock
+inline bool EchoEnabled = false;          // echo effect
+inline bool BattleActive = false;         // a battle session is connected
+inline int32_t ReturnState = 0;           // GameState behind the play
 inline bool WindowActive = true;
 inline int32_t playedEchoes = 0;  // echoes played so far, for the log
 
