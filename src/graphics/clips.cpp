@@ -64,6 +64,8 @@ void CopyFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y) {
 }
 
 void DrawClip(int64_t number, int64_t x, int64_t y) {
+  // Quirk: 0 names a clip like any other, so that a place which the skin does not give shows clip 0, if there
+  // is one, in the upper left corner.
   if (const SkinClip* clip = Clip.Find(number)) DrawFromSheet(clip->file, clip->rect, x, y);
 }
 

@@ -99,6 +99,7 @@ void DrawBomb(int32_t channel) {
   if (LaneHit[index] == 0 || LaneHit[index] > BombPos.size()) return;
   const SkinClip& clip = Clip[BombPos[LaneHit[index] - 1].id];
   const int32_t ms = platform::Elapsed(platform::Now(), LaneHitTime[index]);
+  // Quirk: the very millisecond of its end still belongs to it and shows its first frame once more.
   if (!(ms <= clip.frames * double{clip.speed})) {
     LaneHit[index] = 0;
     return;

@@ -26,6 +26,8 @@ bool OptionsShow(double distance) {
   return !(Sudden && distance > kSuddenPixels) && !(Hidden && distance < kHiddenPixels) && !Stealth;
 }
 
+// Quirk: what may be struck is chosen while drawing, one note a lane and frame, so that a note which has not
+// yet come onto the screen cannot be struck, however near it is.
 void PickUp(int32_t index, const ChartObj& obj) {
   int32_t& pending = LaneNote[LaneOf(obj.channel)];
   if (pending == -1 && UserPlay && !obj.hit && std::abs(obj.pos - playPos) < kPickUpUnits) pending = index;

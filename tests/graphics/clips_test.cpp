@@ -166,7 +166,6 @@ TEST_F(Clips, FarPlacesDrawNothing) {
   EXPECT_EQ(RectOf(1, 2, 3, 4), (Rect{1, 2, 3, 4}));
 }
 
-// Quirk of the format: a place that a skin does not give shows the first clip at the corner, if there is one.
 TEST_F(Clips, Clip0ShowsAtTheCornerForAPlaceThatIsNotGiven) {
   LayClip(0, 3, 3, kRed);
   Draw();
