@@ -226,6 +226,60 @@ TEST(SurfaceStretch, ReachesTheGreatestSide) {
   EXPECT_EQ(target.Pixel(16383, 0), 3U);
 }
 
+// Each pixel of a cut stretch is that of the whole one, wherever the cut runs.
+TEST(SurfaceStretchWithin, ShowsAPartOfTheWhole) {
+  Surface source(5, 3);
+  Paint(source, {{1, 2, 3, 4, 5}, {6, 0, 8, 0, 10}, {11, 12, 13, 14, 15}});
+  source.SetColourKey(0, 0);
+  Surface whole(30, 30);
+  ASSERT_TRUE(whole.Stretch({10, 10, 17, 21}, source, source.Bounds(), Keyed::kYes));
+  const Rect clip{2, 3, 10, 9};
+  for (int32_t y = -13; y < 12; ++y) {
+    for (int32_t x = -9; x < 12; ++x) {
+      Surface target(10, 10);
+      const bool drawn =
+          target.StretchWithin(clip, {x, y, x + 7, y + 11}, source, source.Bounds(), Keyed::kYes);
+      EXPECT_EQ(drawn, x < 10 && x + 7 > 2 && y < 9 && y + 11 > 3);
+      for (int32_t row = 0; row < 10; ++row) {
+        for (int32_t column = 0; column < 10; ++column) {
+          const bool within = column >= 2 && row >= 3 && row < 9;
+          ASSERT_EQ(target.Pixel(column, row), within ? whole.Pixel(10 + column - x, 10 + row - y) : 0U)
+              << x << ',' << y << " at " << column << ',' << row;
+        }
+      }
+    }
+  }
+}
+
+TEST(SurfaceStretchWithin, OfEqualSizeIsACutCopy) {
+  Surface source(3, 2);
+  Paint(source, {{1, 2, 3}, {4, 5, 6}});
+  Surface target(2, 2);
+  EXPECT_TRUE(target.StretchWithin(target.Bounds(), {-1, 1, 2, 3}, source, source.Bounds()));
+  EXPECT_EQ(Seen(target), (Rows{{0, 0}, {2, 3}}));
+}
+
+TEST(SurfaceStretchWithin, IsRefusedForRectanglesThatAreNone) {
+  Surface source(2, 2);
+  source.Fill(source.Bounds(), 5);
+  Surface target(3, 3);
+  const Rect all = target.Bounds();
+  EXPECT_FALSE(target.StretchWithin(all, {2, 0, 1, 3}, source, source.Bounds()));
+  EXPECT_FALSE(target.StretchWithin(all, {0, 0, 0, 3}, source, source.Bounds()));
+  EXPECT_FALSE(target.StretchWithin(all, {0, 0, Surface::kMaxSide + 1, 3}, source, source.Bounds()));
+  EXPECT_FALSE(target.StretchWithin(all, {INT32_MIN, 0, INT32_MAX, 3}, source, source.Bounds()));
+  EXPECT_FALSE(target.StretchWithin({2, 2, 1, 1}, {0, 0, 3, 3}, source, source.Bounds()));
+  EXPECT_FALSE(target.StretchWithin(all, {0, 0, 3, 3}, source, {0, 0, 3, 2}));
+  EXPECT_EQ(Seen(target), Seen(Surface(3, 3)));
+}
+
+TEST(SurfaceStretchWithin, OntoItselfReadsASnapshot) {
+  Surface surface(4, 1);
+  Paint(surface, {{1, 2, 3, 4}});
+  EXPECT_TRUE(surface.StretchWithin(surface.Bounds(), {-2, 0, 6, 1}, surface, {0, 0, 4, 1}));
+  EXPECT_EQ(Seen(surface), (Rows{{2, 2, 3, 3}}));
+}
+
 TEST(SurfaceLine, LeavesOutItsLastPixel) {
   Surface surface(4, 1);
   surface.Line(0, 0, 3, 0, 1);
