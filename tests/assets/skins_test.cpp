@@ -1,0 +1,230 @@
+// The stock skins as they lie beside the programs: that they are whole, and that what they hold can be told
+// apart.
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/paths.h"
+#include "graphics/display.h"
+#include "graphics/skin.h"
+#include "graphics/skin_report.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "state/settings.h"
+#include "state/skin.h"
+#include "state/surfaces.h"
+#include "tests/support/game_test.h"
+#include "tests/support/process.h"
+
+namespace qlm {
+namespace {
+
+// Where "FPS:" and a figure such as "1000.0" are written in cells of 8 by 16.
+constexpr Rect kFrameRate = {310, 463, 310 + 10 * 8, 479};
+
+bool Meet(const Rect& a, const Rect& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+std::vector<platform::Colour> PixelsOf(const platform::Surface& picture, const Rect& rect) {
+  std::vector<platform::Colour> pixels;
+  for (int32_t y = rect.top; y < rect.bottom; ++y) {
+    for (int32_t x = rect.left; x < rect.right; ++x) pixels.push_back(picture.Pixel(x, y));
+  }
+  return pixels;
+}
+
+bool HasInk(const platform::Surface& picture, const Rect& rect) {
+  return std::ranges::any_of(PixelsOf(picture, rect), [](platform::Colour pixel) { return pixel != 0; });
+}
+
+int32_t Brightness(platform::Colour pixel) {
+  return static_cast<int32_t>(std::max({pixel >> 16, pixel >> 8 & 255, pixel & 255}));
+}
+
+// A stock skin, loaded as in the game.
+class StockSkins : public GameTest {
+ protected:
+  StockSkins() {
+    AppPath = platform::InnerPath(QLM_BINARY_DIR);
+    InitDD(DisplayOutput::kUnseen);
+    CreateSurfaces();
+  }
+  ~StockSkins() override { ReleaseDD(); }
+
+  void Load(const std::string& name) {
+    report_ = {};
+    loadSkin(DataPath(platform::DecodeUtf8(name)), false, &report_);
+  }
+
+  // Room of what stands at a place; of figures as many as a long play shows.
+  Rect Covered(const SkinReport::Place& place) const {
+    if (place.part == SkinPart::kNumber) {
+      const SkinNumber& number = Number[place.index];
+      constexpr int32_t longest = 5;
+      return {place.x, place.y, place.x + longest * (number.width + number.gap), place.y + number.height};
+    }
+    const SkinClip& clip = Clip[place.index];
+    return {place.x, place.y, place.x + clip.width, place.y + clip.height};
+  }
+
+  SkinReport report_;
+};
+
+class EachSkin : public StockSkins, public testing::WithParamInterface<const char*> {};
+class EachPlaySkin : public EachSkin {};
+
+INSTANTIATE_TEST_SUITE_P(Stock, EachSkin, testing::Values("draft.brd", "qlm_scr.brd"));
+INSTANTIATE_TEST_SUITE_P(Stock, EachPlaySkin, testing::Values("draft.brd"));
+
+// Missing files, sprites outside their sheets and places off the screen are among what would be told.
+TEST_P(EachSkin, GivesItsAuthorNothingToMend) {
+  const std::string programs = QLM_BINARY_DIR;
+  const ProcessResult result =
+      qlm::Run({programs + "/qlmprobe", "skin", programs + "/_qlmfiles/" + GetParam(), "--data", programs});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_NE(result.output.find("\"warnings\": []"), std::string::npos)
+      << result.output.substr(std::min(result.output.find("\"warnings\""), result.output.size()));
+}
+
+TEST_P(EachSkin, IsPlainTextWithTheLineEndsOfItsKind) {
+  std::ifstream file(std::filesystem::path(QLM_BINARY_DIR) / "_qlmfiles" / GetParam(), std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  ASSERT_FALSE(text.empty());
+  for (size_t i = 0; i < text.size(); ++i) {
+    ASSERT_GT(text[i], 0) << "at byte " << i;
+    ASSERT_TRUE(text[i] != '\n' || (i > 0 && text[i - 1] == '\r')) << "at byte " << i;
+  }
+}
+
+TEST_P(EachSkin, HasEveryLetterOfTheSystemFont) {
+  Load(GetParam());
+  ASSERT_NE(SkinFile[1], nullptr);
+  std::set<std::vector<platform::Colour>> letters;
+  for (int32_t code = '!'; code <= '~'; ++code) {
+    const Rect& cell = SysFont[code - 32];
+    EXPECT_EQ(cell.Width(), 8) << code;
+    EXPECT_EQ(cell.Height(), 16) << code;
+    EXPECT_TRUE(HasInk(*SkinFile[1], cell)) << code;
+    letters.insert(PixelsOf(*SkinFile[1], cell));
+  }
+  EXPECT_EQ(letters.size(), static_cast<size_t>('~' - '!' + 1)) << "two letters look the same";
+}
+
+TEST_P(EachPlaySkin, LeavesTheFrameRateFree) {
+  Load(GetParam());
+  ASSERT_NE(DDSkinBack, nullptr);
+  for (const platform::Colour pixel : PixelsOf(*DDSkinBack, kFrameRate)) ASSERT_LT(Brightness(pixel), 128);
+  ASSERT_FALSE(report_.places.empty());
+  for (const SkinReport::Place& place : report_.places) {
+    EXPECT_FALSE(Meet(Covered(place), kFrameRate)) << "line " << place.line;
+  }
+}
+
+TEST_P(EachPlaySkin, LaysLanesSideBySideForEitherTurntable) {
+  for (const bool right : {false, true}) {
+    SCRATCH1P = right;
+    Load(GetParam());
+    std::map<int32_t, int32_t> lanes;  // width by x
+    for (const int32_t channel : {11, 12, 13, 14, 15, 16, 18, 19}) {
+      const LaneSkin& lane = NoteSkin[channel - 10];
+      lanes[lane.x] = Clip[lane.clip].width;
+      EXPECT_EQ(Clip[lane.beamClip].width, Clip[lane.clip].width) << channel;
+      EXPECT_EQ(BlinkPos[right ? 1 : 0][static_cast<size_t>(channel - 11)].x, lane.x) << channel;
+    }
+    ASSERT_EQ(lanes.size(), 8u);
+    for (auto lane = lanes.begin(); std::next(lane) != lanes.end(); ++lane) {
+      EXPECT_EQ(lane->first + lane->second, std::next(lane)->first);
+    }
+  }
+}
+
+TEST_P(EachPlaySkin, TellsTheKindsOfLanesApartByShape) {
+  Load(GetParam());
+  std::set<int32_t> widths;
+  std::set<std::vector<bool>> shapes;
+  for (const int32_t channel : {11, 12, 16}) {
+    const SkinClip& clip = Clip[NoteSkin[channel - 10].clip];
+    widths.insert(clip.width);
+    std::vector<bool> shape;
+    for (const platform::Colour pixel : PixelsOf(*SkinFile[clip.file], clip.rect))
+      shape.push_back(pixel != 0);
+    shapes.insert(shape);
+  }
+  EXPECT_EQ(widths.size(), 3u);
+  EXPECT_EQ(shapes.size(), 3u);
+}
+
+TEST_P(EachPlaySkin, HasFiguresOfOneWidthThatDiffer) {
+  Load(GetParam());
+  for (const SkinPos& pos : {ScorePos[0], BpmPos, SkinPos{ComboNumber}}) {
+    const SkinNumber& number = Number[pos.id];
+    ASSERT_NE(SkinFile[number.file], nullptr);
+    const platform::Surface& sheet = *SkinFile[number.file];
+    EXPECT_FALSE(HasInk(sheet, number.rects[0]));
+    std::set<std::vector<platform::Colour>> glyphs;
+    for (size_t glyph = 0; glyph < kGlyphs; ++glyph) glyphs.insert(PixelsOf(sheet, number.rects[glyph]));
+    EXPECT_EQ(glyphs.size(), static_cast<size_t>(kGlyphs));
+  }
+}
+
+TEST_P(EachPlaySkin, PutsEverythingThatASideShowsSomewhere) {
+  Load(GetParam());
+  std::vector<SkinPos> all = {
+      JudgeLinePos[0][0], JudgeLinePos[0][1], KeyPos[0],   KeyPos[1],       ScorePos[0],
+      JPointPos[0],       MaxPos[0],          GaugePos[0], GaugeBackPos[0], ExGaugePos[0],
+      ExGaugeBackPos[0],  GaugeNumPos[0],     BpmPos,      PlayPos1,        PlayFullPos,
+      CountPos,           StagePos,           FpsPos};
+  const auto add = [&](const auto& table) { all.insert(all.end(), table.begin(), table.end()); };
+  add(ScoreCountPos[0]);
+  add(JudgePos[0]);
+  add(BombPos);
+  add(ClassPos[0]);
+  add(FanPos[0]);
+  add(OptionPos[0]);
+  for (size_t i = 0; i < all.size(); ++i) EXPECT_NE(all[i].id, 0) << i;
+  for (const int32_t clip : {NoMissClip, MaxComboClip, PressureClip, ComboGraphClip, ComboGraphBackClip}) {
+    EXPECT_NE(clip, 0);
+  }
+  EXPECT_TRUE(std::ranges::any_of(LenUsed, [](bool used) { return used; }));
+  EXPECT_GE(LayerList.last, 0);
+  EXPECT_GT(LineList[0].last, 0);
+  EXPECT_GT(TitleChars, 0);
+  EXPECT_EQ(BgaRect[0].right, 256);
+  EXPECT_EQ(BgaRect[0].bottom, 256);
+}
+
+// Both halves of the stencil's idea: what was drawn on the blue became transparent, and nothing else did.
+TEST_F(StockSkins, DraftsSpritesLieOnNothing) {
+  constexpr platform::Colour blue = 0x10376F;
+  Load("draft.brd");
+  for (const int64_t sheet : {2, 3, 4, 5}) {
+    ASSERT_NE(SkinFile[sheet], nullptr);
+    const std::vector<platform::Colour> pixels = PixelsOf(*SkinFile[sheet], SkinFile[sheet]->Bounds());
+    EXPECT_EQ(std::ranges::count(pixels, blue), 0) << sheet;
+    EXPECT_GT(std::ranges::count(pixels, platform::Colour{0}), 0) << sheet;
+    for (const platform::Colour pixel : pixels) {
+      ASSERT_TRUE(pixel == 0 || Brightness(pixel) >= 0x50) << "a dark seam on sheet " << sheet;
+    }
+  }
+}
+
+TEST_F(StockSkins, AreOfferedForWhatTheyAreMadeFor) {
+  UpdateSkinList();
+  const int16_t draft = FindSkin(DataPath(u"draft.brd"));
+  ASSERT_GE(draft, 0);
+  const SkinEntry& entry = skinList[static_cast<size_t>(draft)];
+  EXPECT_TRUE(entry.for1P);
+  EXPECT_FALSE(entry.for2P || entry.forDP || entry.forAny);
+  const int16_t screens = FindSkin(DataPath(u"qlm_scr.brd"));
+  ASSERT_GE(screens, 0);
+  EXPECT_FALSE(skinList[static_cast<size_t>(screens)].forAny || skinList[static_cast<size_t>(screens)].for1P);
+}
+
+}  // namespace
+}  // namespace qlm
