@@ -94,8 +94,9 @@ int FrameCommand(Arguments& arguments) {
   const std::optional<std::string> prefix = arguments.Value("--out");
   if (!prefix) arguments.Fail("--out PREFIX is missing");
   int status = kDone;
-  const PlayRequest request = TakePlayRequest(arguments, status);
+  PlayRequest request = TakePlayRequest(arguments, status);
   if (status != kDone) return status;
+  request.frames = true;
 
   Photographer photographer(std::move(moments), *prefix);
   qlm::Transcript transcript;

@@ -1,4 +1,5 @@
 // The command `play`: what happens in a whole play.
+#include "play/gauge.h"
 #include "state/chart.h"
 #include "state/gauge.h"
 #include "state/session.h"
@@ -18,9 +19,29 @@ struct Unwatched : PlayWatcher {
   void TurnOver(int64_t, int64_t) override {}
 };
 
-void PutFigures(Json& json) {
-  // Judgements are recorded once notes are judged.
+void PutJudgement(Json& json, const qlm::Transcript::Judgement& judgement) {
+  json.BeginObject();
+  json.Put("turn", judgement.turn);
+  json.Put("clock", judgement.clock);
+  json.Put("playPos", judgement.playPos);
+  json.Put("obj", judgement.obj);
+  json.Put("channel", judgement.channel);
+  json.Put("pos", judgement.pos);
+  json.Put("delta_used", judgement.deltaUsed);
+  json.Put("grade", judgement.grade);
+  json.Put("tooEarly", judgement.tooEarly);
+  json.Put("side", judgement.side);
+  json.EndObject();
+}
+
+int32_t Class() {
+  if (qlm::JPtsMax[0] == 0) return kNoClass;
+  return qlm::ClassOf(qlm::JPts[0] / static_cast<float>(qlm::JPtsMax[0]));
+}
+
+void PutFigures(Json& json, const qlm::Transcript& transcript) {
   json.Key("judgements").BeginArray();
+  for (const auto& judgement : transcript.judgements) PutJudgement(json, judgement);
   json.EndArray();
   json.Key("counts").BeginArray();
   for (const auto& side : qlm::JudgeCount) json.Value(side);
@@ -31,8 +52,8 @@ void PutFigures(Json& json) {
   json.Put("score", qlm::Score);
   json.Put("jpts", qlm::JPts);
   json.Put("jptsMax", qlm::JPtsMax);
-  json.Put("class", kNoClass);
-  json.Put("exPts", qlm::JudgeCount[0][0] * 2 + qlm::JudgeCount[0][1]);
+  json.Put("class", Class());
+  json.Put("exPts", qlm::ExPts());
   json.Put("playFailed", qlm::PlayFailed);
   json.Put("playCleared", qlm::PlayCleared);
   json.Put("endClock", qlm::playClock);
@@ -67,7 +88,7 @@ int PlayCommand(Arguments& arguments) {
   qlm::Transcript transcript;
   if (!RunPlay(request, watcher, transcript)) return kRefused;
   Json json;
-  PutFigures(json);
+  PutFigures(json, transcript);
   PutTranscript(json, transcript);
   status = PutFatal(json);
   json.Print();

@@ -133,8 +133,11 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   qlm::hooks::closeRequested = StopPlay;
   qlm::InitDI_Keyboard();
   qlm::PrepareForm();
-  qlm::InitDD(qlm::DisplayOutput::kUnseen);
-  qlm::CreateSurfaces();
+  // Without surfaces the drawing composes no pixel, and every step of it that touches the play still runs.
+  if (wanted.frames) {
+    qlm::InitDD(qlm::DisplayOutput::kUnseen);
+    qlm::CreateSurfaces();
+  }
   qlm::InitDS(platform::SoundOutput::kOffline);
   // A load as for a preview does not make the play one: it would never show a frame.
   const bool preview = qlm::PreviewActive;

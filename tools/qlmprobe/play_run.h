@@ -23,6 +23,7 @@ struct PlayRequest {
   std::vector<KeyEvent> events;
   int32_t turnsPerSecond = 60;
   int64_t limit = INT64_MAX;  // ms of the chart's clock at which the play is stopped
+  bool frames = false;        // composes each frame on the back surface; nothing else depends on it
 };
 
 // What watches a play. The times are those of the turn, in ms on the chart's clock, negative in the pre-roll.
