@@ -1,17 +1,21 @@
-// How long one turn of a play takes without drawing.
+// How long one turn of a play takes without drawing, and one judgement.
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <memory>
 
 #include "bench/support/bench_game.h"
 #include "platform/clock.h"
 #include "platform/sound_device.h"
+#include "play/judgement.h"
 #include "play/timeline.h"
 #include "state/chart.h"
+#include "state/judgement.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/sounds.h"
+#include "state/surfaces.h"
 #include "state/timeline.h"
 
 namespace qlm {
@@ -84,6 +88,24 @@ void Turn(benchmark::State& state) {
 }
 // A very dense chart, and the fullest table there is.
 BENCHMARK(Turn)->Arg(10'000)->Arg(65'000);
+
+// One judgement with its pixels on the graph, of each grade in turn.
+void Judge(benchmark::State& state) {
+  const BenchGame game;
+  LayChart(100);
+  DDGraph = std::make_shared<Surface>(300, 203);
+  JudgeWindow = {3, 6, 18, 24};
+  TotalNotes = {100'000'000, 0};
+  constexpr std::array<double, 6> kLate = {0, 4, 10, 20, 30, -30};
+  size_t turn = 0;
+  float used = 0;
+  for (auto _ : state) {
+    playPos = FindObj(1)->pos + kLate[turn++ % kLate.size()];
+    JudgeNote(1, 0, false, used);
+    benchmark::DoNotOptimize(used);
+  }
+}
+BENCHMARK(Judge);
 
 }  // namespace
 }  // namespace qlm

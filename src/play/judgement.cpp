@@ -37,9 +37,10 @@ constexpr std::array<platform::Colour, 5> kColourOfGrade = {
     platform::Rgb(255, 0, 0), platform::Rgb(255, 0, 255), platform::Rgb(0, 0, 255), platform::Rgb(0, 255, 0),
     platform::Rgb(255, 255, 0)};
 
-// The deviation that is graded, with its sign. Within the GREAT window a note that lies less than one unit
-// from where the side's note before it lay counts as dead on: so do the notes of a chord, struck in one
-// frame, and a run that is late or early by the same amount.
+// The deviation that is graded, with its sign.
+// Quirk: within the GREAT window a note that lies less than one unit from where the side's note before it lay
+// counts as dead on: so do the notes of a chord, struck in one frame, and a run that is late or early by the
+// same amount.
 float ForgiveEvenTiming(size_t objectSide, float delta) {
   float& before = ChordDelta[objectSide];
   if (std::abs(delta) >= JudgeWindow[1]) {

@@ -4,8 +4,11 @@
 #include "base/hooks.h"
 #include "chart/loading.h"
 #include "platform/clock.h"
+#include "play/judgement.h"
 #include "play/session.h"
 #include "play/timeline.h"
+#include "state/gauge.h"
+#include "state/judgement.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -73,6 +76,37 @@ TEST_F(AllocationTest, TurnsOfAPreviewAllocateNothing) {
   PreviewActive = true;
   PlayKeySound = true;
   EXPECT_EQ(AllocatedIn(1000), 0U);
+}
+
+TEST_F(AllocationTest, JudgementsOfEveryGradeAllocateNothing) {
+  JudgeWindow = {3, 6, 18, 24};
+  TotalNotes = {100, 0};
+  JudgeCount = {};
+  ComboHiSpeed = true;
+  ChartObj& note = objs[0];
+  note.channel = 11;
+  note.pos = 1000;
+  const size_t before = Allocations();
+  for (int32_t round = 0; round < 30; ++round) {
+    for (const double late : {0, 4, 10, 20, 30, -30}) {
+      Combo[0] = 99;  // a figure rises, or is noted on the graph
+      ChordDelta = {100, 0};
+      playPos = 1000 + late;
+      float used = 0;
+      JudgeNote(0, 0, false, used);
+    }
+    LaneNote[0] = 0;
+    playPos = 1048;
+    JudgeScrolledPast();
+  }
+  EXPECT_EQ(Allocations() - before, 0U);
+  EXPECT_EQ(JudgeCount[0], (std::array<int32_t, 5>{30, 30, 30, 30, 90}));
+}
+
+TEST_F(AllocationTest, ShufflesAllocateNothing) {
+  ExRandom = true;
+  HiSpeed = 2;
+  EXPECT_EQ(AllocatedIn(200), 0U);
 }
 
 TEST_F(AllocationTest, FadesAllocateNothing) {

@@ -24,10 +24,15 @@ class ResetTest : public PlayTest {
     LaneNote.fill(3);
     LaneSound.fill(3);
     LaneDown.fill(true);
+    LaneBeam.fill(1);
+    KeyBeam.fill(0.5F);
+    LaneHit.fill(3);
+    BlinkToggle = ComboLost = ComboRound = true;
     RecCount = RecCursor = 5;
     HistoryNext = {7, 7};
     AttackKind = 2;
     Combo = MaxCombo = {9, 9};
+    ComboDigitCount = {1, 1};
     LastJudge = {2, 2};
     Gauge = GaugeShown = {60, 60};
     Score = ScoreShown = {1000, 1000};
@@ -47,12 +52,19 @@ TEST_F(ResetTest, LanesRecordAndHistoryAreAlwaysPutBack) {
     EXPECT_EQ(LaneNote[lane], -1);
     EXPECT_EQ(LaneSound[lane], -1);
     EXPECT_FALSE(LaneDown[lane]);
+    EXPECT_EQ(LaneBeam[lane], 0);
+    EXPECT_FLOAT_EQ(KeyBeam[lane], 0);
+    EXPECT_EQ(LaneHit[lane], 0);
   }
   EXPECT_EQ(RecCursor, 0);
   EXPECT_EQ(RecCount, 5);  // nothing is being recorded
   EXPECT_FLOAT_EQ(HistoryNext[0], 0);
   EXPECT_FLOAT_EQ(HistoryNext[1], 0);
-  EXPECT_EQ(AttackKind, 255);
+  EXPECT_EQ(AttackKind, kAttackNone);
+  EXPECT_FALSE(BlinkToggle);
+  EXPECT_FALSE(ComboLost);
+  EXPECT_FALSE(ComboRound);
+  EXPECT_EQ(ComboDigitCount[0], 1);  // the combo goes on
 }
 
 TEST_F(ResetTest, NewRecordBeginsEmpty) {
@@ -97,6 +109,7 @@ TEST_F(ResetTest, FreshChartStartsWithFreshFigures) {
     EXPECT_EQ(Combo[side], 0);
     EXPECT_EQ(MaxCombo[side], 0);
     EXPECT_EQ(LastJudge[side], -1);
+    EXPECT_EQ(ComboDigitCount[side], -1);
     EXPECT_FLOAT_EQ(Gauge[side], 22);
     EXPECT_FLOAT_EQ(GaugeShown[side], 22);
     EXPECT_DOUBLE_EQ(Score[side], 0);

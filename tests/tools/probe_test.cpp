@@ -261,6 +261,30 @@ TEST_F(ProbeTest, PlayHasItsKeysInOrder) {
                                     "starts", "bpmLog", "gaugeHistory", "posSamples"});
 }
 
+TEST_F(ProbeTest, PlayPrintsEachJudgement) {
+  // 0.096 units a millisecond: each of the three notes falls on a turn.
+  const std::string output =
+      Probe(
+          {"play", Chart("a.bms", {"#BPM 120", "#RANK 2", "#00011:0102", "#00112:00010000"}), "--fps", "10"})
+          .output;
+  EXPECT_TRUE(Holds(output,
+                    "{\"turn\": 0, \"clock\": 0, \"playPos\": 0, \"obj\": 1, \"channel\": 11, \"pos\": 0, "
+                    "\"delta_used\": 0, \"grade\": 4, \"tooEarly\": false, \"side\": 0}"))
+      << output;
+  EXPECT_TRUE(Holds(output, "\"counts\": [\n    [3, 0, 0, 0, 0],")) << output;
+  EXPECT_TRUE(Holds(output, "\"class\": 0,"));
+  EXPECT_TRUE(Holds(output, "\"exPts\": 6,"));
+}
+
+TEST_F(ProbeTest, NotesThatNobodyPressesAreMissed) {
+  WriteData(u"none.txt", "");
+  const std::string output =
+      Probe({"play", Chart("a.bms", {"#BPM 120", "#00011:01", "#00211:01"}), "--events", At("none.txt")})
+          .output;
+  EXPECT_TRUE(Holds(output, "\"delta_used\": 48, \"grade\": 0, \"tooEarly\": false, \"side\": 0}")) << output;
+  EXPECT_TRUE(Holds(output, "\"class\": 6,"));
+}
+
 TEST_F(ProbeTest, MachineStartsEachSoundInItsTurn) {
   // 120 beats a minute: a measure lasts 2000 ms, and the second half of the first begins at 1000 ms.
   const std::string chart = Chart("a.bms", {"#BPM 120", "#00011:0102", "#00001:03"});
