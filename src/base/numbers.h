@@ -44,11 +44,10 @@ double RoundHalfEven(double value);
 // The same, failing where the result is no whole number of the target type.
 template <std::integral T>
 std::optional<T> RoundTo(double value) {
+  // The greatest 64-bit number is no double; the one behind it is.
+  constexpr double kEnd = 2.0 * static_cast<double>(std::numeric_limits<T>::max() / 2 + 1);
   const double rounded = RoundHalfEven(value);
-  if (!(rounded >= static_cast<double>(std::numeric_limits<T>::min()) &&
-        rounded <= static_cast<double>(std::numeric_limits<T>::max()))) {
-    return std::nullopt;
-  }
+  if (!(rounded >= static_cast<double>(std::numeric_limits<T>::min()) && rounded < kEnd)) return std::nullopt;
   return static_cast<T>(rounded);
 }
 inline std::optional<int32_t> Round(double value) { return RoundTo<int32_t>(value); }

@@ -45,11 +45,11 @@ void MoveBeam(float& beam, uint8_t goal) {
 // The upper part of the beam, put so that it ends where the whole one does.
 void DrawMovingBeam(const LaneSkin& lane, float beam) {
   const SkinClip& clip = Clip[lane.beamClip];
-  const auto shown = RoundTo<int64_t>(clip.height * double{beam});
-  const auto y = RoundTo<int64_t>(clip.height * (1 - double{beam}));
+  const std::optional<int32_t> shown = Round(clip.height * double{beam});
+  const std::optional<int32_t> y = Round(clip.height * (1 - double{beam}));
   if (!shown || !y) return;
   const Rect& rect = clip.rect;
-  DrawFromSheet(clip.file, RectOf(rect.left, rect.top, rect.right, rect.top + *shown), lane.x, *y);
+  DrawFromSheet(clip.file, RectOf(rect.left, rect.top, rect.right, int64_t{rect.top} + *shown), lane.x, *y);
 }
 
 void DrawBeam(int32_t channel) {
@@ -83,7 +83,7 @@ void DrawProgressBar(const SkinPos& pos) {
     CopyFromSheet(clip.file, RectOf(rect.left, top, rect.right, rect.bottom), pos.x, pos.y + gone);
   const double part = phase / period;
   const double k = 1 - part * part;
-  const auto height = RoundTo<int64_t>(k * 8);
+  const std::optional<int32_t> height = Round(k * 8);
   const auto way = RoundTo<int64_t>(static_cast<double>(playClock) * clip.height * RealHiSpeed * k);
   if (!height || !way) return;
   // Quirk: towards its end the head reaches below the clip, into whatever the sheet holds there.
@@ -173,7 +173,8 @@ void DrawMarquee() {
   const TextView head = Left(Mid(MarqueeText, *start + 1), TitleChars);
   const int32_t cells = DrawText(TitleRect.left, TitleRect.top, head, 0);
   const TextView tail = Left(Left(MarqueeText, *start), TitleChars - Len(head));
-  DrawText(TitleRect.left + cells * SysFontW, TitleRect.top, tail, 0);
+  const int64_t behind = int64_t{TitleRect.left} + int64_t{cells} * SysFontW;
+  if (behind < kScreen.right) DrawText(static_cast<int32_t>(behind), TitleRect.top, tail, 0);
 }
 
 }  // namespace qlm

@@ -35,7 +35,7 @@ size_t GlyphOf(char character) {
 // Goes from cell to cell and leaves the leading zeros empty.
 class Pen {
  public:
-  Pen(const SkinNumber& number, int32_t x, int32_t y) : number_(number), x_(x), y_(y) {}
+  Pen(const SkinNumber& number, int64_t x, int64_t y) : number_(number), x_(x), y_(y) {}
 
   void Skip(int32_t cells) { cell_ += cells; }
   // `next` is the character behind it, 0 at the end.
@@ -93,10 +93,13 @@ std::string_view MinutesAndSeconds(Buffer& buffer, int32_t ms) {
 
 // At least two digits before the point and one behind it. Empty for what is too long to be a rate.
 std::string_view Rate(Buffer& buffer, double rate) {
-  char* at = buffer.data();
-  if (rate < 9.95) *at++ = '0';
-  const auto result = std::to_chars(at, buffer.data() + buffer.size(), rate, std::chars_format::fixed, 1);
-  return result.ec == std::errc() ? Written(buffer, result.ptr) : std::string_view();
+  buffer[0] = '0';
+  char* const digits = buffer.data() + 1;
+  const auto result = std::to_chars(digits, buffer.data() + buffer.size(), rate, std::chars_format::fixed, 1);
+  if (result.ec != std::errc()) return {};
+  const std::string_view written = Written(buffer, result.ptr);
+  constexpr size_t kShort = 4;  // as in "04.3"
+  return written.size() <= kShort ? written : written.substr(1);
 }
 
 void DrawFigure(const SkinPos& pos, std::string_view text) { DrawNumber(pos.id, pos.x, pos.y, text, 0); }
@@ -109,7 +112,7 @@ std::optional<int64_t> WholePart(double value) { return RoundTo<int64_t>(std::tr
 
 }  // namespace
 
-void DrawNumber(int32_t number, int32_t x, int32_t y, std::string_view text, int32_t digits) {
+void DrawNumber(int32_t number, int64_t x, int64_t y, std::string_view text, int32_t digits) {
   const SkinNumber* const strip = Number.Find(number);
   if (strip == nullptr || !DDBack) return;
   Pen pen(*strip, x, y);
@@ -123,7 +126,7 @@ void DrawNumber(int32_t number, int32_t x, int32_t y, std::string_view text, int
   }
 }
 
-void DrawNumber(int32_t number, int32_t x, int32_t y, int64_t value, int32_t digits) {
+void DrawNumber(int32_t number, int64_t x, int64_t y, int64_t value, int32_t digits) {
   Buffer buffer;
   DrawNumber(number, x, y, Whole(buffer, value), digits);
 }

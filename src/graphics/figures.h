@@ -9,9 +9,9 @@ namespace qlm {
 
 // Draws a figure with strip `number` from (x, y) on. With `digits` above 0 a whole number is filled with
 // zeros to that many characters, its sign among them. Zeros ahead of other digits leave their cells empty.
-void DrawNumber(int32_t number, int32_t x, int32_t y, std::string_view text, int32_t digits);
+void DrawNumber(int32_t number, int64_t x, int64_t y, std::string_view text, int32_t digits);
 // The same for a whole number.
-void DrawNumber(int32_t number, int32_t x, int32_t y, int64_t value, int32_t digits);
+void DrawNumber(int32_t number, int64_t x, int64_t y, int64_t value, int32_t digits);
 
 // Tempo, times, frame rate, stage and the chart's progress.
 void DrawChartFigures();

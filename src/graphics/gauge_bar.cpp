@@ -32,22 +32,24 @@ double Wobble(size_t side) {
 void DrawPart(const SkinPos& pos, const SkinClip& clip, double from, double to) {
   const double sourceStep = clip.width / 100.0;
   const double step = GaugeStep == 0 ? sourceStep : double{GaugeStep};
-  const auto left = RoundTo<int64_t>(from * step);
-  const auto right = RoundTo<int64_t>(to * step);
-  const auto sourceLeft = RoundTo<int64_t>(from * sourceStep);
-  const auto sourceRight = RoundTo<int64_t>(to * sourceStep);
+  const std::optional<int32_t> left = Round(from * step);
+  const std::optional<int32_t> right = Round(to * step);
+  const std::optional<int32_t> sourceLeft = Round(from * sourceStep);
+  const std::optional<int32_t> sourceRight = Round(to * sourceStep);
   if (!left || !right || !sourceLeft || !sourceRight) return;
   const Rect& rect = clip.rect;
   const int64_t bottom = int64_t{pos.y} + clip.height;
   if (pos.p3 == kRightward) {
-    StretchFromSheet(clip.file,
-                     RectOf(rect.left + *sourceLeft, rect.top, rect.left + *sourceRight, rect.bottom),
-                     RectOf(pos.x + *left, pos.y, pos.x + *right, bottom));
+    StretchFromSheet(
+        clip.file,
+        RectOf(int64_t{rect.left} + *sourceLeft, rect.top, int64_t{rect.left} + *sourceRight, rect.bottom),
+        RectOf(int64_t{pos.x} + *left, pos.y, int64_t{pos.x} + *right, bottom));
   } else {
     const int64_t end = int64_t{pos.x} + clip.width;
-    StretchFromSheet(clip.file,
-                     RectOf(rect.right - *sourceRight, rect.top, rect.right - *sourceLeft, rect.bottom),
-                     RectOf(end - *right, pos.y, end - *left, bottom));
+    StretchFromSheet(
+        clip.file,
+        RectOf(int64_t{rect.right} - *sourceRight, rect.top, int64_t{rect.right} - *sourceLeft, rect.bottom),
+        RectOf(end - *right, pos.y, end - *left, bottom));
   }
 }
 

@@ -72,7 +72,8 @@ void DrawCombo(size_t side, int64_t x, int32_t y, int32_t squash) {
 void DrawRising(const SkinPos& word, bool shown, uint32_t since, int32_t value) {
   const int32_t ms = platform::Elapsed(platform::Now(), since);
   if (!shown || ms < 0 || ms >= kStands) return;
-  DrawNumber(ComboNumber, word.x, word.y - Number[ComboNumber].height - ms / 10, value, 0);
+  const int64_t bottom = int64_t{word.y} - ms / 10;
+  DrawNumber(ComboNumber, word.x, bottom - Number[ComboNumber].height, value, 0);
 }
 
 void DrawComboGraph(size_t side, int64_t x, int64_t y) {

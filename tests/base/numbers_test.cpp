@@ -149,6 +149,9 @@ TEST(Round, FailsOnWhatDoesNotFit) {
   EXPECT_FALSE(Round(NAN));
   EXPECT_FALSE(Round(INFINITY));
   EXPECT_FALSE(RoundTo<int16_t>(32768));
+  EXPECT_EQ(RoundTo<int64_t>(-0x1p63), INT64_MIN);
+  EXPECT_EQ(RoundTo<int64_t>(0x1p62), int64_t{1} << 62);
+  EXPECT_FALSE(RoundTo<int64_t>(0x1p63));
 }
 
 TEST(Narrow, KeepsInfinityAndFailsOnOverflow) {

@@ -166,6 +166,8 @@ TEST_F(ChartFigures, TheFrameRateHasOneDecimal) {
   EXPECT_EQ(Shown(FpsPos), "59.9    ");
   Fps = 4.26;
   EXPECT_EQ(Shown(FpsPos), " 4.3    ");
+  Fps = 9.95;  // a little less in binary
+  EXPECT_EQ(Shown(FpsPos), " 9.9    ");
   Fps = 9.96;
   EXPECT_EQ(Shown(FpsPos), "10.0    ");
   Fps = 0;

@@ -1,6 +1,9 @@
 // The play screen as a whole: what lies over what, and what goes on without a screen.
 #include "graphics/play_screen.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "state/gauge.h"
@@ -159,6 +162,99 @@ TEST_F(WholeScreen, ThePlayGoesOnWithoutAScreen) {
   EXPECT_EQ(LaneHit[2], 0);
   EXPECT_TRUE(BlinkToggle);
   EXPECT_TRUE(PlayEnd);
+}
+
+TEST_F(WholeScreen, ADoublePlayHasOneWordOneBarAndOneClass) {
+  SideCount = 2;
+  LastJudge[1] = 4;
+  LastJudgeTime[1] = kNow;
+  GaugeShown[1] = 50;
+  playPos = 20;  // where the word does not bounce
+  const auto alone = [](SkinPos& pos, const SkinPos& value) {
+    pos = value;
+    const bool shown = OnTop() == value.id;
+    pos = {};
+    return shown;
+  };
+  for (const int32_t player : {2, 3}) {
+    HdrPlayer = player;
+    EXPECT_EQ(alone(JudgePos[1][4], Step(1)), player == 2);
+    EXPECT_EQ(alone(GaugeBackPos[1], Step(2)), player == 2);
+    EXPECT_EQ(alone(GaugePos[1], Step(3, 1)), player == 2);
+    EXPECT_EQ(alone(ClassPos[1][6], Step(4)), player == 2);
+    EXPECT_TRUE(alone(KeyPos[2], Step(5)));
+    EXPECT_TRUE(alone(JudgeLinePos[1][0], Step(6)));
+  }
+}
+
+// Numbers at the ends of their ranges everywhere: nothing is worth more than that nothing overflows.
+TEST_F(WholeScreen, AbsurdNumbersDoNoHarm) {
+  SideCount = 2;
+  HdrPlayer = 2;
+  LayStrip(1, 8, 12);
+  ComboNumber = 1;
+  LayObj(11, INT32_MAX).speedMul = 1e38F;
+  LayObj(12, INT32_MIN).speedMul = -1e38F;
+  LayObj(ObjSeparator, 5);
+  LastJudge = {4, 4};
+  LastJudgeTime = {kNow, kNow};
+  Combo = MaxCombo = {INT32_MAX, INT32_MIN};
+  ComboDigitCount = {5, 5};
+  ComboRound = ComboLost = true;
+  ComboRoundTime = ComboLostTime = kNow;
+  ComboRoundValue = ComboLostValue = INT32_MIN;
+  LenUsed.fill(true);
+  LineList[0].last = LineList[1].last = LayerList.last = ClipList.last = INT32_MAX;
+  for (const int32_t most : {INT32_MIN, INT32_MAX}) {
+    const auto edge = static_cast<int16_t>(most > 0 ? INT16_MAX : INT16_MIN);
+    SkinClip& clip = Clip[1];
+    clip.rects.assign(1, {most, most, most, most});
+    clip.rect = {INT32_MIN, INT32_MIN, most, most};
+    clip.width = clip.height = most;
+    Number[1].width = Number[1].height = most;
+    TitleRect = {most, most, most, most};
+    TitleChars = most;
+    MarqueeText = u"title";
+    JudgeY = edge;
+    NoteSkin.Fill({.clip = 1, .x = edge, .yOffset = edge, .beamClip = 1});
+    const SkinPos pos = {1, edge, edge, edge, edge};
+    for (BySide<SkinPos>* both : {&ScorePos, &JPointPos, &MaxPos, &GaugeNumPos, &GaugePos, &GaugeBackPos})
+      both->fill(pos);
+    for (SkinPos* one : {&BpmPos, &PlayPos1, &PlayFullPos, &CountPos, &StagePos, &FpsPos}) *one = pos;
+    for (size_t side = 0; side < 2; ++side) {
+      ScoreCountPos[side].fill(pos);
+      JudgePos[side].fill(pos);
+      JudgeLinePos[side].fill(pos);
+      ClassPos[side].fill(pos);
+      FanPos[side].fill(pos);
+      OptionPos[side].fill(pos);
+    }
+    LenPos.fill(pos);
+    KeyPos.fill(pos);
+    for (const double value : {1e300, -1e300, 9.3e18, 2147483648.0, std::numeric_limits<double>::infinity(),
+                               std::numeric_limits<double>::quiet_NaN()}) {
+      const auto narrow = static_cast<float>(std::clamp(value, -3e38, 3e38));
+      playPos = curMeasure = value;
+      HiSpeed = RealHiSpeed = GaugeStep = shownBPM = narrow;
+      clip.speed = narrow;
+      clip.animMode = kClipByPosition;
+      MeasureLen.Fill(1e-9F);
+      ScoreShown.fill(value);
+      Gauge = GaugeShown = JPts = JPtsShown = {narrow, narrow};
+      KeyBeam.fill(narrow);
+      LaneBeam.fill(1);
+      LaneHit.fill(1);
+      playClock = curMeasurePos = most;
+      BMSLengthMs = INT32_MAX;
+      CourseSong = most;
+      Draw();
+      BMSLengthMs = 1;
+      playClock = INT32_MIN;
+      curMeasure = 0;
+      HalfField = Quil = Accel = !Quil;
+      Draw();
+    }
+  }
 }
 
 TEST_F(WholeScreen, TheBlinkTurnsOncePerPlayer) {

@@ -12,6 +12,7 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/skin.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
@@ -70,6 +71,38 @@ TEST_F(AllocationTest, TurnsWithSoundsAndFramesAllocateNothing) {
   EXPECT_EQ(AllocatedIn(1000), 0U);
   EXPECT_GT(objCursor, 200);
   EXPECT_LT(objCursor, objCount);
+}
+
+// A skin with lanes, figures, a title and a word on every sheet's first pixels.
+TEST_F(AllocationTest, TurnsThatDrawASkinAllocateNothing) {
+  const auto lay = [](uint8_t file) {
+    SkinFile[file] = std::make_shared<Surface>(64, 64);
+    SkinFile[file]->SetColourKey(1, 1);
+    SkinClip& clip = Clip[file];
+    clip.file = file;
+    clip.frames = 2;
+    clip.rects = {{0, 0, 32, 16}, {32, 0, 64, 16}};
+    clip.rect = clip.rects[0];
+    clip.width = 32;
+    clip.height = 16;
+    clip.speed = 30;
+    clip.animMode = kClipByClock;
+    ClipList.entries[static_cast<size_t>(++ClipList.last)] = file;
+  };
+  for (const uint8_t file : {1, 2, 3}) lay(file);
+  Number[1] = {.file = 2, .width = 4, .height = 8};
+  Number[1].rects.fill({0, 0, 4, 8});
+  SysFont.Fill({0, 0, 8, 16});
+  SysFontW = 8;
+  TitleChars = 20;
+  NoteSkin.Fill({.clip = 2, .x = 100, .beamClip = 3});
+  for (SkinPos* pos : {&BpmPos, &PlayPos1, &FpsPos, &CountPos, &ScorePos[0], &MaxPos[0]})
+    *pos = {1, 9, 9, 5, 0};
+  JudgePos[0].fill({2, 200, 200, 0, 0});
+  GaugePos[0] = {2, 300, 300, 1, 0};
+  LastJudge[0] = 4;
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+  EXPECT_GT(Fps, 1.0);
 }
 
 TEST_F(AllocationTest, TurnsOfAPreviewAllocateNothing) {
