@@ -5,11 +5,12 @@
 #include <string>
 
 #include "base/log.h"
+#include "base/numbers.h"
 #include "base/paths.h"
 #include "graphics/display.h"
 #include "graphics/skin_directives.h"
+#include "graphics/skin_lines.h"
 #include "platform/files.h"
-#include "platform/text.h"
 #include "state/chart.h"
 #include "state/settings.h"
 #include "state/skin.h"
@@ -31,24 +32,9 @@ void ClearSkin() {
   DDSkinBack.reset();
 }
 
-// Lines end in CR LF or LF.
-void ReadLines(TextView text, SkinReading& in) {
-  while (!text.empty()) {
-    const size_t end = text.find(kLf);
-    TextView raw = text.substr(0, end);
-    text.remove_prefix(end == TextView::npos ? text.size() : end + 1);
-    if (raw.ends_with(kCr)) raw.remove_suffix(1);
-    const Text line = CleanSkinLine(raw);
-    in.Begin(line);
-    ReadSkinLine(in);
-  }
-}
-
 void ReadSkinFile(TextView path, SkinReport* report) {
   const std::optional<std::string> bytes = platform::ReadFilePart(path, 0, kLongestSkin);
-  SkinReading in(report);
-  if (bytes) ReadLines(platform::DecodeCp932(*bytes), in);
-  CutClips(in);
+  if (bytes) ReadSkin(*bytes, report);
 }
 
 // Quirk: which lines are drawn is asked of the left placement alone, so that a line which stands for the

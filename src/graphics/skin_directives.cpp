@@ -6,6 +6,8 @@
 
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
+#include "graphics/skin_lines.h"
+#include "platform/text.h"
 #include "state/surfaces.h"
 
 namespace qlm {
@@ -240,7 +242,7 @@ void ReadJudge(SkinReading& in) {
   ReadSkinPos(in, JudgeLinePos[*side][TurntableOf(in, word.Piece(2))], SkinPart::kClip, AtEdge::kRefused);
 }
 
-// The words of #KEY and #PLA must stand in capitals.
+// Quirk: the words of #KEY and #PLA must stand in capitals, and no others.
 void ReadKey(SkinReading& in) {
   const bool second = in.Line().starts_with(u"#KEY2P");
   if (!second && !in.Line().starts_with(u"#KEY1P")) {
@@ -504,8 +506,6 @@ constexpr Directive kDirectives[] = {
 // What the list of skins reads.
 bool IsOfTheList(TextView line) { return BeginsWith(line, u"#SKINSTYLE") || BeginsWith(line, u"#TITLE"); }
 
-}  // namespace
-
 void ReadSkinLine(SkinReading& in) {
   if (!in.Line().starts_with(u'#')) return;
   for (const Directive& directive : kDirectives) {
@@ -514,11 +514,7 @@ void ReadSkinLine(SkinReading& in) {
   if (!IsOfTheList(in.Line())) in.Remark(u"there is no such directive");
 }
 
-void Append(SkinOrder& order, uint8_t number) {
-  if (order.last + 1 >= static_cast<int32_t>(order.entries.size())) return;
-  order.entries[static_cast<size_t>(++order.last)] = number;
-}
-
+// The frames of the clips, once all lines are read.
 void CutClips(const SkinReading& in) {
   for (size_t index = 0; index < in.strips.size(); ++index) {
     const auto& strip = in.strips[index];
@@ -530,6 +526,28 @@ void CutClips(const SkinReading& in) {
              Cell(strip->x + frame * strip->stepX, strip->y + frame * strip->stepY, clip.width, clip.height));
     }
   }
+}
+
+}  // namespace
+
+void ReadSkin(std::string_view bytes, SkinReport* report) {
+  SkinReading in(report);
+  const Text whole = platform::DecodeCp932(bytes);
+  for (TextView text = whole; !text.empty();) {
+    const size_t end = text.find(kLf);
+    TextView raw = text.substr(0, end);
+    text.remove_prefix(end == TextView::npos ? text.size() : end + 1);
+    if (raw.ends_with(kCr)) raw.remove_suffix(1);
+    const Text line = CleanSkinLine(raw);
+    in.Begin(line);
+    ReadSkinLine(in);
+  }
+  CutClips(in);
+}
+
+void Append(SkinOrder& order, uint8_t number) {
+  if (order.last + 1 >= static_cast<int32_t>(order.entries.size())) return;
+  order.entries[static_cast<size_t>(++order.last)] = number;
 }
 
 }  // namespace qlm

@@ -36,6 +36,8 @@ int64_t SkinReading::HexDigits(int64_t column) {
   const TextView digits = Mid(line_, column, 2);
   if (!IsHexText(digits) || digits.size() < 2) {
     Remark(u"columns ", column, u" and ", column + 1, u" hold no two hexadecimal digits");
+  } else {
+    CheckBlankAt(column + 2);
   }
   return ValHex(digits);
 }
@@ -44,6 +46,8 @@ std::optional<int32_t> SkinReading::DecimalDigits(int64_t column) {
   const TextView digits = Mid(line_, column, 2);
   if (digits.size() < 2 || !std::all_of(digits.begin(), digits.end(), IsDigit)) {
     Remark(u"columns ", column, u" and ", column + 1, u" hold no two digits");
+  } else {
+    CheckBlankAt(column + 2);
   }
   return ToWhole(digits);
 }
@@ -61,6 +65,11 @@ void SkinReading::ArgumentsFrom(int64_t column) {
 void SkinReading::ArgumentsBehindBlank() {
   const size_t blank = line_.find(u' ');
   TakeArguments(blank == TextView::npos ? TextView() : line_.substr(blank + 1));
+}
+
+void SkinReading::CheckBlankAt(int64_t column) {
+  const TextView behind = Mid(line_, column, 1);
+  if (!behind.empty() && behind != u" ") Remark(u"column ", column, u" holds no blank");
 }
 
 // Between the word and the column there must be blanks and nothing else, or an author has miscounted.

@@ -42,9 +42,10 @@ class SkinReading {
   void Begin(TextView line);
   TextView Line() const { return line_; }
 
-  // The word, as it stands and split. A word that carries a side has its last letter cut off first.
+  // The word, as it stands and split.
   TextView WholeWord() const { return line_.substr(0, line_.find(u' ')); }
   SkinWord Word() const { return SplitWord(WholeWord()); }
+  // Quirk: a word that carries a side has its last letter cut off first, whatever it is: "1P" is meant.
   SkinWord SidedWord() const { return SplitWord(Left(WholeWord(), Len(WholeWord()) - 1)); }
 
   // Two hexadecimal digits from a column on, 0 when they are none; two decimal ones, nothing then.
@@ -126,6 +127,7 @@ class SkinReading {
     Assign(target, value);
     if (!value) Remark(name, u" is out of range: ", text);
   }
+  void CheckBlankAt(int64_t column);
   void CheckColumn(int64_t column);
   void AddRemark(Text text);
   void AddSet(const void* entry);

@@ -176,12 +176,30 @@ TEST_F(ResetTest, SkinIsLoadedTwiceInARow) {
 }
 
 TEST_F(ResetTest, ModeWithoutASkinLoadsNone) {
-  HdrPlayer = 0;
+  HdrPlayer = -1;
   LoadSkinChoice();
   HdrPlayer = 5;
   LoadSkinChoice();
   StoreSkinChoice();
   EXPECT_TRUE(log.empty());
+}
+
+TEST_F(ResetTest, NoPlayerCountsAsOneAndFourAsTwo) {
+  SkinMapPath = {u"\\a.brd", u"\\b.brd", u"\\c.brd"};
+  HdrPlayer = 0;
+  LoadSkinChoice();
+  EXPECT_TRUE(Logged(u"Load SkinMap(0) :\\a.brd"));
+  HdrPlayer = 4;
+  LoadSkinChoice();
+  EXPECT_TRUE(Logged(u"Load SkinMap(1) :\\b.brd"));
+}
+
+TEST_F(ResetTest, WhereNoSkinWasLoadedTheMapStays) {
+  SkinMapPath[0] = u"\\a.brd";
+  LoadSkinChoice();  // there is no such file
+  StoreSkinChoice();
+  EXPECT_EQ(SkinMapPath[0], u"\\a.brd");
+  EXPECT_TRUE(Logged(u"Restore SkinMap(0) :"));
 }
 
 TEST_F(ResetTest, SkinChangedInPlayStays) {

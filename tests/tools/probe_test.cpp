@@ -170,15 +170,12 @@ TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
 TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
   const std::string chart = Chart("a.bms", kLines);
   const std::vector<std::vector<std::string>> refused = {
-      {"play", chart, "--skin", "a.brd"},
       {"play", chart, "--record", "a.qpd"},
       {"play", chart, "--replay", "a.qpd"},
-      {"frame", chart, "--at", "0", "--out", At("f"), "--skin", "a.brd"},
       {"play", chart, "--set", "keys=k.dat"},
       {"course", "a.qcl"},
       {"dump", "a.qbl"},
       {"dump", "qlm_keycnf.dat"},
-      {"skin", "a.brd"},
       {"keys", "k.dat"},
       {"title", "x"}};
   for (const std::vector<std::string>& words : refused) {
