@@ -34,12 +34,13 @@ std::optional<size_t> PlaceOf(TextView word, const std::array<TextView, N>& word
 }
 
 // ReadSkinPos: id, x, y, p3, p4 behind the first blank.
-void ReadSkinPos(SkinReading& in, SkinPos& pos, SkinPart part, AtEdge atEdge = AtEdge::kCut) {
+void ReadSkinPos(SkinReading& in, SkinPos& pos, SkinPart part, AtEdge atEdge = AtEdge::kCut,
+                 Field place = Field::kNeeded) {
   in.ArgumentsBehindBlank();
   in.Sets(&pos);
-  in.Hex(u"the number of the picture", pos.id);
-  in.Whole(u"x", pos.x);
-  in.Whole(u"y", pos.y);
+  in.Hex(part == SkinPart::kNumber ? u"the number of the digits" : u"the clip", pos.id);
+  in.Whole(u"x", pos.x, place);
+  in.Whole(u"y", pos.y, place);
   in.Whole(u"the fourth field", pos.p3, Field::kMayBeLeftOut);
   in.Whole(u"the fifth field", pos.p4, Field::kMayBeLeftOut);
   in.Uses(part, pos.id);
@@ -349,7 +350,8 @@ void ReadBomb(SkinReading& in) {
   const SkinWord word = in.Word();
   const std::optional<size_t> row = PlaceOf(word.Piece(1), kWords);
   if (!row) return RemarkKeyword(in, word.Piece(1));
-  ReadSkinPos(in, BombPos[*row], SkinPart::kClip);
+  // It bursts where the note was.
+  ReadSkinPos(in, BombPos[*row], SkinPart::kClip, AtEdge::kCut, Field::kMayBeLeftOut);
 }
 
 // Gauges, fan and combo box.

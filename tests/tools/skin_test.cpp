@@ -1,4 +1,6 @@
 // The command `skin`, and plays with a skin of one's choice.
+#include <filesystem>
+
 #include "base/paths.h"
 #include "tests/tools/probe.h"
 
@@ -107,7 +109,7 @@ TEST_F(SkinCommandTest, NumbersThatAreNoneOrDoNotFit) {
   ExpectOne("#COUNT 01,10", "y is missing");
   ExpectOne("#COUNT 01,,5", "x is missing");
   ExpectOne("#COUNT 01,40000,5", "x is out of range: 40000");
-  ExpectAmong("#COUNT 0x1,1,5", "the number of the picture is no hexadecimal number: 0x1");
+  ExpectAmong("#COUNT 0x1,1,5", "the number of the digits is no hexadecimal number: 0x1");
   ExpectOne("#YPOSITION 300px", "y is no number: 300px");
   ExpectAmong("#COMBO 256", "the number of the digits is out of range: 256");
   ExpectOne("#CLIP02 1,0,0,8,8,0,0,70000", "the number of frames is out of range: 70000");
@@ -183,6 +185,19 @@ TEST_F(SkinCommandTest, AMissingSkinIsRefused) {
   EXPECT_EQ(Probe({"skin", At("none.brd")}).exitStatus, 1);
   EXPECT_EQ(Probe({"skin"}).exitStatus, 2);
   EXPECT_EQ(Probe({"skin", At("none.brd"), "--side-count", "3"}).exitStatus, 2);
+}
+
+TEST_F(SkinCommandTest, TheExampleOfTheDocumentsIsSound) {
+  std::filesystem::copy(QLM_SOURCE_DIR "/docs/example-skin", At("example"),
+                        std::filesystem::copy_options::recursive);
+  WriteData(u"_qlmfiles\\example-back.png",
+            ReadBytes(Join(AppPath, u"\\example\\_qlmfiles\\example-back.png")));
+  WriteData(u"_qlmfiles\\example-sheet.png",
+            ReadBytes(Join(AppPath, u"\\example\\_qlmfiles\\example-sheet.png")));
+  const ProcessResult result = Probe({"skin", At("example/_qlmfiles/example.brd")});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_TRUE(Holds(result.output, "\"warnings\": []"));
+  EXPECT_TRUE(Holds(result.output, "\"background\": \"example-back.png\""));
 }
 
 class SkinOptionTest : public ProbeTest {
