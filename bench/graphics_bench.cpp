@@ -3,6 +3,7 @@
 
 #include <array>
 #include <memory>
+#include <string>
 
 #include "bench/support/bench_game.h"
 #include "graphics/display.h"
@@ -10,6 +11,7 @@
 #include "graphics/fades.h"
 #include "graphics/play_screen.h"
 #include "graphics/present.h"
+#include "graphics/skin_directives.h"
 #include "platform/clock.h"
 #include "state/chart.h"
 #include "state/gauge.h"
@@ -257,6 +259,21 @@ void FallingTiles(benchmark::State& state) {
   ReleaseDD();
 }
 BENCHMARK(FallingTiles)->Unit(benchmark::kMicrosecond);
+
+// 2,000 lines, several times as many as a large skin has, a quarter of them clips of 16 frames.
+void SkinLines(benchmark::State& state) {
+  std::string skin;
+  for (int i = 0; i < 500; ++i) {
+    skin +=
+        "#CLIP2A 2,10,20,32,16,2,1,16,40 // a moving one\r\n#NOTE11 2A,00,00,100,200\r\n"
+        "#SC_PERFECT_1P 01,340,60,4\r\n#OP_HIDDEN 2A,1,2,3,4\r\n";
+  }
+  for (auto _ : state) {
+    ClearSkinTables();
+    ReadSkin(skin, nullptr);
+  }
+}
+BENCHMARK(SkinLines)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace qlm

@@ -63,7 +63,8 @@ class BootTest : public GameTest {
 TEST_F(BootTest, LogsEachStepWordForWord) {
   EXPECT_EQ(Start({"-P"}).exitStatus, 0);
   ExpectInOrder({std::string(67, '-'), "    [InitDX]", "    [InitDI_Keyboard]", "    [InitDD]",
-                 "    [InitDS]", "    [Start] preparing...", "    Updating list contents", "        Done",
+                 "    [InitDS]", "    [Start] preparing...", "    Updating list contents",
+                 "        [UpdateSkinList]", "        0 skins(s) has detected.", "        Done",
                  "        # BMS-list(s) not found. Make now.", "        Opening MixerHandle...",
                  "        Can't Detect MixerHandle! Volume control can't be used.",
                  "        Loading ConvDict...", "        [ExitApp]", "        saving settings...",
