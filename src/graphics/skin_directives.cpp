@@ -192,7 +192,7 @@ void ReadBlink(SkinReading& in) {
   in.Whole(u"the clip with the turntable on the right", right.id);
   for (const SkinPos& pos : {left, right}) {
     in.Uses(SkinPart::kClip, pos.id);
-    in.Stands(SkinPart::kClip, pos.id, pos.x, pos.y, AtEdge::kRefused);
+    in.Stands(SkinPart::kClip, pos.id, pos.x, pos.y, AtEdge::kCut);
   }
 }
 
