@@ -132,6 +132,18 @@ void CloseSoundDevice() {
   offline = false;
 }
 
+std::optional<int32_t> SoundVolume() {
+  if (mixer == nullptr) return std::nullopt;
+  return mixer->Volume();
+}
+
+SoundError SetSoundVolume(int32_t volume) {
+  if (mixer == nullptr) return kSoundUninitialized;
+  if (volume < 0 || volume > kFullSoundVolume) return kSoundInvalidParam;
+  mixer->SetVolume(volume);
+  return kSoundOk;
+}
+
 SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format) {
   if (mixer == nullptr) return {nullptr, kSoundUninitialized};
   if (!DeviceTakes(format)) return {nullptr, kSoundBadFormat};

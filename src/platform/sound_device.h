@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -83,6 +84,14 @@ struct SoundDeviceInfo {
 // Never fails: without a device the null output opens.
 SoundDeviceInfo OpenSoundDevice(SoundOutput output);
 void CloseSoundDevice();
+
+// The volume of everything that the open device sounds, 0 (silence) to kFullSoundVolume, linear. A device
+// opens at full volume, which leaves every sample as it is. What is set holds from the next block on.
+constexpr int32_t kFullSoundVolume = 65535;
+// Nothing without a device.
+std::optional<int32_t> SoundVolume();
+// kSoundUninitialized without a device, kSoundInvalidParam out of range.
+SoundError SetSoundVolume(int32_t volume);
 
 struct SoundBufferResult {
   SoundBufferPtr buffer;  // null when it failed

@@ -226,12 +226,14 @@ void Mixer::Run(float* sum, uint32_t frames) {
 }
 
 void Mixer::Render(std::span<int16_t> out) {
+  // Exactly 1 at full volume.
+  const float gain = static_cast<float>(Volume()) / static_cast<float>(kFullSoundVolume);
   while (out.size() >= 2) {
     const auto frames = static_cast<uint32_t>(std::min<size_t>(out.size() / 2, kPieceFrames));
     const size_t samples = size_t{2} * frames;
     std::fill_n(sum_, samples, 0.0F);
     Run(sum_, frames);
-    for (size_t i = 0; i < samples; ++i) out[i] = ToSample(sum_[i]);
+    for (size_t i = 0; i < samples; ++i) out[i] = ToSample(sum_[i] * gain);
     out = out.subspan(samples);
   }
   std::fill(out.begin(), out.end(), int16_t{0});

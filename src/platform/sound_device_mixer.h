@@ -57,6 +57,9 @@ class Mixer {
   void Close();
   // With time of the clock: lets what has passed since the last call pass for the voices too.
   void KeepTime();
+  // Of everything, 0 to kFullSoundVolume.
+  int32_t Volume() const { return volume_.load(std::memory_order_relaxed); }
+  void SetVolume(int32_t volume) { volume_.store(volume, std::memory_order_relaxed); }
   // Hands a voice that was not enlisted to the device.
   void Enlist(Voice* voice);
   // The owner has let go of the voice: frees it as soon as the device does not hold it.
@@ -76,6 +79,7 @@ class Mixer {
   void Run(float* sum, uint32_t frames);
 
   std::atomic<Voice*> intake_ = nullptr;  // the newest first
+  std::atomic<int32_t> volume_ = kFullSoundVolume;
 
   // Device's thread.
   Voice* active_ = nullptr;

@@ -157,6 +157,11 @@ void EchoPop(int32_t index) {
   --EchoCount;
 }
 
+void DropEchoes() {
+  EchoCount = 0;
+  for (auto& step : EchoBuffer) step.Clear();
+}
+
 int32_t ServeEchoes() {
   int32_t played = 0;
   for (int32_t i = 0; i < EchoCount;) {

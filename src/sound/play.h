@@ -26,6 +26,8 @@ void SetSEVolume(int32_t index, int32_t volume);
 void EchoPush(int32_t time, int16_t slot, int32_t step);
 // Removes the entry; later ones move down by one.
 void EchoPop(int32_t index);
+// Empties the queue and lets the voices of echoes go, which ends those that sound.
+void DropEchoes();
 // Plays and removes the entries whose time is below playClock, and gives their count.
 int32_t ServeEchoes();
 

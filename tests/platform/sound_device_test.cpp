@@ -126,6 +126,43 @@ TEST_F(OfflineSound, MonoSoundsOnBothSides) {
   EXPECT_EQ(Render(4), Frames({7, 7, -8, -8, 9, 9, 0, 0}));
 }
 
+TEST_F(OfflineSound, TheDeviceOpensAtFullVolume) { EXPECT_EQ(SoundVolume(), kFullSoundVolume); }
+
+TEST_F(OfflineSound, VolumeScalesTheWholeMix) {
+  const SoundBufferPtr first = Mono({10000, -10000, 32767, 100});
+  const SoundBufferPtr second = Mono({10000, -10000, 32767, 31});
+  first->Play(false);
+  second->Play(false);
+  // A fifth: what is too loud is cut behind the volume.
+  EXPECT_EQ(SetSoundVolume(13107), kSoundOk);
+  EXPECT_EQ(RenderMono(4), Frames({4000, -4000, 13107, 26}));
+  EXPECT_EQ(SoundVolume(), 13107);
+}
+
+TEST_F(OfflineSound, VolumeOfNothingIsSilenceAndTimePasses) {
+  const SoundBufferPtr sound = Mono({1, 2, 3});
+  sound->Play(false);
+  SetSoundVolume(0);
+  EXPECT_EQ(RenderMono(1), Frames({0}));
+  SetSoundVolume(kFullSoundVolume);
+  EXPECT_EQ(RenderMono(3), Frames({2, 3, 0}));
+}
+
+TEST_F(OfflineSound, VolumeOutOfRangeIsRefused) {
+  EXPECT_EQ(SetSoundVolume(-1), kSoundInvalidParam);
+  EXPECT_EQ(SetSoundVolume(65536), kSoundInvalidParam);
+  EXPECT_EQ(SoundVolume(), kFullSoundVolume);
+}
+
+TEST_F(OfflineSound, VolumeBelongsToTheOpenDevice) {
+  SetSoundVolume(1);
+  CloseSoundDevice();
+  EXPECT_EQ(SoundVolume(), std::nullopt);
+  EXPECT_EQ(SetSoundVolume(1), kSoundUninitialized);
+  OpenSoundDevice(SoundOutput::kNull);
+  EXPECT_EQ(SoundVolume(), kFullSoundVolume);
+}
+
 TEST_F(OfflineSound, EightBitsAreUnsignedAndScaledBy256) {
   const std::vector<unsigned char> mono = {0, 128, 255, 127};
   const SoundBufferPtr sound = Create(Format(1, 8), mono);
