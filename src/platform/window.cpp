@@ -225,7 +225,7 @@ bool DisplayAvailable() {
 
 void PumpWindowEvents(const WindowEvents& events) {
   SDL_Event event;
-  while (SDL_WasInit(SDL_INIT_VIDEO) != 0 && SDL_PollEvent(&event) != 0) {
+  while (SDL_WasInit(SDL_INIT_EVENTS) != 0 && SDL_PollEvent(&event) != 0) {
     Report(event, events);
   }
 }
