@@ -8,10 +8,10 @@
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
 #include "graphics/draw.h"
+#include "graphics/input.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
 #include "platform/window.h"
-#include "state/keys.h"
 #include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -33,14 +33,10 @@ constexpr platform::WindowEvents kEvents{
     .activated =
         [](bool active) {
           WindowActive = active;
+          if (!active) ReleaseKeyboard();
           if (hooks::windowActivated != nullptr) hooks::windowActivated(active);
         },
-    .key =
-        [](int32_t key, bool down) {
-          KeyHeld.Put(key, down);
-          void (*const hook)(int32_t) = down ? hooks::keyDown : hooks::keyUp;
-          if (hook != nullptr) hook(key);
-        },
+    .key = HandOverKey,
 };
 
 struct Place {
@@ -106,9 +102,6 @@ void CountFrame() {
   FrameCount = 0;
   FpsTime = now;
 }
-
-// The controllers' state of this frame; the controllers are still to come.
-void ReadJoysticks() {}
 
 }  // namespace
 

@@ -6,6 +6,7 @@ namespace qlm {
 void SendStandby() {}
 void SendGaugeData() {}
 void SendEnd() {}
+void SendAttack(int32_t) {}
 void StoreOwnGauge(int32_t, uint8_t) {}
 
 }  // namespace qlm

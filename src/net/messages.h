@@ -11,6 +11,8 @@ void SendStandby();
 void SendGaugeData();
 // The last gauge data and the end of the own play; the host then checks whether all have ended.
 void SendEnd();
+// An attack on the player at place 0 to 4.
+void SendAttack(int32_t position);
 
 // The own row of the players' table takes a gauge sample, accuracy and score. Runs outside a battle too.
 void StoreOwnGauge(int32_t slot, uint8_t sample);

@@ -5,8 +5,11 @@
 
 namespace qlm {
 
-// The kind of event that ends a play.
-constexpr int32_t kRecEnd = 1024;
+// Kinds of events beside the channels of lanes, negated when the lane was let go. The speeds stand in
+// hundredths in place of the deviation.
+constexpr int32_t kRecEnd = 1024;  // the play ends
+constexpr int32_t kRecHiSpeed = 1025;
+constexpr int32_t kRecRealHiSpeed = 1026;
 
 // Appends an event at a position.
 void AddRecEvent(int32_t kind, int32_t pos, float delta, int32_t colour);

@@ -6,6 +6,7 @@ namespace qlm {
 void ShowResults() {}
 void LoadScoreDat() {}
 void AddScoreDat() {}
+void ProcessKey_EnterName(int32_t) {}
 void SaveScoreDat() {}
 
 }  // namespace qlm

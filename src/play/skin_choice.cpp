@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "graphics/skin.h"
 #include "state/chart.h"
+#include "state/message.h"
 #include "state/skin.h"
 
 namespace qlm {
@@ -22,6 +23,15 @@ int32_t PlayMode() {
 Text* ChosenSkin() {
   const auto mode = static_cast<size_t>(PlayMode());
   return mode < SkinMapPath.size() ? &SkinMapPath[mode] : nullptr;
+}
+
+bool Fits(const SkinEntry& skin) {
+  switch (PlayMode()) {
+    case 0: return skin.forAny || skin.for1P;
+    case 1: return skin.forAny || skin.for2P;
+    case 2: return skin.forAny || skin.forDP;
+    default: return skin.forAny;
+  }
 }
 
 }  // namespace
@@ -43,6 +53,21 @@ void StoreSkinChoice() {
   if (SkinPath.empty()) return;
   *skin = SkinPath;
   SkinMapIndex[static_cast<size_t>(PlayMode())] = SkinIndex;
+}
+
+void NextSkin() {
+  int32_t index = SkinIndex;
+  for (size_t tried = 0; tried < skinList.size(); ++tried) {
+    ++index;
+    if (index < 0 || static_cast<size_t>(index) >= skinList.size()) index = 0;
+    const SkinEntry& skin = skinList[static_cast<size_t>(index)];
+    if (!Fits(skin)) continue;
+    SkinIndex = static_cast<int16_t>(index);
+    DebugLog(Join(u"SKINCHANGE:", skin.title));
+    loadSkin(skin.path, false);
+    ShowMessage(Join(u"Skin Change: ", skin.title));
+    return;
+  }
 }
 
 }  // namespace qlm

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/paths.h"
 #include "graphics/display.h"
+#include "graphics/input.h"
 #include "graphics/screens.h"
 #include "graphics/skin.h"
 #include "platform/clock.h"
@@ -14,7 +15,9 @@
 #include "platform/window.h"
 #include "shell/command_line.h"
 #include "shell/exit.h"
+#include "shell/key_table.h"
 #include "shell/main_form.h"
+#include "shell/play_report.h"
 #include "shell/settings_file.h"
 #include "shell/version.h"
 #include "sound/play.h"
@@ -92,7 +95,9 @@ int Main(const Launch& launch) {
   ConnectHooks();
   InitDX();
   InitDI_Keyboard();
-  // The startup menu and the key table are still to come: the game starts at once.
+  InitDI_Joystick();
+  LoadKeyTable();
+  // The startup menu is still to come: the game starts at once.
   Start(launch.command);
   return 0;
 }
@@ -112,8 +117,6 @@ void Start(TextView command) {
   BootLog(u"Done");
   if (lastSong < 0) BootLog(u"# BMS-list(s) not found. Make now.");
   BootLog(u"Opening MixerHandle...");
-  // There is no mixer yet to be asked for.
-  BootLog(u"Can't Detect MixerHandle! Volume control can't be used.");
   SetDrawConstants();
   BootLog(u"Loading ConvDict...");
   RecCount = 0;
@@ -121,7 +124,9 @@ void Start(TextView command) {
   UserPlay = true;
   ShowGauge = true;
   bool played = true;
+  BeginPlayReport();
   if (!command.empty()) played = RunCommandLine(command);
+  WritePlayReport();
   // The song list is still to come: the program ends behind the play.
   if (lastSong < 0) {
     std::fputs("quillmarch: no chart was named; quillmarch --help tells how\n", stderr);

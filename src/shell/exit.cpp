@@ -7,8 +7,10 @@
 
 #include "base/log.h"
 #include "graphics/display.h"
+#include "graphics/input.h"
 #include "platform/timers.h"
 #include "platform/window.h"
+#include "shell/key_table.h"
 #include "shell/settings_file.h"
 #include "sound/play.h"
 #include "state/settings.h"
@@ -28,6 +30,7 @@ void DemonstrateThisRun() {
 void ExitApp(int status) {
   DebugLog(u"[ExitApp]");
   DebugLog(u"saving settings...");
+  SaveKeyTable();
   if (savedDemoMode) DEMOMode = *savedDemoMode;
   SaveSettings();
   DebugLog(u"Kill timers...");
@@ -38,6 +41,7 @@ void ExitApp(int status) {
   DebugLog(u"complete.");
   ReleaseDD();
   ReleaseDS();
+  ReleaseDI();
   std::fflush(nullptr);
   std::exit(status);
 }

@@ -5,7 +5,7 @@
 
 namespace qlm {
 
-// Saves the settings, gives everything back and ends the program with this status.
+// Saves keys and settings, gives everything back and ends the program with this status.
 [[noreturn]] void ExitApp(int status = 0);
 
 // The end after a failure that nothing can go on from: a box, then ExitApp with status 1.

@@ -1,34 +1,78 @@
 // What the window's events do.
 #include "shell/main_form.h"
 
+#include <cstddef>
+
 #include "base/hooks.h"
-#include "base/log.h"
 #include "graphics/present.h"
 #include "graphics/screens.h"
+#include "library/course_editor.h"
+#include "library/song_select.h"
 #include "platform/clock.h"
+#include "play/input.h"
+#include "play/results.h"
 #include "play/session.h"
+#include "play/system_sounds.h"
 #include "shell/exit.h"
+#include "sound/play.h"
 #include "state/keys.h"
+#include "state/options.h"
 #include "state/session.h"
 #include "state/surfaces.h"
 
 namespace qlm {
 namespace {
 
-// The lane that Esc stands for on screens that any lane ends.
-constexpr size_t kEscLane = 5;
+// Menu meanings of KeyMap; 1 to 7 stand for keys of the keyboard.
+constexpr int16_t kCodeEsc = 1;
+constexpr int16_t kCodeSelect = 8;
+
+constexpr int32_t kEnterCharacter = 13;
 
 bool ShiftHeld() { return KeyHeld[kKeyLeftShift] || KeyHeld[kKeyRightShift]; }
 
-// A chart from the command line waits for its first turn with the song select's state.
-bool InPlay() { return GameState == kStatePlay || (PlayAlive && !PreviewActive); }
+// 0 for a number that is no key.
+int16_t CodeOf(int32_t key) {
+  const int16_t* const code = KeyMap.Find(key);
+  return code != nullptr ? *code : int16_t{0};
+}
 
-void ProcessKey_Play(int32_t key) {
-  if (key != kKeyEsc) return;
-  // Held long enough, it ends the play in one of the next turns.
-  EscHeld = true;
-  EscStart = platform::Now();
-  AbortLoad();
+// The key that a menu meaning stands for; 0 for a code that stands for none.
+int32_t MenuKey(int16_t code) {
+  switch (code) {
+    case kCodeEsc: return kKeyEsc;
+    case 2: return kKeyTab;
+    case 3: return kKeyEnter;
+    case 4: return kKeyUp;
+    // Quirk: the meaning that lists call right is a second down.
+    case 5:
+    case 7: return kKeyDown;
+    case 6: return kKeyLeft;
+    default: return 0;
+  }
+}
+
+// The key that ends the entry of a name also comes as a character, which has done the work.
+bool SwallowsKey(int32_t key) {
+  if (!nameEntered) return false;
+  nameEntered = false;
+  return key == kKeyEsc || key == kKeyEnter;
+}
+
+// Any lane ends the results.
+// Quirk: Esc presses lane 11 here, and lets go lane 16.
+void PressLaneOfResults(int32_t key) {
+  const int32_t lane = key == kKeyEsc ? 0 : CodeOf(key) - 11;
+  if (lane >= 0 && lane < kLanes) LaneDown[static_cast<size_t>(lane)] = true;
+}
+
+void ChooseAutoLane(int32_t key) {
+  if (key == kKeyEsc) GameState = LanesState;
+  if (const int32_t channel = LaneChannel(key); channel != 0) {
+    bool& byMachine = AutoLane[static_cast<size_t>(channel - 11)];
+    byMachine = !byMachine;
+    PlaySE(kTickSound);
+  }
 }
 
 }  // namespace
@@ -45,14 +89,9 @@ void ConnectHooks() {
   hooks::setCaption = SetCaption;
   hooks::loadingFrame = Loading;
   hooks::loadPump = DoEvents;
-  hooks::closeRequested = Form_Unload;
-}
-
-void InitDI_Keyboard() {
-  DebugLog(u"[InitDI_Keyboard]");
   hooks::keyDown = ButtonDown;
   hooks::keyUp = ButtonUp;
-  DebugLog(u"DirectInput [Keyboard] Initialized");
+  hooks::closeRequested = Form_Unload;
 }
 
 void ButtonDown(int32_t key) {
@@ -61,13 +100,47 @@ void ButtonDown(int32_t key) {
     if (hooks::closeRequested != nullptr) hooks::closeRequested();
     return;
   }
-  if (InPlay()) ProcessKey_Play(key);
+  if (SwallowsKey(key)) return;
+
+  const int16_t code = CodeOf(key);
+  const int32_t menuKey = MenuKey(code);
+  if (menuKey != 0) key = menuKey;
+  if (code == kCodeSelect) {
+    SelectHeld = true;
+    SelectStart = platform::Now();
+  }
+
+  switch (GameState) {
+    case kStateSongSelect:
+    case kStateLists:
+    case kStateCourses:
+    case kStateCourseSongs: ProcessKey_SongSelect(key); break;
+    case kStatePlay: ProcessKey_Play(key); break;
+    case kStateResults: PressLaneOfResults(key); break;
+    case kStateEditCourse: ProcessKey_EditCourse(key); return;
+    case kStateEnterName:
+      // The keyboard's own keys come as characters.
+      if (menuKey == kKeyEsc || menuKey == kKeyEnter) ProcessKey_EnterName(kEnterCharacter);
+      return;
+    case kStateAutoLanes: ChooseAutoLane(key); break;
+    default: break;
+  }
+  ProcessKey_Settings(key);
 }
 
 void ButtonUp(int32_t key) {
-  if (key != kKeyEsc) return;
-  LaneDown[kEscLane] = false;
-  EscHeld = false;
+  const int16_t code = CodeOf(key);
+  if (code == kCodeSelect) {
+    SelectHeld = false;
+    return;
+  }
+  if (key == kKeyEsc || code == kCodeEsc) {
+    constexpr size_t kEscLane = 5;
+    LaneDown[kEscLane] = false;
+    EscHeld = false;
+    return;
+  }
+  if (const int32_t channel = LaneChannel(key); channel != 0) ReleaseLane(channel);
 }
 
 void Form_Unload() { ExitApp(); }

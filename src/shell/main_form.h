@@ -8,13 +8,10 @@ namespace qlm {
 // The screen's size and, in a window, its caption.
 void PrepareForm();
 
-// Has the window's events, and the calls that go up the floors, reach the game.
+// Has the window's events and the keys, and the calls that go up the floors, reach the game.
 void ConnectHooks();
-// Has the keyboard reach ButtonDown and ButtonUp. Joysticks are still to come.
-void InitDI_Keyboard();
 
-// A key or controller button by its number; KeyHeld already shows its new state. Keys of the lanes and of the
-// lists are still to come.
+// A key or controller input by its number; KeyHeld already shows its new state.
 void ButtonDown(int32_t key);
 void ButtonUp(int32_t key);
 

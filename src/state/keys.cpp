@@ -5,6 +5,7 @@ namespace qlm {
 
 void ResetKeys() {
   KeyHeld.Clear();
+  JoyStateBits.Clear();
   KeyMap.Clear();
   LaneDown = {};
   LaneBeam = {};

@@ -16,6 +16,7 @@ void ResetSession() {
   ReturnState = 0;
   WindowActive = true;
   playedEchoes = 0;
+  LanesState = 0;
 }
 
 }  // namespace qlm

@@ -64,6 +64,7 @@ inline bool BattleActive = false;         // a battle session is connected
 inline int32_t ReturnState = 0;           // GameState behind the play
 inline bool WindowActive = true;
 inline int32_t playedEchoes = 0;  // echoes played so far, for the log
+inline int32_t LanesState = 0;    // GameState behind the choice of the machine's lanes
 
 void ResetSession();
 

@@ -1,11 +1,14 @@
 // The real program from its start to its end, without a display or a sound card.
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 
 #include "base/paths.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "shell/key_table.h"
 #include "shell/version.h"
+#include "state/keys.h"
 #include "tests/support/game_test.h"
 #include "tests/support/process.h"
 
@@ -62,11 +65,12 @@ class BootTest : public GameTest {
 
 TEST_F(BootTest, LogsEachStepWordForWord) {
   EXPECT_EQ(Start({"-P"}).exitStatus, 0);
-  ExpectInOrder({std::string(67, '-'), "    [InitDX]", "    [InitDI_Keyboard]", "    [InitDD]",
+  ExpectInOrder({std::string(67, '-'), "    [InitDX]", "    [InitDI_Keyboard]",
+                 "    DirectInput [Keyboard] Initialized",
+                 "    # Key-config file wasn't detected. Load default setting.", "    [InitDD]",
                  "    [InitDS]", "    [Start] preparing...", "    Updating list contents",
                  "        [UpdateSkinList]", "        0 skins(s) has detected.", "        Done",
                  "        # BMS-list(s) not found. Make now.", "        Opening MixerHandle...",
-                 "        Can't Detect MixerHandle! Volume control can't be used.",
                  "        Loading ConvDict...", "        [ExitApp]", "        saving settings...",
                  "        Kill timers...", "        complete."});
   const std::vector<std::string> lines = LogLines();
@@ -193,6 +197,47 @@ TEST_F(BootTest, SettingsFileIsKeptByteForByte) {
   WriteData(u"_qlmfiles\\qlm_conf.ini", settings);
   Start({"-P"});
   EXPECT_EQ(Settings(), settings);
+}
+
+TEST_F(BootTest, FirstStartWritesTheDefaultKeysAtItsEnd) {
+  Start({"-P"});
+  SetDefaultKeyMap();
+  EXPECT_EQ(ReadBytes(DataPath(u"qlm_keycnf.dat")), KeyTableBytes());
+}
+
+TEST_F(BootTest, KeysAreReadAtTheStartAndKept) {
+  KeyMap[30] = 11;
+  const std::string bytes = KeyTableBytes();
+  WriteData(u"_qlmfiles\\qlm_keycnf.dat", bytes);
+  Start({"-P"});
+  EXPECT_TRUE(LogHolds("Key-config loaded."));
+  EXPECT_EQ(ReadBytes(DataPath(u"qlm_keycnf.dat")), bytes);
+}
+
+TEST_F(BootTest, MixerIsAlwaysFound) {
+  Start({"-P"});
+  EXPECT_FALSE(LogHolds("Can't Detect MixerHandle!"));
+}
+
+TEST_F(BootTest, TranscriptIsWrittenBehindThePlay) {
+  const std::string file = SystemFolder() + "/played.txt";
+  setenv("QUILLMARCH_TRANSCRIPT", file.c_str(), 1);
+  const ProcessResult result = Start({"--demo", Chart(u"s\\a.bms")});
+  unsetenv("QUILLMARCH_TRANSCRIPT");
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  const std::string report = ReadBytes(platform::InnerPath(file));
+  const size_t last = report.rfind("{\"counts\": [[");
+  ASSERT_NE(last, std::string::npos) << report;
+  EXPECT_TRUE(report.ends_with("\"playFailed\": false, \"playCleared\": true}\n")) << report;
+}
+
+TEST_F(BootTest, TranscriptThatCannotBeWrittenIsTold) {
+  setenv("QUILLMARCH_TRANSCRIPT", (SystemFolder() + "/none/played.txt").c_str(), 1);
+  const ProcessResult result = Start({"-P"});
+  unsetenv("QUILLMARCH_TRANSCRIPT");
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_NE(result.errors.find("played.txt: the transcript cannot be written"), std::string::npos)
+      << result.errors;
 }
 
 TEST_F(BootTest, PreviewDelayOfNothingBecomesOne) {

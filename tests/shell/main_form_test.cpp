@@ -3,8 +3,13 @@
 
 #include "base/hooks.h"
 #include "platform/clock.h"
+#include "shell/key_table.h"
 #include "state/keys.h"
+#include "state/message.h"
+#include "state/options.h"
+#include "state/reset.h"
 #include "state/session.h"
+#include "state/settings.h"
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
 
@@ -31,21 +36,12 @@ TEST_F(MainFormTest, EscInAPlayIsHeldFromThisMoment) {
   EXPECT_FALSE(closed);
 }
 
-TEST_F(MainFormTest, EscCountsInThePreRollOfAChartFromTheCommandLine) {
-  PlayAlive = true;
-  ButtonDown(kKeyEsc);
-  EXPECT_TRUE(EscHeld);
-}
-
 TEST_F(MainFormTest, EscOutsideAPlayDoesNothing) {
   ButtonDown(kKeyEsc);
   EXPECT_FALSE(EscHeld);
-  PlayAlive = PreviewActive = true;
-  ButtonDown(kKeyEsc);
-  EXPECT_FALSE(EscHeld);
 }
 
-TEST_F(MainFormTest, ReleasingEscReleasesItsLane) {
+TEST_F(MainFormTest, ReleasingEscReleasesLane16) {
   LaneDown[5] = LaneDown[0] = true;
   ButtonUp(kKeyEsc);
   EXPECT_FALSE(LaneDown[5]);
@@ -82,15 +78,208 @@ TEST_F(MainFormTest, InactiveWindowTakesNoKeys) {
   EXPECT_FALSE(closed);
 }
 
-TEST_F(MainFormTest, KeyboardReachesTheButtons) {
-  InitDI_Keyboard();
-  EXPECT_TRUE(Logged(u"[InitDI_Keyboard]"));
-  EXPECT_TRUE(Logged(u"DirectInput [Keyboard] Initialized"));
+TEST_F(MainFormTest, AnInactiveWindowStillLetsKeysGo) {
+  GameState = kStatePlay;
+  KeyMap[44] = 11;
+  ButtonDown(44);
+  WindowActive = false;
+  ButtonUp(44);
+  EXPECT_FALSE(LaneDown[0]);
+}
+
+TEST_F(MainFormTest, HooksLeadToTheButtons) {
+  ConnectHooks();
   GameState = kStatePlay;
   hooks::keyDown(kKeyEsc);
   EXPECT_TRUE(EscHeld);
   hooks::keyUp(kKeyEsc);
   EXPECT_FALSE(EscHeld);
+}
+
+TEST_F(MainFormTest, LanesArePressedAndLetGoInAPlay) {
+  GameState = kStatePlay;
+  SetDefaultKeyMap();
+  ButtonDown(47);  // V
+  EXPECT_TRUE(LaneDown[8]);
+  EXPECT_EQ(LaneBeam[8], 1);
+  ButtonUp(47);
+  EXPECT_FALSE(LaneDown[8]);
+  EXPECT_EQ(LaneBeam[8], 0);
+}
+
+TEST_F(MainFormTest, EitherWayOfATurntableLetsItsLaneGo) {
+  GameState = kStatePlay;
+  KeyMap[300] = 17;
+  KeyMap[301] = 27;
+  for (const int32_t key : {300, 301}) ButtonDown(key);
+  EXPECT_TRUE(LaneDown[5]);
+  EXPECT_TRUE(LaneDown[15]);
+  for (const int32_t key : {300, 301}) ButtonUp(key);
+  EXPECT_FALSE(LaneDown[5]);
+  EXPECT_FALSE(LaneDown[15]);
+}
+
+TEST_F(MainFormTest, UnmappedAndImpossibleKeysDoNothing) {
+  GameState = kStatePlay;
+  for (const int32_t key : {44, 340, 400, 401, 30000, -1}) {
+    ButtonDown(key);
+    ButtonUp(key);
+  }
+  for (const bool down : LaneDown) EXPECT_FALSE(down);
+  EXPECT_FALSE(messageUp);
+}
+
+TEST_F(MainFormTest, MenuMeaningsStandForKeys) {
+  // Each of the keys plays a lane here, which tells them apart.
+  struct Case {
+    int16_t code;
+    int32_t key;
+  };
+  for (const auto& [code, key] :
+       {Case{1, 1}, Case{2, 15}, Case{3, 28}, Case{4, 200}, Case{5, 208}, Case{6, 203}, Case{7, 208}}) {
+    ResetState();
+    GameState = kStatePlay;
+    KeyMap[key] = 13;
+    KeyMap[300] = code;
+    ButtonDown(300);
+    EXPECT_TRUE(LaneDown[2]) << code;
+    EXPECT_EQ(EscHeld, code == 1);
+  }
+}
+
+TEST_F(MainFormTest, TheMeaningRightGivesDownAndNeverRight) {
+  GameState = kStatePlay;
+  KeyMap[300] = 7;
+  KeyMap[205] = 11;  // the key Right
+  KeyMap[208] = 12;  // the key Down
+  ButtonDown(300);
+  EXPECT_FALSE(LaneDown[0]);
+  EXPECT_TRUE(LaneDown[1]);
+}
+
+TEST_F(MainFormTest, AMeaningOfEscIsHeldAndLetGoLikeTheKey) {
+  GameState = kStatePlay;
+  KeyMap[260] = 1;
+  ButtonDown(260);
+  EXPECT_TRUE(EscHeld);
+  LaneDown[5] = true;
+  ButtonUp(260);
+  EXPECT_FALSE(EscHeld);
+  EXPECT_FALSE(LaneDown[5]);
+}
+
+TEST_F(MainFormTest, TheStarIsHeldWithTheClock) {
+  KeyMap[262] = 8;
+  platform::UseVirtualClock(1'000'123);
+  ButtonDown(262);
+  EXPECT_TRUE(SelectHeld);
+  EXPECT_EQ(SelectStart, 1'000'123U);
+  ButtonUp(262);
+  EXPECT_FALSE(SelectHeld);
+}
+
+TEST_F(MainFormTest, ShiftWithAMeaningOfEscDoesNotClose) {
+  GameState = kStatePlay;
+  KeyMap[260] = 1;
+  KeyHeld[kKeyLeftShift] = true;
+  ButtonDown(260);
+  EXPECT_FALSE(closed);
+}
+
+TEST_F(MainFormTest, ClosingByShiftAndEscInAPlayDoesNothingElse) {
+  GameState = kStatePlay;
+  PlayAlive = true;
+  KeyHeld[kKeyRightShift] = true;
+  ButtonDown(kKeyEsc);
+  EXPECT_TRUE(closed);
+  EXPECT_FALSE(EscHeld);
+  EXPECT_FALSE(PlayEnd) << "no end of the play, and so no score, comes of it";
+}
+
+TEST_F(MainFormTest, TheKeyBehindANameIsSwallowedOnce) {
+  GameState = kStatePlay;
+  KeyMap[kKeyEnter] = 11;
+  for (const int32_t key : {kKeyEsc, kKeyEnter}) {
+    nameEntered = true;
+    ButtonDown(key);
+    EXPECT_FALSE(nameEntered);
+    EXPECT_FALSE(EscHeld);
+    EXPECT_FALSE(LaneDown[0]);
+  }
+  ButtonDown(kKeyEnter);
+  EXPECT_TRUE(LaneDown[0]);
+}
+
+TEST_F(MainFormTest, AnyOtherKeyBehindANameClearsTheFlagAndCounts) {
+  GameState = kStatePlay;
+  KeyMap[44] = 11;
+  nameEntered = true;
+  ButtonDown(44);
+  EXPECT_FALSE(nameEntered);
+  EXPECT_TRUE(LaneDown[0]);
+}
+
+TEST_F(MainFormTest, LanesEndTheResultsAndEscCountsAsLane11) {
+  GameState = kStateResults;
+  KeyMap[44] = 13;
+  ButtonDown(44);
+  EXPECT_TRUE(LaneDown[2]);
+  EXPECT_EQ(LaneBeam[2], 0) << "nothing but the lane";
+  ButtonDown(kKeyEsc);
+  EXPECT_TRUE(LaneDown[0]);
+  ButtonUp(kKeyEsc);
+  EXPECT_TRUE(LaneDown[0]) << "the release is that of lane 16";
+  EXPECT_FALSE(EscHeld);
+}
+
+TEST_F(MainFormTest, KeysWithoutALanePressNoneOnTheResults) {
+  GameState = kStateResults;
+  KeyMap[45] = 3;
+  KeyMap[46] = 30;
+  for (const int32_t key : {44, 45, 46, 400, 401}) ButtonDown(key);
+  for (const bool down : LaneDown) EXPECT_FALSE(down);
+}
+
+TEST_F(MainFormTest, LanesOfTheMachineAreChosenByTheirKeys) {
+  GameState = kStateAutoLanes;
+  LanesState = kStateLists;
+  KeyMap[44] = 11;
+  KeyMap[300] = 17;
+  KeyMap[301] = 27;
+  for (const int32_t key : {44, 300, 301}) ButtonDown(key);
+  EXPECT_TRUE(AutoLane[0]);
+  EXPECT_TRUE(AutoLane[5]);
+  EXPECT_FALSE(AutoLane[6]);
+  EXPECT_TRUE(AutoLane[15]);
+  ButtonDown(44);
+  EXPECT_FALSE(AutoLane[0]);
+  EXPECT_EQ(GameState, kStateAutoLanes);
+  ButtonDown(kKeyEsc);
+  EXPECT_EQ(GameState, kStateLists);
+}
+
+TEST_F(MainFormTest, SettingsHaveTheirKeysOnEveryScreenButEditorAndNameEntry) {
+  for (int32_t state = 0; state <= 12; ++state) {
+    Sleep = 3;
+    GameState = state;
+    ButtonDown(3);  // the key 2
+    EXPECT_EQ(Sleep, state == kStateEditCourse || state == kStateEnterName ? 3 : 4) << state;
+  }
+}
+
+TEST_F(MainFormTest, HiSpeedChangesOnTheListsToo) {
+  HiSpeed = 1;
+  KeyHeld[5] = true;
+  ButtonDown(3);
+  EXPECT_EQ(HiSpeed, 1.25F);
+}
+
+TEST_F(MainFormTest, ALaneOnASettingsKeyDoesBoth) {
+  GameState = kStatePlay;
+  KeyMap[3] = 11;
+  ButtonDown(3);
+  EXPECT_TRUE(LaneDown[0]);
+  EXPECT_EQ(Sleep, 1);
 }
 
 TEST_F(MainFormTest, PrepareFormSetsTheScreenSize) {

@@ -169,15 +169,11 @@ TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
 
 TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
   const std::string chart = Chart("a.bms", kLines);
-  const std::vector<std::vector<std::string>> refused = {
-      {"play", chart, "--record", "a.qpd"},
-      {"play", chart, "--replay", "a.qpd"},
-      {"play", chart, "--set", "keys=k.dat"},
-      {"course", "a.qcl"},
-      {"dump", "a.qbl"},
-      {"dump", "qlm_keycnf.dat"},
-      {"keys", "k.dat"},
-      {"title", "x"}};
+  const std::vector<std::vector<std::string>> refused = {{"play", chart, "--record", "a.qpd"},
+                                                         {"play", chart, "--replay", "a.qpd"},
+                                                         {"course", "a.qcl"},
+                                                         {"dump", "a.qbl"},
+                                                         {"title", "x"}};
   for (const std::vector<std::string>& words : refused) {
     const ProcessResult result = Probe(words);
     EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(words);
@@ -188,7 +184,8 @@ TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
 TEST_F(ProbeTest, HelpNamesEveryCommand) {
   const ProcessResult result = Probe({"--help"});
   EXPECT_EQ(result.exitStatus, 0);
-  for (const std::string command : {"chart", "course", "header", "play", "frame", "audio", "check", "dump"}) {
+  for (const std::string command :
+       {"chart", "course", "header", "play", "frame", "audio", "check", "keys", "dump"}) {
     EXPECT_TRUE(Holds(result.output, "qlmprobe " + command + " "));
     const ProcessResult own = Probe({command, "--help"});
     EXPECT_EQ(own.exitStatus, 0);
@@ -464,6 +461,72 @@ TEST_F(ProbeTest, AudioOfOneChartIsTheSameEveryTime) {
   Probe({"audio", chart, "--out", At("a.wav")});
   Probe({"audio", chart, "--out", At("b.wav")});
   EXPECT_EQ(ReadBytes(platform::InnerPath(At("a.wav"))), ReadBytes(platform::InnerPath(At("b.wav"))));
+}
+
+TEST_F(ProbeTest, NewKeyFileStartsFromTheDefaultKeys) {
+  const ProcessResult result =
+      Probe({"keys", At("k.dat"), "--set", "260=7", "--set", "44=12", "--set", "31=0"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, {"functions", "unknown"});
+  EXPECT_TRUE(Holds(result.output, "{\"code\": 11, \"inputs\": [], \"text\": \"11\\u0009\"}"));
+  EXPECT_TRUE(Holds(result.output, "{\"code\": 12, \"inputs\": [44], \"text\": \"12\\u0009[44]\"}"));
+  EXPECT_TRUE(Holds(result.output, "{\"code\": 16, \"inputs\": [42, 57], \"text\": \"16\\u0009[42][57]\"}"));
+  EXPECT_TRUE(Holds(result.output, "{\"code\": 7, \"inputs\": [260], \"text\": \"07→\\u0009[260]\"}"));
+  EXPECT_EQ(ReadBytes(platform::InnerPath(At("k.dat"))).size(), 802U);
+  EXPECT_EQ(Probe({"keys", At("k.dat")}).output, result.output);
+}
+
+TEST_F(ProbeTest, KeyFileIsChangedInItsPlace) {
+  Probe({"keys", At("k.dat"), "--set", "260=7"});
+  const std::string output = Probe({"keys", At("k.dat"), "--set", "261=7"}).output;
+  EXPECT_TRUE(Holds(output, "\"07→\\u0009[260][261]\""));
+}
+
+TEST_F(ProbeTest, FunctionsStandInTheOrderOfTheList) {
+  const std::string output = Probe({"keys", At("k.dat"), "--set", "260=7"}).output;
+  size_t from = 0;
+  for (const int code :
+       {11, 12, 13, 14, 15, 16, 17, 18, 19, 21, 22, 23, 24, 25, 26, 27, 28, 29, 1, 2, 3, 4, 5, 6, 7, 8}) {
+    const size_t at = output.find("{\"code\": " + std::to_string(code) + ",", from);
+    ASSERT_NE(at, std::string::npos) << code;
+    from = at;
+  }
+}
+
+TEST_F(ProbeTest, KeyFileThatCannotBeReadOrWrittenIsRefused) {
+  EXPECT_EQ(Probe({"keys", At("none.dat")}).exitStatus, 1);
+  EXPECT_EQ(Probe({"keys", SystemFolder(), "--set", "44=11"}).exitStatus, 1);
+  EXPECT_EQ(Probe({"keys", At("no/such/k.dat"), "--set", "44=11"}).exitStatus, 1);
+  for (const std::string set : {"44", "0=11", "401=11", "44=9", "44=10", "44=20", "44=30", "44=-1", "x=11"}) {
+    EXPECT_EQ(Probe({"keys", At("k.dat"), "--set", set}).exitStatus, 2) << set;
+  }
+  EXPECT_EQ(Probe({"keys"}).exitStatus, 2);
+}
+
+TEST_F(ProbeTest, DumpOfAKeyFileIsItsKeys) {
+  Probe({"keys", At("qlm_keycnf.dat"), "--set", "300=8"});
+  const ProcessResult result = Probe({"dump", At("qlm_keycnf.dat")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_EQ(result.output, Probe({"keys", At("qlm_keycnf.dat")}).output);
+  WriteData(u"odd\\qlm_keycnf.dat", std::string("\0\0\x63\0\xFF\xFF", 6));
+  EXPECT_TRUE(Holds(Probe({"dump", At("odd/qlm_keycnf.dat")}).output,
+                    "\"unknown\": [\n    [1, 99],\n    [2, -1]\n  ]"));
+}
+
+TEST_F(ProbeTest, PressesSoundTheirLaneByTheDefaultKeysOrThoseOfAFile) {
+  const std::string chart =
+      Chart("a.bms", {"#BPM 60", "#WAV01 x.wav", "#WAV02 y.wav", "#00511:01", "#00512:02"});
+  WriteData(u"hands.txt", "1000 down 44\n1100 up 44\n2000 down 31\n");
+  // Turns are at 60 a second: 1000 and 2000 are times of turns. The lanes' sounds are those of their next
+  // notes.
+  const std::string byDefault = Probe({"play", chart, "--events", At("hands.txt"), "--limit", "3000"}).output;
+  EXPECT_TRUE(Holds(byDefault, "\"starts\": [\n    [1000, 1],\n    [2000, 2]\n  ]"));
+  Probe({"keys", At("k.dat"), "--set", "44=12", "--set", "31=11"});
+  const std::string swapped =
+      Probe({"play", chart, "--events", At("hands.txt"), "--limit", "3000", "--set", "keys=" + At("k.dat")})
+          .output;
+  EXPECT_TRUE(Holds(swapped, "\"starts\": [\n    [1000, 2],\n    [2000, 1]\n  ]"));
+  EXPECT_EQ(Probe({"play", chart, "--set", "keys=" + At("none.dat")}).exitStatus, 1);
 }
 
 TEST_F(ProbeTest, DumpTellsWhatTheGameTakesFromItsSettings) {

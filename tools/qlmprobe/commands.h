@@ -13,6 +13,7 @@ int FrameCommand(Arguments& arguments);
 int AudioCommand(Arguments& arguments);
 int CheckCommand(Arguments& arguments);
 int SkinCommand(Arguments& arguments);
+int KeysCommand(Arguments& arguments);
 int DumpCommand(Arguments& arguments);
 
 }  // namespace probe

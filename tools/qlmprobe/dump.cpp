@@ -10,12 +10,16 @@
 #include "state/settings.h"
 #include "tools/qlmprobe/commands.h"
 #include "tools/qlmprobe/engine.h"
+#include "tools/qlmprobe/keys.h"
 
 namespace probe {
 namespace {
 
 using qlm::Text;
 using qlm::TextView;
+
+constexpr TextView kSettingsFile = u"qlm_conf.ini";
+constexpr TextView kKeyFile = u"qlm_keycnf.dat";
 
 void PutVariable(Json& json, const qlm::SettingVariable& variable) {
   std::visit(
@@ -75,10 +79,11 @@ void PutSettings(Json& json, const qlm::IniText& file) {
   json.EndArray();
 }
 
+bool IsNamed(TextView path, TextView name) { return qlm::EqualsAnyCase(qlm::GetFileName(path), name); }
+
 bool HasKnownName(TextView path) {
   const Text extension = qlm::GetExtension(path);
-  return extension == u"QBL" || extension == u"QCL" || extension == u"QSD" || extension == u"QPD" ||
-         qlm::EqualsAnyCase(qlm::GetFileName(path), u"qlm_keycnf.dat");
+  return extension == u"QBL" || extension == u"QCL" || extension == u"QSD" || extension == u"QPD";
 }
 
 }  // namespace
@@ -88,7 +93,7 @@ int DumpCommand(Arguments& arguments) {
   const std::vector<std::string> files = arguments.Files(1, 1);
   if (!files.empty() && arguments.Good()) {
     const Text path = GamePath(files[0]);
-    if (!qlm::EqualsAnyCase(qlm::GetFileName(path), u"qlm_conf.ini")) {
+    if (!IsNamed(path, kSettingsFile) && !IsNamed(path, kKeyFile)) {
       arguments.Fail(files[0] + (HasKnownName(path) ? ": this kind of file cannot be decoded in this version"
                                                     : ": no file of the game has this name"));
     }
@@ -96,10 +101,16 @@ int DumpCommand(Arguments& arguments) {
   if (!arguments.Good()) return kWrongUsage;
   if (!CheckReadable(files[0])) return kRefused;
 
+  Json json;
+  if (IsNamed(GamePath(files[0]), kKeyFile)) {
+    if (!ReadKeyFile(files[0])) return kRefused;
+    PutKeys(json);
+    json.Print();
+    return kDone;
+  }
   qlm::ResetSettings();
   qlm::ResetOptions();
   const qlm::IniText file(platform::ReadFile(GamePath(files[0])).value_or(std::string()));
-  Json json;
   PutSettings(json, file);
   json.Print();
   return kDone;

@@ -14,6 +14,7 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/sound_device.h"
+#include "shell/key_table.h"
 #include "shell/set_value.h"
 #include "shell/settings_file.h"
 #include "state/gauge.h"
@@ -71,6 +72,7 @@ void StartEngine(Arguments& arguments) {
   qlm::AppPath = data ? GamePath(*data) : platform::ProgramFolder();
   while (qlm::AppPath.ends_with(u'\\')) qlm::AppPath.pop_back();
   qlm::SetDefaultSettings();
+  qlm::SetDefaultKeyMap();
   TakeLogFile(arguments);
   TakeRandomNumbers(arguments);
 }
@@ -95,7 +97,8 @@ void TakeLoadOptions(Arguments& arguments) {
   qlm::PreviewActive = arguments.Flag("--preview");
 }
 
-void TakeSettings(Arguments& arguments) {
+std::optional<std::string> TakeSettings(Arguments& arguments) {
+  std::optional<std::string> keyFile;
   for (const std::string& setting : arguments.Values("--set")) {
     const size_t equals = setting.find('=');
     if (equals == std::string::npos) {
@@ -104,13 +107,14 @@ void TakeSettings(Arguments& arguments) {
     }
     const Text name = platform::DecodeUtf8(setting.substr(0, equals));
     if (qlm::EqualsAnyCase(name, u"keys")) {
-      arguments.Fail("--set keys= does not work in this version");
+      keyFile = setting.substr(equals + 1);
       continue;
     }
     const std::optional<Text> wrong = qlm::SetValue(name, platform::DecodeUtf8(setting.substr(equals + 1)));
     if (wrong) arguments.Fail("--set: " + platform::EncodeUtf8(*wrong));
   }
   if (qlm::HiSpeed == 0) qlm::RandomHiSpeed = true;
+  return keyFile;
 }
 
 std::vector<std::string> TakeChartsBefore(Arguments& arguments) { return arguments.Values("--before"); }

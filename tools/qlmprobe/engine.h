@@ -17,15 +17,15 @@ inline std::vector<qlm::Text> logLines;
 // Message of the first failure that the game would end with.
 inline std::optional<qlm::Text> fatalMessage;
 
-// Brings the engine up with the settings of a new installation, then takes the options that every command
-// has: --data, --log, --rnd.
+// Brings the engine up with the settings and keys of a new installation, then takes the options that every
+// command has: --data, --log, --rnd.
 void StartEngine(Arguments& arguments);
 
 // The options of a chart's load: --player-force, --random, --4d, --no-bga, --no-wav, --num-objs, --hazard,
 // --preview, --real-hispeed. Stored in the game's own variables.
 void TakeLoadOptions(Arguments& arguments);
-// --set NAME=VALUE, also in the game's own variables.
-void TakeSettings(Arguments& arguments);
+// --set NAME=VALUE, also in the game's own variables. Gives the file that keys=FILE names.
+std::optional<std::string> TakeSettings(Arguments& arguments);
 // --before FILE, as often as wanted.
 std::vector<std::string> TakeChartsBefore(Arguments& arguments);
 

@@ -67,9 +67,15 @@ constexpr Command kCommands[] = {
      "  --scratch1p 0|1, --scratch2p 0|1\n"
      "                      1 with the side's turntable on the right\n"
      "  --side-count N      for 1 or 2 sides (1)\n"},
+    {"keys", probe::KeysCommand,
+     "qlmprobe keys FILE [--set INPUT=CODE]...\n"
+     "A key file by what its keys do.\n"
+     "  --set INPUT=CODE    first has an input do something else, and writes the file; a new file\n"
+     "                      starts from the default keys. May be repeated\n"},
     {"dump", probe::DumpCommand,
-     "qlmprobe dump qlm_conf.ini\n"
-     "The settings that the game takes from a settings file, and what it does not take.\n"},
+     "qlmprobe dump qlm_conf.ini|qlm_keycnf.dat\n"
+     "The settings that the game takes from a settings file, and what it does not take; or a key\n"
+     "file by what its keys do.\n"},
 };
 
 void PrintHelp(const Command* command) {
@@ -119,7 +125,7 @@ int main(int argc, char** argv) {
     return probe::kDone;
   }
   if (command == nullptr) {
-    const bool later = !words.empty() && Asks({"keys", "title"}, words.front());
+    const bool later = !words.empty() && Asks({"title"}, words.front());
     std::fprintf(stderr, "qlmprobe: %s; see qlmprobe --help\n",
                  words.empty() ? "a command is missing"
                  : later       ? ("the command " + words.front() + " does not work in this version").c_str()

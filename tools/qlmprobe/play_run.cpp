@@ -7,16 +7,17 @@
 #include "base/hooks.h"
 #include "chart/loading.h"
 #include "graphics/display.h"
+#include "graphics/input.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "shell/command_line.h"
 #include "shell/main_form.h"
 #include "sound/play.h"
-#include "state/keys.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/skin.h"
 #include "tools/qlmprobe/engine.h"
+#include "tools/qlmprobe/keys.h"
 
 namespace probe {
 namespace {
@@ -40,8 +41,7 @@ void ServeEvents() {
   const int64_t now = TurnTime(turn);
   for (; nextEvent < request->events.size() && request->events[nextEvent].time <= now; ++nextEvent) {
     const KeyEvent& event = request->events[nextEvent];
-    qlm::KeyHeld.Put(event.key, event.down);
-    (event.down ? qlm::hooks::keyDown : qlm::hooks::keyUp)(event.key);
+    qlm::HandOverKey(event.key, event.down);
   }
   if (now >= request->limit) StopPlay();
 }
@@ -102,7 +102,7 @@ PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   const std::optional<std::string> eventsFile = arguments.Value("--events");
   // Without hands at the keys the machine plays, unless it is told not to.
   qlm::DEMOMode = !eventsFile;
-  TakeSettings(arguments);
+  const std::optional<std::string> keyFile = TakeSettings(arguments);
   if (const auto rate = arguments.Number("--fps", 1, 1000))
     taken.turnsPerSecond = static_cast<int32_t>(*rate);
   if (const auto limit = arguments.Number("--limit", 0, INT32_MAX)) taken.limit = *limit;
@@ -113,6 +113,7 @@ PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   }
   taken.file = files[0];
   if (eventsFile && !ReadEvents(*eventsFile, taken.events)) status = kRefused;
+  if (keyFile && !ReadKeyFile(*keyFile)) status = kRefused;
   if (skin && !CheckReadable(*skin)) status = kRefused;
   if (skin) qlm::SkinMapPath.fill(GamePath(*skin));
   return taken;
@@ -131,7 +132,6 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   };
   qlm::hooks::loadPump = nullptr;
   qlm::hooks::closeRequested = StopPlay;
-  qlm::InitDI_Keyboard();
   qlm::PrepareForm();
   // Without surfaces the drawing composes no pixel, and every step of it that touches the play still runs.
   if (wanted.frames) {

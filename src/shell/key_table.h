@@ -1,0 +1,29 @@
+// The key table and its file \_qlmfiles\qlm_keycnf.dat: 401 signed 16-bit values, little-endian, one for each
+// key number from 0 on, without a head.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace qlm {
+
+// A key of a new installation and what it does. All others do nothing.
+struct DefaultKey {
+  int32_t key;
+  int16_t code;
+};
+std::span<const DefaultKey> DefaultKeys();
+void SetDefaultKeyMap();
+
+// KeyMap as a file holds it. Bytes behind the last value are passed over; what a short file lacks is 0.
+void TakeKeyTable(std::string_view bytes);
+std::string KeyTableBytes();
+
+// Takes over the file, or the default map when there is none or it cannot be read.
+void LoadKeyTable();
+// A failure is passed over.
+void SaveKeyTable();
+
+}  // namespace qlm
