@@ -141,6 +141,32 @@ TEST_F(PlayInput, LanesAreDeadInAPauseAStallAndAReplay) {
   EXPECT_TRUE(LaneDown[0]);
 }
 
+TEST_F(PlayInput, APressInTimeHitsAndTheSecondOfTwoKeysOnTheLaneFindsNoNote) {
+  FillSlot(9);
+  LaneSound[5] = 9;
+  Lay(16, 0, 9);
+  LaneNote[5] = 0;
+  JudgeWindow = {3, 6, 18, 24};
+  ProcessKey_Play(42);
+  ASSERT_EQ(played.judgements.size(), 1U);
+  EXPECT_EQ(played.judgements[0].grade, 4);
+  EXPECT_EQ(LaneNote[5], -1);
+  const auto colourOfHit = HitColour;
+  EXPECT_NE(colourOfHit, platform::Rgb(128, 128, 128));
+  ProcessKey_Play(57);
+  EXPECT_EQ(played.judgements.size(), 1U);
+  EXPECT_EQ(HitColour, platform::Rgb(128, 128, 128));
+  EXPECT_EQ(Starts(), "9@0 9@0");
+}
+
+TEST_F(PlayInput, APressFarTooEarlyLeavesTheNoteToItsLane) {
+  Lay(11, 100, 7);
+  LaneNote[0] = 0;
+  JudgeWindow = {3, 6, 18, 24};
+  ProcessKey_Play(44);
+  EXPECT_EQ(LaneNote[0], 0);
+}
+
 TEST_F(PlayInput, EscIsHeldFromItsPressOn) {
   SetClock(250);
   ProcessKey_Play(kKeyEsc);

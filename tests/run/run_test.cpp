@@ -1,9 +1,11 @@
 // The real program plays a chart in a window, in full screen, and without any display; what it shows is
 // looked at.
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <sstream>
 #include <thread>
 
 #include "base/paths.h"
@@ -178,6 +180,57 @@ TEST_F(RunTest, EscHeldEndsTheSong) {
   Press({"keydown", "Escape"});
   ExpectGoodEnd(10);
   EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
+}
+
+// Lines of the transcript that tell of a judgement.
+std::vector<std::string> Judgements(const std::string& report) {
+  std::vector<std::string> lines;
+  std::istringstream words(report);
+  for (std::string line; std::getline(words, line);) {
+    if (line.starts_with("{\"clock\": ")) lines.push_back(line);
+  }
+  return lines;
+}
+
+// The number behind a key of a judgement's line.
+double NumberOf(const std::string& line, const std::string& key) {
+  const size_t at = line.find("\"" + key + "\": ");
+  return at == std::string::npos ? -1 : std::strtod(line.c_str() + at + key.size() + 4, nullptr);
+}
+
+TEST_F(RunTest, PressesHitNotes) {
+  // 60 BPM, the widest windows, a note every two seconds from 4 s on: lane 1 by Z, lane 2 by S, lane 3 by X.
+  WriteText(u"song\\hands.bms",
+            u"\r\n#PLAYER 1\r\n#TITLE hands\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 60\r\n#RANK 3\r\n"
+            u"#00111:0100\r\n#00112:0001\r\n#00213:0100\r\n");
+  chart_ = SystemFolder() + "/song/hands.bms";
+  WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
+  // Hands, and no machine.
+  const Text path = DataPath(u"qlm_conf.ini");
+  WriteData(u"_qlmfiles\\qlm_conf.ini", platform::EncodeCp932(Replace(platform::DecodeCp932(ReadBytes(path)),
+                                                                      u"DEMOMode=True", u"DEMOMode=False")));
+  StartDisplay("640x480");
+  const std::string report = SystemFolder() + "/played.txt";
+  setenv("QUILLMARCH_TRANSCRIPT", report.c_str(), 1);
+  program_ = std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
+                                       std::map<std::string, std::string>{{"DISPLAY", display_},
+                                                                          {"WAYLAND_DISPLAY", ""},
+                                                                          {"SDL_VIDEODRIVER", ""},
+                                                                          {"SDL_AUDIODRIVER", "dummy"}});
+  unsetenv("QUILLMARCH_TRANSCRIPT");
+  ASSERT_TRUE(WaitFor([&] { return LogHolds("playloop start"); })) << DebugText();
+  // The pre-roll lasts a second, so that the notes come 5, 7 and 9 seconds from here. One process presses all
+  // three, so that its own start counts once.
+  Press({"mousemove", "320", "240", "sleep", "4.9", "key", "z", "sleep", "1.95", "key", "s", "sleep", "1.95",
+         "key", "x"});
+  ExpectGoodEnd(30);
+  const std::vector<std::string> judged = Judgements(ReadBytes(platform::InnerPath(report)));
+  ASSERT_EQ(judged.size(), 3U) << ReadBytes(platform::InnerPath(report)) << DebugText();
+  for (size_t i = 0; i < judged.size(); ++i) {
+    EXPECT_EQ(NumberOf(judged[i], "channel"), 11 + static_cast<double>(i)) << judged[i];
+    // A miss would come 48 units behind its note; a press that hits is graded above POOR.
+    EXPECT_GT(NumberOf(judged[i], "grade"), 0) << judged[i];
+  }
 }
 
 TEST_F(RunTest, PlaysWithoutDisplayAndSound) {
