@@ -45,7 +45,8 @@ double RoundHalfEven(double value);
 template <std::integral T>
 std::optional<T> RoundTo(double value) {
   // The greatest 64-bit number is no double; the one behind it is.
-  constexpr double kEnd = 2.0 * static_cast<double>(std::numeric_limits<T>::max() / 2 + 1);
+  constexpr T kHalf = std::numeric_limits<T>::max() / 2 + 1;
+  constexpr double kEnd = 2.0 * static_cast<double>(kHalf);
   const double rounded = RoundHalfEven(value);
   if (!(rounded >= static_cast<double>(std::numeric_limits<T>::min()) && rounded < kEnd)) return std::nullopt;
   return static_cast<T>(rounded);
