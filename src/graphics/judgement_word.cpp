@@ -57,9 +57,11 @@ int32_t Widening(int32_t ms) {
 void DrawCombo(size_t side, int64_t x, int32_t y, int32_t squash) {
   const SkinNumber& number = Number[ComboNumber];
   const int32_t digits = std::min(ComboDigitCount[side], kComboDigits);
+  const int32_t middle = y - squash / 2;
   for (int32_t i = 0; i < digits; ++i) {
-    const double wave = playPos / 24 * 180 + 180 / digits * i;
-    const auto top = RoundTo<int64_t>(y - squash / 2 - 3 * std::sin(wave * kPi / 180));
+    const int32_t turned = 180 / digits * i;
+    const double wave = playPos / 24 * 180 + turned;
+    const auto top = RoundTo<int64_t>(middle - 3 * std::sin(wave * kPi / 180));
     if (!top) continue;
     const int64_t left = x + int64_t{number.width} * i;
     const Rect& glyph = number.rects[ComboDigit[side][static_cast<size_t>(i)] + size_t{1}];

@@ -37,7 +37,8 @@ void PickUp(int32_t index, const ChartObj& obj) {
 // on the place.
 void DrawMirrored(const LaneSkin& lane, double distance) {
   // Quirk: speedMul, Accel and Quil do not reach them.
-  if (const auto y = RoundTo<int64_t>(JudgeY / 2 + distance)) DrawClip(lane.clip, lane.x, *y);
+  const int32_t middle = JudgeY / 2;
+  if (const auto y = RoundTo<int64_t>(middle + distance)) DrawClip(lane.clip, lane.x, *y);
 }
 
 void DrawUpright(const LaneSkin& lane, int32_t y) { DrawClip(lane.clip, lane.x, int64_t{y} + lane.yOffset); }
