@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/log.h"
 #include "base/paths.h"
 #include "graphics/display.h"
 #include "graphics/skin.h"
@@ -52,6 +53,7 @@ class StockSkins : public GameTest {
  protected:
   StockSkins() {
     AppPath = platform::InnerPath(QLM_BINARY_DIR);
+    logOutput.file = false;  // the folder is the build's, not this test's
     InitDD(DisplayOutput::kUnseen);
     CreateSurfaces();
   }
