@@ -35,10 +35,13 @@ Text GameWord(const std::string& argument) {
 
 Launch ReadArguments(std::span<const std::string> arguments) {
   Launch launch;
-  for (const std::string& argument : arguments) {
+  for (size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
     if (argument.starts_with("--")) {
       if (argument == "--demo") {
         launch.demo = true;
+      } else if (argument == "--set" && i + 1 < arguments.size()) {
+        launch.settings.push_back(platform::DecodeUtf8(arguments[++i]));
       } else if (argument == "--help") {
         launch.helpAsked = true;
       } else if (argument == "--version") {
@@ -63,11 +66,14 @@ std::string HelpText() {
          "\n"
          "Plays the first CHART, a .bms or .bme file with its sounds and pictures beside it.\n"
          "\n"
-         "  --demo     the machine plays, and the setting is left as it was\n"
-         "  --help     shows this text\n"
-         "  --version  shows the version\n"
-         "  -B, /B     background pictures on, whatever the settings say\n"
-         "  -W, /W     chart sounds on, whatever the settings say\n"
+         "  --demo            the machine plays, and the setting is left as it was\n"
+         "  --set NAME=VALUE  a setting by its name in qlm_conf.ini, or a play option: Hidden, Sudden,\n"
+         "                    Stealth, Accel, Quil, HalfField, Random, ExRandom, FourDMode, Pressure,\n"
+         "                    HazardGauge, HiSpeed and more; VALUE is True or False, or a number\n"
+         "  --help            shows this text\n"
+         "  --version         shows the version\n"
+         "  -B, /B            background pictures on, whatever the settings say\n"
+         "  -W, /W            chart sounds on, whatever the settings say\n"
          "  -P, -S, -Q and their \"/\" forms are accepted and change nothing in a play\n"
          "\n"
          "Keys of the lanes, by their place on a US keyboard:\n"

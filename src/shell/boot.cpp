@@ -1,7 +1,9 @@
 // Main and Start, step by step.
 #include "shell/boot.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <optional>
 
 #include "base/log.h"
 #include "base/paths.h"
@@ -18,6 +20,7 @@
 #include "shell/key_table.h"
 #include "shell/main_form.h"
 #include "shell/play_report.h"
+#include "shell/set_value.h"
 #include "shell/settings_file.h"
 #include "shell/version.h"
 #include "sound/play.h"
@@ -78,6 +81,21 @@ void TellWhatWasPlayed() {
               platform::SystemPath(DataPath(u"debug.txt")).c_str());
 }
 
+// What the command line sets is saved at the end, like what keys change in a play. False, with a word to the
+// person at the terminal, when there is no such setting or the value does not fit.
+bool TakeSettings(const Launch& launch) {
+  for (const Text& setting : launch.settings) {
+    const auto place = std::min(setting.find(u'='), setting.size());
+    const std::optional<Text> wrong = SetValue(TextView(setting).substr(0, place),
+                                               TextView(setting).substr(std::min(place + 1, setting.size())));
+    if (!wrong) continue;
+    std::fprintf(stderr, "quillmarch: --set %s: %s\n", platform::EncodeUtf8(setting).c_str(),
+                 platform::EncodeUtf8(*wrong).c_str());
+    return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 int Main(const Launch& launch) {
@@ -91,6 +109,7 @@ int Main(const Launch& launch) {
     return 1;
   }
   MakeDataFolders();
+  if (!TakeSettings(launch)) return 2;
   if (launch.demo) DemonstrateThisRun();
   ConnectHooks();
   InitDX();

@@ -12,7 +12,7 @@ int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
   const qlm::Launch launch = qlm::ReadArguments(arguments);
   if (!launch.unknown.empty()) {
-    std::fprintf(stderr, "quillmarch: there is no option %s; quillmarch --help shows all\n",
+    std::fprintf(stderr, "quillmarch: %s is no option, or lacks its value; quillmarch --help shows all\n",
                  launch.unknown.c_str());
     return 2;
   }

@@ -257,6 +257,20 @@ TEST_F(BootTest, DemoIsNotSaved) {
   EXPECT_NE(Settings().find("DEMOMode=False\r\n"), std::string::npos);
 }
 
+TEST_F(BootTest, SetChangesSettingsAndIsSaved) {
+  EXPECT_EQ(Start({"--set", "HiSpeed=2.5", "--set", "hidden=True", "-P"}).exitStatus, 0);
+  EXPECT_NE(Settings().find("HiSpeed=2.5\r\n"), std::string::npos) << Settings();
+  EXPECT_NE(Settings().find("Hidden=True\r\n"), std::string::npos) << Settings();
+}
+
+TEST_F(BootTest, SetOfWhatDoesNotExistIsRefusedBeforeTheGameStarts) {
+  const ProcessResult result = Start({"--set", "Warp=9", "-P"});
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_EQ(result.errors,
+            "quillmarch: --set Warp=9: there is no setting and no play option by the name Warp\n");
+  EXPECT_EQ(Start({"--set", "HiSpeed", "-P"}).exitStatus, 2);
+}
+
 TEST_F(BootTest, HelpAndVersionAreAnsweredBeforeAnythingHappens) {
   const ProcessResult help = Start({"--help"});
   EXPECT_EQ(help.exitStatus, 0);

@@ -56,6 +56,14 @@ TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
   EXPECT_EQ(launch.unknown, "--x");
 }
 
+TEST_F(CommandLineTest, SetTakesTheWordBehindIt) {
+  const Launch launch = ReadArguments(
+      std::vector<std::string>{"--set", "HiSpeed=2", "/a.bms", "--set", "Random=True", "--set"});
+  EXPECT_EQ(launch.settings, (std::vector<Text>{u"HiSpeed=2", u"Random=True"}));
+  EXPECT_EQ(launch.command, u"\\a.bms");
+  EXPECT_EQ(launch.unknown, "--set");
+}
+
 TEST_F(CommandLineTest, EmptyArgumentsArePassedOver) { EXPECT_EQ(Command({"", "/a", ""}), "\\a"); }
 
 TEST_F(CommandLineTest, NamesInShiftJisBytesAreRead) {
