@@ -83,7 +83,7 @@ class EachPlaySkin : public EachSkin {};
 
 INSTANTIATE_TEST_SUITE_P(Stock, EachSkin,
                          testing::Values("default.brd", "default_dp.brd", "draft.brd", "qlm_scr.brd"));
-INSTANTIATE_TEST_SUITE_P(Stock, EachPlaySkin, testing::Values("default.brd", "draft.brd"));
+INSTANTIATE_TEST_SUITE_P(Stock, EachPlaySkin, testing::Values("default.brd", "default_dp.brd", "draft.brd"));
 
 // Missing files, sprites outside their sheets and places off the screen are among what would be told.
 TEST_P(EachSkin, GivesItsAuthorNothingToMend) {
@@ -147,6 +147,21 @@ TEST_P(EachPlaySkin, LaysLanesSideBySideForEitherTurntable) {
       const int32_t gap = std::next(lane)->first - lane->second;
       EXPECT_GE(gap, 0) << "lane at " << lane->first;
       EXPECT_LE(gap, 2) << "lane at " << lane->first;
+    }
+  }
+}
+
+TEST_P(EachPlaySkin, KeepsItsLanesOffTheBga) {
+  for (const bool right : {false, true}) {
+    SCRATCH1P = SCRATCH2P = right;
+    Load(GetParam());
+    for (int32_t row = 1; row <= 50; ++row) {
+      const LaneSkin& lane = NoteSkin[row];
+      if (lane.clip == 0) continue;
+      const Rect field = {lane.x, 0, lane.x + Clip[lane.clip].width, JudgeY};
+      for (const Rect& bga : BgaRect) {  // its last two numbers are the size
+        EXPECT_FALSE(Meet(field, {bga.left, bga.top, bga.left + bga.right, bga.top + bga.bottom})) << row;
+      }
     }
   }
 }
@@ -221,6 +236,56 @@ TEST_F(StockSkins, DraftsSpritesLieOnNothing) {
   }
 }
 
+// Black would show the lane through a note.
+TEST_F(StockSkins, InkwellsNotesAreSolid) {
+  Load("default.brd");
+  for (const int32_t channel : {11, 12, 16}) {
+    const SkinClip& clip = Clip[NoteSkin[channel - 10].clip];
+    constexpr int32_t corner = 4;  // the seal of the turntable is cut this far
+    const Rect inner = {clip.rect.left + corner, clip.rect.top, clip.rect.right - corner, clip.rect.bottom};
+    for (const platform::Colour pixel : PixelsOf(*SkinFile[clip.file], inner)) {
+      ASSERT_NE(pixel, 0u) << "channel " << channel;
+    }
+  }
+}
+
+// What a second player has stands where the first has nothing.
+TEST_F(StockSkins, InkwellsSidesDoNotMeet) {
+  Load("default.brd");
+  const auto roomOfClip = [](const SkinPos& pos) {
+    const SkinClip& clip = Clip[pos.id];
+    return Rect{pos.x, pos.y, pos.x + clip.width, pos.y + clip.height};
+  };
+  const auto roomOfFigure = [](const SkinPos& pos, int32_t digits) {
+    const SkinNumber& number = Number[pos.id];
+    return Rect{pos.x, pos.y, pos.x + digits * (number.width + number.gap), pos.y + number.height};
+  };
+  std::vector<Rect> sides[2];
+  for (size_t side = 0; side < 2; ++side) {
+    for (const SkinPos& pos : JudgePos[side]) {
+      Rect word = roomOfClip(pos);
+      constexpr int32_t comboDigits = 4;
+      word.right += comboDigits * Number[ComboNumber].width;
+      sides[side].push_back(word);
+    }
+    for (const SkinPos& pos : ScoreCountPos[side]) sides[side].push_back(roomOfFigure(pos, 4));
+    for (const SkinPos& pos : OptionPos[side]) sides[side].push_back(roomOfClip(pos));
+    for (const SkinPos& pos : FanPos[side]) sides[side].push_back(roomOfClip(pos));
+    sides[side].push_back(roomOfClip(ClassPos[side][0]));
+    sides[side].push_back(roomOfClip(GaugeBackPos[side]));
+    sides[side].push_back(roomOfFigure(GaugeNumPos[side], 3));
+    sides[side].push_back(roomOfFigure(ScorePos[side], 6));
+    sides[side].push_back(roomOfFigure(JPointPos[side], 5));
+    sides[side].push_back(roomOfFigure(MaxPos[side], 4));
+  }
+  for (const Rect& mine : sides[0]) {
+    for (const Rect& other : sides[1]) {
+      EXPECT_FALSE(Meet(mine, other))
+          << mine.left << "," << mine.top << " and " << other.left << "," << other.top;
+    }
+  }
+}
+
 TEST_F(StockSkins, AreOfferedForWhatTheyAreMadeFor) {
   UpdateSkinList();
   const int16_t draft = FindSkin(DataPath(u"draft.brd"));
@@ -228,6 +293,15 @@ TEST_F(StockSkins, AreOfferedForWhatTheyAreMadeFor) {
   const SkinEntry& entry = skinList[static_cast<size_t>(draft)];
   EXPECT_TRUE(entry.for1P);
   EXPECT_FALSE(entry.for2P || entry.forDP || entry.forAny);
+  const int16_t inkwell = FindSkin(DataPath(u"default.brd"));
+  ASSERT_GE(inkwell, 0);
+  const SkinEntry& both = skinList[static_cast<size_t>(inkwell)];
+  EXPECT_TRUE(both.for1P && both.for2P);
+  EXPECT_FALSE(both.forDP || both.forAny);
+  const int16_t fields = FindSkin(DataPath(u"default_dp.brd"));
+  ASSERT_GE(fields, 0);
+  EXPECT_TRUE(skinList[static_cast<size_t>(fields)].forDP);
+  EXPECT_FALSE(skinList[static_cast<size_t>(fields)].for1P);
   const int16_t screens = FindSkin(DataPath(u"qlm_scr.brd"));
   ASSERT_GE(screens, 0);
   EXPECT_FALSE(skinList[static_cast<size_t>(screens)].forAny || skinList[static_cast<size_t>(screens)].for1P);
