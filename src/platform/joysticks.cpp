@@ -40,9 +40,15 @@ bool TakeNewSticks() {
   return allOpened;
 }
 
+// What a stick does not have is not asked for: the library would write an error text each time.
+
 int32_t Deflection(SDL_Joystick* stick, int axis) {
-  // An axis that the stick does not have reads 0.
+  if (axis >= SDL_JoystickNumAxes(stick)) return 0;
   return int32_t{SDL_JoystickGetAxis(stick, axis)} * kFullDeflection / SDL_JOYSTICK_AXIS_MAX;
+}
+
+int32_t SeenButtons(SDL_Joystick* stick) {
+  return std::clamp<int32_t>(SDL_JoystickNumButtons(stick), 0, kJoystickButtons);
 }
 
 }  // namespace
@@ -96,9 +102,8 @@ std::optional<JoystickState> ReadJoystick(int32_t number) {
   state.right = (directions & SDL_HAT_RIGHT) != 0;
   state.up = (directions & SDL_HAT_UP) != 0;
   state.down = (directions & SDL_HAT_DOWN) != 0;
-  for (size_t button = 0; button < state.buttons.size(); ++button) {
-    // A button that the stick does not have is not held.
-    state.buttons[button] = SDL_JoystickGetButton(stick, static_cast<int>(button)) != 0;
+  for (int32_t button = 0; button < SeenButtons(stick); ++button) {
+    state.buttons[static_cast<size_t>(button)] = SDL_JoystickGetButton(stick, button) != 0;
   }
   return state;
 }

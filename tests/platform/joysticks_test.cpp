@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -142,6 +143,30 @@ TEST_F(Joysticks, ThirtyTwoButtonsAreSeen) {
   EXPECT_TRUE(ReadJoystick(0)->buttons[31]) << "until the next poll";
   PollJoysticks();
   EXPECT_FALSE(ReadJoystick(0)->buttons[31]);
+}
+
+TEST_F(Joysticks, OfTwoHundredButtonsTheFirstThirtyTwoAreSeen) {
+  VirtualStick stick(2, 200, 1);
+  for (int32_t button = 31; button < 200; ++button) stick.Button(button, true);
+  PollJoysticks();
+  const auto state = ReadJoystick(0);
+  ASSERT_TRUE(state);
+  EXPECT_EQ(std::count(state->buttons.begin(), state->buttons.end(), true), 1);
+  EXPECT_TRUE(state->buttons[31]);
+}
+
+TEST_F(Joysticks, WhatAStickDoesNotHaveIsNotAskedFor) {
+  VirtualStick stick(1, 2, 0);
+  stick.Axis(0, 32767);
+  stick.Button(1, true);
+  PollJoysticks();
+  VirtualStick::TakeComplaint();
+  const auto state = ReadJoystick(0);
+  ASSERT_TRUE(state);
+  EXPECT_EQ(state->x, 10000);
+  EXPECT_EQ(state->y, 0);
+  EXPECT_TRUE(state->buttons[1]);
+  EXPECT_EQ(VirtualStick::TakeComplaint(), "");
 }
 
 TEST_F(Joysticks, OpeningAgainStartsOver) {

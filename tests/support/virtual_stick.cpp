@@ -42,4 +42,10 @@ void VirtualStick::Hat(bool left, bool right, bool up, bool down) {
   SDL_JoystickSetVirtualHat(Handle(stick_), 0, static_cast<Uint8>(sides));
 }
 
+std::string VirtualStick::TakeComplaint() {
+  std::string complaint = SDL_GetError();
+  SDL_ClearError();
+  return complaint;
+}
+
 }  // namespace qlm

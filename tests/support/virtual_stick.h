@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace qlm {
 
@@ -18,6 +19,9 @@ class VirtualStick {
   void Button(int32_t button, bool down);
   // Sides that are pressed.
   void Hat(bool left, bool right, bool up, bool down);
+
+  // What the library has complained of since the last call.
+  static std::string TakeComplaint();
 
  private:
   void* stick_;
