@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "base/numbers.h"
 #include "base/rnd.h"
@@ -133,13 +134,13 @@ void ChangeHiSpeed(Way way) {
 }
 
 // To two decimals, halves to even.
-float Hundredths(double value) { return static_cast<float>(RoundHalfEven(value * 100) / 100); }
+std::optional<float> Hundredths(double value) { return Narrow(RoundHalfEven(value * 100) / 100); }
 
 void ChangeRealHiSpeed(Way way) {
   if (way == Way::kDown) {
-    if (RealHiSpeed > 0.25F) RealHiSpeed = Hundredths(RealHiSpeed - 0.05);
+    if (RealHiSpeed > 0.25F) Assign(RealHiSpeed, Hundredths(RealHiSpeed - 0.05));
   } else {
-    if (RealHiSpeed < 3.0F) RealHiSpeed = Hundredths(RealHiSpeed + 0.05);
+    if (RealHiSpeed < 3.0F) Assign(RealHiSpeed, Hundredths(RealHiSpeed + 0.05));
   }
   // Quirk: behind a tempo object this falls back to the tempo of the chart's start, until the next one.
   SetBPM(rawBPM);
@@ -150,7 +151,8 @@ void ChangeRealHiSpeed(Way way) {
 
 void ChangeSleep(Way way) {
   constexpr int32_t kMostMs = 15;
-  Sleep = way == Way::kDown ? std::max(Sleep - 1, 0) : std::min(Sleep + 1, kMostMs);
+  // A settings file may hold anything.
+  Sleep = way == Way::kDown ? std::max(Sleep, 1) - 1 : std::min(Sleep, kMostMs - 1) + 1;
   ShowMessage(Join(u"[1,2] Sleep: ", Sleep, kHowToChange));
 }
 

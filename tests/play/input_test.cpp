@@ -1,6 +1,9 @@
 // Keys of the play and of the settings.
 #include "play/input.h"
 
+#include <limits>
+#include <tuple>
+
 #include "base/rnd.h"
 #include "platform/clock.h"
 #include "platform/sound_device.h"
@@ -246,6 +249,18 @@ TEST_F(SettingKeys, SleepGoesFrom0To15) {
   EXPECT_EQ(messageText, u"[1,2] Sleep: 0 (1:Down/2:Up)");
 }
 
+TEST_F(SettingKeys, ASleepFromOutsideItsRangeComesBackIntoIt) {
+  Sleep = INT32_MAX;
+  ProcessKey_Settings(kUp);
+  EXPECT_EQ(Sleep, 15);
+  Sleep = INT32_MIN;
+  ProcessKey_Settings(kDown);
+  EXPECT_EQ(Sleep, 0);
+  Sleep = 100;
+  ProcessKey_Settings(kDown);
+  EXPECT_EQ(Sleep, 99);
+}
+
 TEST_F(SettingKeys, HiSpeedFallsByHalvesThenByQuartersToTheRandomOne) {
   HiSpeed = 3;
   for (const float expected : {2.5F, 2.0F, 1.75F, 1.5F, 1.25F, 1.0F, 0.75F, 0.5F}) {
@@ -321,6 +336,21 @@ TEST_F(SettingKeys, RealHiSpeedIsRoundedHalfToEven) {
   RealHiSpeed = 0.875F;
   PressWith(kKey3, kDown);
   EXPECT_EQ(RealHiSpeed, 0.82F);  // 0.825
+}
+
+TEST_F(SettingKeys, ARealHiSpeedFromOutsideItsRangeGoesOneWayOnly) {
+  for (const auto& [speed, held, key] : {std::tuple{5.0F, kKey3, kUp}, std::tuple{-1.0F, kKey3, kDown}}) {
+    RealHiSpeed = speed;
+    PressWith(held, key);
+    EXPECT_EQ(RealHiSpeed, speed);
+  }
+  constexpr float kGreatest = std::numeric_limits<float>::max();
+  RealHiSpeed = kGreatest;
+  PressWith(kKey3, kDown);
+  EXPECT_EQ(RealHiSpeed, kGreatest);
+  RealHiSpeed = -1;
+  PressWith(kKey3, kUp);
+  EXPECT_EQ(RealHiSpeed, -0.95F);
 }
 
 TEST_F(SettingKeys, RealHiSpeedAtItsLowestStillSetsTheTempoLocksTheRankAndTells) {
