@@ -97,6 +97,22 @@ TEST_F(KeyTableTest, LongFileIsReadAsFarAsTheTableGoes) {
   for (const int16_t code : KeyMap) EXPECT_EQ(code, 0);
 }
 
+TEST_F(KeyTableTest, AnyLengthIsTakenAsFarAsItGoes) {
+  // The last byte of an odd length is a low one.
+  const auto expected = [](size_t length, size_t key) -> int16_t {
+    if (2 * key + 1 < length) return 0x1111;
+    return 2 * key < length ? 0x11 : 0;
+  };
+  for (const size_t length : {size_t{1}, size_t{801}, size_t{802}, size_t{803}, size_t{10'000'000}}) {
+    KeyMap.Fill(7);
+    WriteFile(std::string(length, '\x11'));
+    LoadKeyTable();
+    for (int32_t key = 0; key <= 400; ++key) {
+      ASSERT_EQ(KeyMap[key], expected(length, static_cast<size_t>(key))) << key << " of " << length;
+    }
+  }
+}
+
 TEST_F(KeyTableTest, WhatCannotBeReadIsToldAndGivesTheDefaults) {
   setenv("SDL_VIDEODRIVER", "dummy", 1);  // boxes go to standard error
   fs::create_directory(SystemFolder() + "/_qlmfiles/qlm_keycnf.dat");
