@@ -2,13 +2,16 @@
 #include "graphics/input.h"
 
 #include <memory>
+#include <vector>
 
 #include "base/hooks.h"
 #include "graphics/present.h"
 #include "platform/joysticks.h"
 #include "state/keys.h"
+#include "state/session.h"
 #include "state/settings.h"
 #include "tests/graphics/picture_files.h"
+#include "tests/support/virtual_keyboard.h"
 #include "tests/support/virtual_stick.h"
 
 namespace qlm {
@@ -75,6 +78,75 @@ TEST_F(InputTest, LosingTheKeyboardLetsItsKeysGoAndNotThoseOfControllers) {
 TEST_F(InputTest, TheKeyboardHasItsPlaceInTheLog) {
   InitDI_Keyboard();
   EXPECT_EQ(log, (std::vector<Text>{u"[InitDI_Keyboard]", u"DirectInput [Keyboard] Initialized"}));
+}
+
+// Places of keys.
+constexpr int32_t kPlaceX = 27;
+constexpr int32_t kPlaceZ = 29;
+
+class KeyboardTest : public InputTest {
+ protected:
+  // What one pump hands over.
+  static std::string Pump() {
+    DoEvents();
+    return TakeTold();
+  }
+
+  VirtualKeyboard keyboard_;
+};
+
+TEST_F(KeyboardTest, RepeatsOfTheSystemAreNoPresses) {
+  keyboard_.Key(kPlaceZ, true);
+  EXPECT_EQ(Pump(), "+44");
+  keyboard_.Repeat(kPlaceZ);
+  keyboard_.Repeat(kPlaceX);
+  EXPECT_EQ(Pump(), "");
+  EXPECT_FALSE(KeyHeld[45]);
+  keyboard_.Key(kPlaceZ, false);
+  EXPECT_EQ(Pump(), "-44");
+}
+
+TEST_F(KeyboardTest, EventsOfOneTurnKeepTheirOrder) {
+  keyboard_.Key(kPlaceX, true);
+  keyboard_.Key(kPlaceZ, true);
+  keyboard_.Key(kPlaceX, false);
+  keyboard_.Key(kPlaceX, true);
+  EXPECT_EQ(Pump(), "+45 +44 -45 +45");
+}
+
+TEST_F(KeyboardTest, AKeyWithoutANumberIsNone) {
+  for (const int32_t usage : {0, 3, 255, 256, 511}) keyboard_.Key(usage, true);
+  EXPECT_EQ(Pump(), "");
+}
+
+TEST_F(KeyboardTest, KeysAreServedBetweenDrawingAndFlip) {
+  hooks::framePresented = [] { told += " flip"; };
+  keyboard_.Key(kPlaceZ, true);
+  PresentFrame();
+  EXPECT_EQ(TakeTold(), "+44 flip");
+}
+
+TEST_F(KeyboardTest, WithTheFocusTheWindowLosesItsKeys) {
+  keyboard_.Key(kPlaceZ, true);
+  keyboard_.Key(kPlaceX, true);
+  EXPECT_EQ(Pump(), "+44 +45");
+  keyboard_.Focus(false);
+  EXPECT_EQ(Pump(), "-44 -45");
+  EXPECT_FALSE(WindowActive);
+  keyboard_.Key(kPlaceZ, false);  // the system tells of it too
+  EXPECT_EQ(Pump(), "");
+  keyboard_.Focus(true);
+  EXPECT_EQ(Pump(), "");
+  EXPECT_TRUE(WindowActive);
+  keyboard_.Key(kPlaceZ, true);
+  EXPECT_EQ(Pump(), "+44");
+}
+
+TEST_F(KeyboardTest, KeysOfAnInactiveWindowAreHeldAllTheSame) {
+  keyboard_.Focus(false);
+  keyboard_.Key(kPlaceZ, true);
+  EXPECT_EQ(Pump(), "+44");
+  EXPECT_TRUE(KeyHeld[44]);
 }
 
 class SticksTest : public InputTest {
@@ -198,6 +270,29 @@ TEST_F(SticksTest, AStickThatGoesAwayLetsItsInputsGo) {
   VirtualStick third;
   third.Button(1, true);
   EXPECT_EQ(Poll(), "+261") << "a new one takes the lowest free number";
+}
+
+TEST_F(SticksTest, TwelveOfThemAreElevenAndTwoAreHeard) {
+  std::vector<std::unique_ptr<VirtualStick>> sticks;
+  for (int i = 0; i < 12; ++i) sticks.push_back(std::make_unique<VirtualStick>(2, 200, 1));
+  for (const auto& stick : sticks) {
+    for (int32_t button = 0; button < 200; ++button) stick->Button(button, true);
+  }
+  ReadJoysticks();
+  EXPECT_EQ(JoyCount, 11);
+  std::string expected;
+  // 32 buttons of the first, and of the second what the 64 flags leave.
+  for (int32_t key = 260; key <= 319; ++key) {
+    if (key <= 291 || key >= 300) expected += (expected.empty() ? "+" : " +") + std::to_string(key);
+  }
+  EXPECT_EQ(TakeTold(), expected);
+}
+
+TEST_F(SticksTest, OneWithoutAxesAndButtonsIsSilent) {
+  JoyXYEnable = true;
+  const VirtualStick stick(0, 0, 0);
+  EXPECT_EQ(Poll(), "");
+  EXPECT_EQ(JoyCount, 1);
 }
 
 TEST_F(SticksTest, ThePresentStepPollsBehindTheFlip) {
