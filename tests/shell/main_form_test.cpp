@@ -1,7 +1,12 @@
 // Keys and the window's events.
 #include "shell/main_form.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+
 #include "base/hooks.h"
+#include "graphics/input.h"
 #include "platform/clock.h"
 #include "shell/key_table.h"
 #include "state/keys.h"
@@ -12,9 +17,12 @@
 #include "state/settings.h"
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
+#include "tests/support/virtual_stick.h"
 
 namespace qlm {
 namespace {
+
+namespace fs = std::filesystem;
 
 bool closed = false;
 
@@ -194,6 +202,90 @@ TEST_F(MainFormTest, ClosingByShiftAndEscInAPlayDoesNothingElse) {
   EXPECT_TRUE(closed);
   EXPECT_FALSE(EscHeld);
   EXPECT_FALSE(PlayEnd) << "no end of the play, and so no score, comes of it";
+}
+
+// The files of the data folder, by name.
+std::string FilesOf(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    names.push_back(entry.path().filename());
+  }
+  std::sort(names.begin(), names.end());
+  std::string all;
+  for (const std::string& name : names) all += name + " ";
+  return all;
+}
+
+TEST_F(MainFormTest, ShiftAndEscInAPlayEndTheProgramAndSaveNoScore) {
+  EXPECT_EXIT(
+      {
+        ConnectHooks();
+        GameState = kStatePlay;
+        PlayAlive = true;
+        HandOverKey(kKeyLeftShift, true);
+        HandOverKey(kKeyEsc, true);
+      },
+      testing::ExitedWithCode(0), "");
+  EXPECT_EQ(FilesOf(SystemFolder() + "/_qlmfiles"), "debug.txt qlm_conf.ini qlm_keycnf.dat ");
+}
+
+TEST_F(MainFormTest, LosingTheKeyboardLetsItsLanesGo) {
+  ConnectHooks();
+  GameState = kStatePlay;
+  KeyMap[44] = 11;
+  KeyMap[45] = 13;
+  for (const int32_t key : {44, 45, kKeyEsc}) HandOverKey(key, true);
+  EXPECT_TRUE(LaneDown[0] && LaneDown[2] && EscHeld);
+  WindowActive = false;
+  ReleaseKeyboard();
+  EXPECT_FALSE(LaneDown[0] || LaneDown[2] || EscHeld);
+  EXPECT_EQ(LaneBeam[0], 0);
+  HandOverKey(44, true);
+  EXPECT_FALSE(LaneDown[0]) << "the window is not active";
+  HandOverKey(44, false);
+  WindowActive = true;
+  HandOverKey(44, true);
+  EXPECT_TRUE(LaneDown[0]);
+}
+
+TEST_F(MainFormTest, AControllerThatIsUnpluggedLetsItsLanesGo) {
+  ConnectHooks();
+  GameState = kStatePlay;
+  InitDI_Joystick();
+  if (JoyCount > 0) GTEST_SKIP() << "there are controllers plugged into this machine";
+  KeyMap[260] = 12;
+  auto stick = std::make_unique<VirtualStick>();
+  stick->Button(0, true);
+  ReadJoysticks();
+  EXPECT_TRUE(LaneDown[1]);
+  EXPECT_EQ(LaneBeam[1], 1);
+  stick.reset();
+  ReadJoysticks();
+  EXPECT_FALSE(LaneDown[1]);
+  EXPECT_EQ(LaneBeam[1], 0);
+  EXPECT_FALSE(KeyHeld[260]);
+  ReleaseDI();
+}
+
+TEST_F(MainFormTest, Holding4AndPressing1Then2LinksTheSpeedToTheCombo) {
+  ConnectHooks();
+  GameState = kStatePlay;
+  HiSpeed = 1;
+  HandOverKey(5, true);
+  EXPECT_EQ(messageText, u"[4] HiSpeed: 1 (1:Down/2:Up)");
+  HandOverKey(2, true);
+  EXPECT_FALSE(ComboHiSpeed);
+  HandOverKey(3, true);
+  EXPECT_TRUE(ComboHiSpeed);
+  EXPECT_EQ(messageText, u"COMBO-LINKED HISPEED MODE!");
+  HandOverKey(2, false);
+  HandOverKey(2, true);
+  EXPECT_TRUE(ComboHiSpeed) << "the key 2 is held still";
+  HandOverKey(2, false);
+  HandOverKey(3, false);
+  HandOverKey(3, true);
+  EXPECT_FALSE(ComboHiSpeed);
+  EXPECT_EQ(HiSpeed, 1) << "0.75 and a quarter";
 }
 
 TEST_F(MainFormTest, TheKeyBehindANameIsSwallowedOnce) {
