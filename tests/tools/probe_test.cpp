@@ -359,6 +359,22 @@ TEST_F(ProbeTest, ShiftWithEscStopsAtOnce) {
   EXPECT_TRUE(Holds(output, "\"playCleared\": false,\n  \"endClock\": 100,"));
 }
 
+TEST_F(ProbeTest, EventsNeedNotStandInTheOrderOfTheirTimes) {
+  WriteData(u"esc.txt", "100 down 1\n2000 up 1\n");
+  WriteData(u"turned.txt", "9000000000000000000 up 44\n2000 up 1\n100 down 1\n");
+  const std::string chart = Chart("a.bms", {"#BPM 60", "#00911:01"});
+  EXPECT_EQ(Probe({"play", chart, "--events", At("turned.txt")}).output,
+            Probe({"play", chart, "--events", At("esc.txt")}).output);
+}
+
+TEST_F(ProbeTest, EventsOfOneTurnAreServedInTheOrderOfTheFile) {
+  // Both in the turn at 1000 ms, the one before it being at 983 ms.
+  WriteData(u"two.txt", "1000 down 45\n990 down 44\n");
+  const std::string chart = Chart("a.bms", {"#BPM 240", "#00111:01", "#00113:02"});
+  EXPECT_TRUE(Holds(Probe({"play", chart, "--events", At("two.txt")}).output,
+                    "\"starts\": [\n    [1000, 2],\n    [1000, 1]\n  ]"));
+}
+
 TEST_F(ProbeTest, EventsFilesThatCannotBeReadAreRefused) {
   const std::string chart = Chart("a.bms", kLines);
   for (const std::string text : {"100 push 1\n", "x down 1\n", "1 down 401\n", "1 down 1 2\n", "1 down\n"}) {

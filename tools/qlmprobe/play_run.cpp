@@ -1,6 +1,7 @@
 // Running of a play turn by turn.
 #include "tools/qlmprobe/play_run.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <sstream>
 
@@ -78,6 +79,19 @@ std::optional<std::vector<KeyEvent>> ParseEvents(const std::string& text, std::s
   return events;
 }
 
+// The turn that serves an event of this time: the first one at or behind it.
+int64_t ServingTurn(int64_t time, int32_t turnsPerSecond) {
+  constexpr int64_t kNever = INT64_MAX / 2000;
+  return (std::clamp<int64_t>(time, 0, kNever) * turnsPerSecond + 999) / 1000;
+}
+
+// A file need not be in the order of its times: each turn serves what is due by then, as the file has it.
+void OrderByTurns(std::vector<KeyEvent>& events, int32_t turnsPerSecond) {
+  std::stable_sort(events.begin(), events.end(), [&](const KeyEvent& a, const KeyEvent& b) {
+    return ServingTurn(a.time, turnsPerSecond) < ServingTurn(b.time, turnsPerSecond);
+  });
+}
+
 bool ReadEvents(const std::string& file, std::vector<KeyEvent>& events) {
   const std::optional<std::string> text = platform::ReadFile(GamePath(file));
   std::string wrong = "the events file cannot be read";
@@ -113,6 +127,7 @@ PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   }
   taken.file = files[0];
   if (eventsFile && !ReadEvents(*eventsFile, taken.events)) status = kRefused;
+  OrderByTurns(taken.events, taken.turnsPerSecond);
   if (keyFile && !ReadKeyFile(*keyFile)) status = kRefused;
   if (skin && !CheckReadable(*skin)) status = kRefused;
   if (skin) qlm::SkinMapPath.fill(GamePath(*skin));

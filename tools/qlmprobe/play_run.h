@@ -20,7 +20,7 @@ struct KeyEvent {
 struct PlayRequest {
   std::string file;
   std::vector<std::string> before;
-  std::vector<KeyEvent> events;
+  std::vector<KeyEvent> events;  // in the order of the turns that serve them
   int32_t turnsPerSecond = 60;
   int64_t limit = INT64_MAX;  // ms of the chart's clock at which the play is stopped
   bool frames = false;        // composes each frame on the back surface; nothing else depends on it
