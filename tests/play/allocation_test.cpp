@@ -3,12 +3,15 @@
 
 #include "base/hooks.h"
 #include "chart/loading.h"
+#include "graphics/input.h"
 #include "platform/clock.h"
+#include "play/input.h"
 #include "play/judgement.h"
 #include "play/session.h"
 #include "play/timeline.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
+#include "state/keys.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -17,6 +20,7 @@
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
 #include "tests/support/allocations.h"
+#include "tests/support/virtual_stick.h"
 
 namespace qlm {
 namespace {
@@ -134,6 +138,34 @@ TEST_F(AllocationTest, JudgementsOfEveryGradeAllocateNothing) {
   }
   EXPECT_EQ(Allocations() - before, 0U);
   EXPECT_EQ(JudgeCount[0], (std::array<int32_t, 5>{30, 30, 30, 30, 90}));
+}
+
+// A key and a controller's button, each pressed in every other turn.
+TEST_F(AllocationTest, HandsAtKeysAndControllersAllocateNothing) {
+  DEMOMode = false;
+  UserPlay = true;
+  JudgeWindow = {3, 6, 18, 24};
+  KeyMap[44] = 11;
+  for (const int32_t button : {260, 300}) KeyMap[button] = 14;
+  hooks::keyDown = ProcessKey_Play;
+  hooks::keyUp = [](int32_t key) { ReleaseLane(LaneChannel(key)); };
+  InitDI_Joystick();
+  const VirtualStick other;
+  VirtualStick stick;
+  static VirtualStick* pressed;
+  static bool down;
+  pressed = &stick;
+  down = false;
+  hooks::pumped = [] {
+    down = !down;
+    HandOverKey(44, down);
+    pressed->Button(0, down);
+  };
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+  hooks::pumped = nullptr;
+  EXPECT_EQ(JoyCount, 2);
+  EXPECT_GT(JudgeCount[0][3], 100) << "pressed that often, most notes are struck early";
+  ReleaseDI();
 }
 
 TEST_F(AllocationTest, ShufflesAllocateNothing) {
