@@ -1,6 +1,7 @@
 // The cursors that walk the object table and the key sound changes.
 #include "play/walk.h"
 
+#include "base/numbers.h"
 #include "base/rnd.h"
 #include "play/judgement.h"
 #include "play/song_change.h"
@@ -37,7 +38,9 @@ void PassSeparator(const ChartObj& obj) {
   curMeasure = obj.measure;
   curMeasurePos = obj.pos;
   // Two measures in nine run at a wider range of speeds.
-  if (RandomHiSpeed) HiSpeedTarget = Rnd() * 9 >= 7 ? Rnd() * 5 + 1 : 2 * Rnd() + 1;
+  if (!RandomHiSpeed) return;
+  const double range = Rnd() * 9 >= 7 ? 5 : 2;
+  Assign(HiSpeedTarget, Narrow(Rnd() * range + 1));
 }
 
 void ShowPicture(const ChartObj& obj, int32_t& picture, bool& restart) {

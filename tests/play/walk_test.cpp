@@ -180,6 +180,16 @@ TEST_F(WalkTest, BarLinePicksARandomHiSpeed) {
   EXPECT_FLOAT_EQ(HiSpeedTarget, 1.5F);  // 0.5 * 9 is not: 2 * 0.25 + 1
 }
 
+TEST_F(WalkTest, RandomHiSpeedIsRoundedOnce) {
+  LayBars(2);
+  Begin();
+  RandomHiSpeed = true;
+  // 0.034 * 5 rounded to 32 bits before the 1 is added would come out one place above 1.17.
+  SetRndList({0.9F, 0.034F});
+  Turn(0);
+  EXPECT_EQ(HiSpeedTarget, 1.17F);
+}
+
 TEST_F(WalkTest, InvisibleObjectsSetLaneSounds) {
   Lay(31, 10, 1);
   Lay(39, 10, 2);
