@@ -176,7 +176,7 @@ bool JudgeNote(int32_t index, float delta, bool useStored, float& stored) {
 
   if (delta == 0) Assign(delta, Narrow(playPos - note->pos));
   const bool tooEarly = delta <= -JudgeWindow[3];
-  delta = useStored ? stored : std::abs(ForgiveEvenTiming(objectSide, delta));
+  delta = std::abs(useStored ? stored : ForgiveEvenTiming(objectSide, delta));
   stored = delta;
 
   const auto side = static_cast<size_t>(ScoreSide[objectSide]);

@@ -129,6 +129,16 @@ TEST_F(JudgementTest, RecordedDeviationIsTakenAsItStands) {
   EXPECT_EQ(LastJudge[0], kPerfect);
 }
 
+TEST_F(JudgementTest, RecordedDeviationLosesItsSign) {
+  Lay(11, 100);
+  playPos = 100;
+  used = -12;
+  EXPECT_TRUE(JudgeNote(0, 0, true, used));
+  EXPECT_EQ(LastJudge[0], kGood);
+  EXPECT_FLOAT_EQ(used, 12);
+  EXPECT_FLOAT_EQ(JPts[0], 6);
+}
+
 TEST_F(JudgementTest, SecondNoteOfAChordIsForgiven) {
   ChordDelta = {};
   Judge(11, 100, 105);
