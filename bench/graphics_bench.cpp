@@ -84,8 +84,7 @@ SkinPos LayClip(uint8_t number, int32_t width, int32_t height, int16_t x = 0, in
   SkinFile[number] = Sheet(width, height);
   SkinClip& clip = Clip[number];
   clip.file = number;
-  clip.rects = {{0, 0, width, height}};
-  clip.rect = clip.rects[0];
+  clip.rect = {0, 0, width, height};
   clip.width = width;
   clip.height = height;
   return {number, x, y, p3, 0};

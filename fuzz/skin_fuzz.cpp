@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "graphics/clips.h"
 #include "graphics/skin_directives.h"
 #include "state/skin.h"
 
@@ -25,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Check(qlm::LayerList);
   for (int32_t i = 0; i <= clips.last; ++i) {
     const qlm::SkinClip& clip = qlm::Clip[clips.entries[static_cast<size_t>(i)]];
-    if (clip.frames < 1 || clip.rects.size() != clip.frames) std::abort();
+    if (clip.frames < 1 || !qlm::FrameOf(clip, clip.frames - 1)) std::abort();
   }
   qlm::ClearSkinTables();
   qlm::SkinReport report;

@@ -36,8 +36,7 @@ void UpdateClip(SkinClip& clip) {
   const std::optional<int64_t> gone = FramesGone(clip);
   if (!gone) return;
   const std::optional<int32_t> frame = Modulo(*gone, clip.frames);
-  if (!frame) return;
-  if (const Rect* rect = FrameOf(clip, *frame)) clip.rect = *rect;
+  if (frame) Assign(clip.rect, FrameOf(clip, *frame));
 }
 
 }  // namespace
@@ -48,9 +47,11 @@ void UpdateClips() {
   }
 }
 
-const Rect* FrameOf(const SkinClip& clip, int64_t frame) {
-  const auto count = static_cast<int64_t>(clip.rects.size());
-  return frame >= 0 && frame < count ? &clip.rects[static_cast<size_t>(frame)] : nullptr;
+std::optional<Rect> FrameOf(const SkinClip& clip, int64_t frame) {
+  if (frame < 0 || frame >= clip.frames) return std::nullopt;
+  const int64_t left = clip.x + frame * clip.stepX;
+  const int64_t top = clip.y + frame * clip.stepY;
+  return RectOf(left, top, left + clip.width, top + clip.height);
 }
 
 void CopyClip(int64_t number, int64_t x, int64_t y) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "state/skin.h"
 
@@ -11,8 +12,8 @@ namespace qlm {
 // Puts the frame of the moment into each moving clip, by the clock or by the position in the measure.
 void UpdateClips();
 
-// One frame of a clip; null where the clip has none of that number.
-const Rect* FrameOf(const SkinClip& clip, int64_t frame);
+// Where a frame of a clip lies on its sheet; nothing where the clip has none of that number.
+std::optional<Rect> FrameOf(const SkinClip& clip, int64_t frame);
 
 // The clip's frame in use at (x, y). A copy that would run off the screen is refused.
 void CopyClip(int64_t number, int64_t x, int64_t y);

@@ -107,7 +107,7 @@ void DrawBomb(int32_t channel) {
   Rect rect = clip.rect;
   if (const auto speed = Round(clip.speed)) {
     if (const auto gone = Divide(ms, *speed)) {
-      if (const Rect* frame = FrameOf(clip, Modulo(*gone, clip.frames).value_or(-1))) rect = *frame;
+      Assign(rect, FrameOf(clip, Modulo(*gone, clip.frames).value_or(-1)));
     }
   }
   const LaneSkin& lane = NoteSkin[channel - 10];

@@ -6,6 +6,7 @@
 
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
+#include "graphics/clips.h"
 #include "graphics/skin_lines.h"
 #include "platform/text.h"
 #include "state/surfaces.h"
@@ -103,12 +104,11 @@ void ReadClip(SkinReading& in) {
   SkinClip& clip = Clip[in.row];
   in.ArgumentsFrom(9);
   in.Sets(&clip);
-  SkinReading::Strip strip;
   int32_t direction = 0;
   int32_t gap = 0;
   in.WholeOrZero(u"the sheet", clip.file);
-  in.WholeOrZero(u"x", strip.x);
-  in.WholeOrZero(u"y", strip.y);
+  in.WholeOrZero(u"x", clip.x);
+  in.WholeOrZero(u"y", clip.y);
   in.WholeOrZero(u"the width", clip.width);
   in.WholeOrZero(u"the height", clip.height);
   in.WholeOrZero(u"the direction", direction, Field::kMayBeLeftOut);
@@ -119,9 +119,10 @@ void ReadClip(SkinReading& in) {
   clip.frames = std::max<uint16_t>(clip.frames, 1);
   Assign(clip.speed, Narrow(std::abs(speed)));
   clip.animMode = speed >= 0 ? kClipByClock : kClipByPosition;
-  (direction == 2 ? strip.stepY : strip.stepX) = int64_t{direction == 2 ? clip.height : clip.width} + gap;
-  in.strips[static_cast<size_t>(in.row)] = strip;
-  clip.rect = Cell(strip.x, strip.y, clip.width, clip.height).value_or(Rect{});
+  const bool down = direction == 2;
+  clip.stepX = down ? 0 : int64_t{clip.width} + gap;
+  clip.stepY = down ? int64_t{clip.height} + gap : 0;
+  Assign(clip.rect, FrameOf(clip, 0));
   Append(ClipList, static_cast<uint8_t>(in.row));
   in.Uses(SkinPart::kSheet, clip.file);
 }
@@ -203,11 +204,11 @@ std::optional<size_t> LeadingSide(const SkinWord& word) {
   return std::nullopt;
 }
 
-size_t TurntableOf(SkinReading& in, TextView piece) {
-  if (!piece.starts_with(u'L') && !piece.starts_with(u'R')) {
+size_t TurntableOf(SkinReading& in, TextView letter) {
+  if (letter != u"L" && letter != u"R") {
     in.Remark(u"the word names no place of the turntable, L or R: it counts as L");
   }
-  return piece.starts_with(u'R') ? 1 : 0;
+  return letter == u"R" ? 1 : 0;
 }
 
 void ReadLine(SkinReading& in) {
@@ -216,7 +217,7 @@ void ReadLine(SkinReading& in) {
   const std::optional<int32_t> number = ToWhole(Mid(word.Piece(2), 2));
   if (!side) return in.Remark(u"the second part of the word is no side, 1P or 2P");
   if (!number || *number < 0 || *number > 15) return in.Remark(u"the word ends in no number from 0 to 15");
-  const size_t right = TurntableOf(in, word.Piece(2));
+  const size_t right = TurntableOf(in, Left(word.Piece(2), 1));
   ReadSkinPos(in, LinePos[*side][right][static_cast<size_t>(*number)], SkinPart::kClip, AtEdge::kRefused);
   if (in.Report() != nullptr && LinePos[*side][right][static_cast<size_t>(*number)].id == 0) {
     in.Remark(u"clip 00 stands for no line");
@@ -516,20 +517,6 @@ void ReadSkinLine(SkinReading& in) {
   if (!IsOfTheList(in.Line())) in.Remark(u"there is no such directive");
 }
 
-// The frames of the clips, once all lines are read.
-void CutClips(const SkinReading& in) {
-  for (size_t index = 0; index < in.strips.size(); ++index) {
-    const auto& strip = in.strips[index];
-    if (!strip) continue;
-    SkinClip& clip = Clip[static_cast<int64_t>(index)];
-    clip.rects = std::vector<Rect>(clip.frames);
-    for (int64_t frame = 0; frame < clip.frames; ++frame) {
-      Assign(clip.rects[static_cast<size_t>(frame)],
-             Cell(strip->x + frame * strip->stepX, strip->y + frame * strip->stepY, clip.width, clip.height));
-    }
-  }
-}
-
 }  // namespace
 
 void ReadSkin(std::string_view bytes, SkinReport* report) {
@@ -544,7 +531,6 @@ void ReadSkin(std::string_view bytes, SkinReport* report) {
     in.Begin(line);
     ReadSkinLine(in);
   }
-  CutClips(in);
 }
 
 void Append(SkinOrder& order, uint8_t number) {

@@ -105,16 +105,6 @@ class SkinReading {
   // strip, or the row of the last known option word.
   int64_t row = 0;
 
-  // How the frames of a clip lie on its sheet. They are cut when the whole skin is read, so that a clip that
-  // is defined again and again costs its frames once.
-  struct Strip {
-    int32_t x = 0;
-    int32_t y = 0;
-    int64_t stepX = 0;
-    int64_t stepY = 0;
-  };
-  std::array<std::optional<Strip>, 256> strips{};
-
  private:
   static SkinWord SplitWord(TextView word);
   void TakeArguments(TextView arguments);

@@ -30,11 +30,15 @@ constexpr uint8_t kClipStill = 0;
 constexpr uint8_t kClipByClock = 1;     // speed is ms a frame of the play clock
 constexpr uint8_t kClipByPosition = 2;  // speed is position units a frame, counted from the last bar line
 
-// An animated sprite.
+// An animated sprite. Its frames lie in a row on the sheet; where each one is follows from the first, so that
+// a clip of 65,535 frames takes no more room than a still one.
 struct SkinClip {
   uint8_t file = 0;     // of SkinFile
   uint16_t frames = 1;  // at least 1
-  std::vector<Rect> rects;
+  int32_t x = 0;        // of the first frame on the sheet
+  int32_t y = 0;
+  int64_t stepX = 0;  // from one frame to the next
+  int64_t stepY = 0;
   float speed = 0;
   uint8_t animMode = kClipStill;
   Rect rect;  // of the frame in use

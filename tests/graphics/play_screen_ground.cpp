@@ -32,13 +32,13 @@ SkinClip& PlayScreenTest::LayFrames(int32_t number, int32_t width, int32_t heigh
   clip = {};
   clip.file = static_cast<uint8_t>(number);
   clip.frames = static_cast<uint16_t>(frames);
-  for (int32_t i = 0; i < frames; ++i) {
-    clip.rects.push_back({i * width, 0, (i + 1) * width, height});
-    SkinFile[number]->Fill(clip.rects.back(), colour + static_cast<Colour>(i));
-  }
-  clip.rect = clip.rects.front();
+  clip.stepX = width;
+  clip.rect = {0, 0, width, height};
   clip.width = width;
   clip.height = height;
+  for (int32_t i = 0; i < frames; ++i) {
+    SkinFile[number]->Fill({i * width, 0, (i + 1) * width, height}, colour + static_cast<Colour>(i));
+  }
   return clip;
 }
 

@@ -208,7 +208,9 @@ TEST_F(WholeScreen, AbsurdNumbersDoNoHarm) {
   for (const int32_t most : {INT32_MIN, INT32_MAX}) {
     const auto edge = static_cast<int16_t>(most > 0 ? INT16_MAX : INT16_MIN);
     SkinClip& clip = Clip[1];
-    clip.rects.assign(1, {most, most, most, most});
+    clip.frames = UINT16_MAX;
+    clip.x = clip.y = most;
+    clip.stepX = clip.stepY = 2 * int64_t{most};
     clip.rect = {INT32_MIN, INT32_MIN, most, most};
     clip.width = clip.height = most;
     Number[1].width = Number[1].height = most;

@@ -1,11 +1,18 @@
 // Each directive of a skin, by hand-made lines.
 #include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/paths.h"
+#include "graphics/clips.h"
 #include "graphics/skin.h"
+#include "graphics/skin_directives.h"
 #include "state/skin.h"
 #include "state/surfaces.h"
 #include "tests/graphics/skin_files.h"
+#include "tests/support/allocations.h"
 
 namespace qlm {
 namespace {
@@ -16,6 +23,12 @@ class SkinDirectivesTest : public SkinTest {
   void Read(std::initializer_list<const char*> lines) {
     loadSkin(WriteSkin(lines), read_);
     read_ = true;
+  }
+
+  static std::vector<Rect> Frames(const SkinClip& clip) {
+    std::vector<Rect> frames;
+    for (int64_t frame = 0; frame < clip.frames; ++frame) frames.push_back(FrameOf(clip, frame).value());
+    return frames;
   }
 
  private:
@@ -107,7 +120,7 @@ TEST_F(SkinDirectivesTest, StillClipNeedsFiveFields) {
   const SkinClip& clip = Clip[0xA0];
   EXPECT_EQ(clip.file, 3);
   EXPECT_EQ(clip.frames, 1);
-  EXPECT_EQ(clip.rects, (std::vector<Rect>{{10, 20, 40, 60}}));
+  EXPECT_EQ(Frames(clip), (std::vector<Rect>{{10, 20, 40, 60}}));
   EXPECT_EQ(clip.rect, (Rect{10, 20, 40, 60}));
   EXPECT_EQ(clip.speed, 0);
   EXPECT_EQ(clip.animMode, kClipByClock);
@@ -120,10 +133,10 @@ TEST_F(SkinDirectivesTest, StillClipNeedsFiveFields) {
 
 TEST_F(SkinDirectivesTest, StripsRunAcrossOrDown) {
   Read({"#CLIP01 1,10,20,30,40,0,2,3,66.5,9", "#CLIP02 1,10,20,30,40,2,2,3,66,9"});
-  EXPECT_EQ(Clip[1].rects, (std::vector<Rect>{{10, 20, 40, 60}, {42, 20, 72, 60}, {74, 20, 104, 60}}));
+  EXPECT_EQ(Frames(Clip[1]), (std::vector<Rect>{{10, 20, 40, 60}, {42, 20, 72, 60}, {74, 20, 104, 60}}));
   EXPECT_EQ(Clip[1].speed, 66.5F);
   EXPECT_EQ(Clip[1].flag, 9);
-  EXPECT_EQ(Clip[2].rects, (std::vector<Rect>{{10, 20, 40, 60}, {10, 62, 40, 102}, {10, 104, 40, 144}}));
+  EXPECT_EQ(Frames(Clip[2]), (std::vector<Rect>{{10, 20, 40, 60}, {10, 62, 40, 102}, {10, 104, 40, 144}}));
 }
 
 TEST_F(SkinDirectivesTest, NegativeSpeedGoesByThePosition) {
@@ -135,19 +148,38 @@ TEST_F(SkinDirectivesTest, NegativeSpeedGoesByThePosition) {
 TEST_F(SkinDirectivesTest, NoFramesAreOneAndEmptyFieldsAreNothing) {
   Read({"#CLIP01 1,,x,8,8,,,0,"});
   EXPECT_EQ(Clip[1].frames, 1);
-  EXPECT_EQ(Clip[1].rects, (std::vector<Rect>{{0, 0, 8, 8}}));
+  EXPECT_EQ(Frames(Clip[1]), (std::vector<Rect>{{0, 0, 8, 8}}));
 }
 
-TEST_F(SkinDirectivesTest, ClipDefinedAgainReleasesTheOldFrames) {
-  Read({"#CLIP01 1,0,0,8,8,0,0,65535", "#CLIP01 1,0,0,4,4,0,0,2"});
-  EXPECT_EQ(Clip[1].rects.size(), 2U);
-  EXPECT_EQ(Clip[1].rects.capacity(), 2U);
+TEST_F(SkinDirectivesTest, ClipDefinedAgainHasOnlyItsNewFrames) {
+  Read({"#CLIP01 1,0,0,8,8,2,0,65535,-9,1", "#CLIP01 1,0,0,4,4,0,0,2"});
+  EXPECT_EQ(Frames(Clip[1]), (std::vector<Rect>{{0, 0, 4, 4}, {4, 0, 8, 4}}));
+  EXPECT_EQ(Clip[1].speed, 0);
+  EXPECT_EQ(Clip[1].flag, 0);
   EXPECT_EQ(ClipList.last, 1);
+}
+
+// All clips with all the frames that a clip can have cost no more than as many lines that are passed over.
+TEST_F(SkinDirectivesTest, FramesTakeNoRoom) {
+  const auto cost = [](const char* word) {
+    std::string lines;
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    for (const char high : kDigits) {
+      for (const char low : kDigits) lines += std::string(word) + high + low + " 1,0,0,8,8,0,0,65535\r\n";
+    }
+    const size_t before = Allocations();
+    ReadSkin(lines, nullptr);
+    return Allocations() - before;
+  };
+  EXPECT_EQ(cost("#CLIP"), cost("#SLIP"));
+  EXPECT_EQ(FrameOf(Clip[0xFF], 65534), (Rect{524272, 0, 524280, 8}));
+  EXPECT_EQ(FrameOf(Clip[0xFF], 65535), std::nullopt);
+  EXPECT_EQ(FrameOf(Clip[0xFF], -1), std::nullopt);
 }
 
 TEST_F(SkinDirectivesTest, FramesBeyondAllNumbersAreEmpty) {
   Read({"#CLIP01 1,2147483000,0,600,8,0,0,2"});
-  EXPECT_EQ(Clip[1].rects, (std::vector<Rect>{{2147483000, 0, 2147483600, 8}, {}}));
+  EXPECT_EQ(Frames(Clip[1]), (std::vector<Rect>{{2147483000, 0, 2147483600, 8}, {}}));
   Read({"#CLIP02 1,2147483647,0,600,8,0,0,2"});
   EXPECT_EQ(Clip[2].rect, Rect{});
 }
@@ -215,7 +247,7 @@ TEST_F(SkinDirectivesTest, LinesNameSidePlacementAndNumber) {
 }
 
 TEST_F(SkinDirectivesTest, JudgeLinesStandRightOrElseLeft) {
-  Read({"#JUDGEPOS_1P_L 01,1,2", "#JUDGEPOS_1P_R 02,3,4", "#JUDGEPOS_2P_X 03,5,6"});
+  Read({"#JUDGEPOS_1P_L 01,1,2", "#JUDGEPOS_1P_R 02,3,4", "#JUDGEPOS_2P_RIGHT 03,5,6"});
   EXPECT_EQ(JudgeLinePos[0][0], (SkinPos{1, 1, 2, 0, 0}));
   EXPECT_EQ(JudgeLinePos[0][1], (SkinPos{2, 3, 4, 0, 0}));
   EXPECT_EQ(JudgeLinePos[1][0], (SkinPos{3, 5, 6, 0, 0}));

@@ -85,8 +85,8 @@ TEST_F(AllocationTest, TurnsThatDrawASkinAllocateNothing) {
     SkinClip& clip = Clip[file];
     clip.file = file;
     clip.frames = 2;
-    clip.rects = {{0, 0, 32, 16}, {32, 0, 64, 16}};
-    clip.rect = clip.rects[0];
+    clip.stepX = 32;
+    clip.rect = {0, 0, 32, 16};
     clip.width = 32;
     clip.height = 16;
     clip.speed = 30;

@@ -1,5 +1,6 @@
 // The command `skin`: the tables that a skin fills, and what its author would want to know.
 #include "graphics/skin.h"
+#include "graphics/clips.h"
 #include "graphics/display.h"
 #include "graphics/skin_report.h"
 #include "state/chart.h"
@@ -60,8 +61,9 @@ void PutSprites(Json& json, const qlm::SkinReport& report) {
     const qlm::SkinClip& clip = qlm::Clip[n];
     json.Put("file", clip.file);
     json.Put("frames", clip.frames);
-    json.Key("rects");
-    PutValues(json, clip.rects.begin(), clip.rects.end());
+    json.Key("rects").BeginArray();
+    for (int64_t frame = 0; frame < clip.frames; ++frame) PutValue(json, *qlm::FrameOf(clip, frame));
+    json.EndArray();
     json.Put("speed", clip.speed);
     json.Put("animMode", clip.animMode);
     Put(json, "rect", clip.rect);

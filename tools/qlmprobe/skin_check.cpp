@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "graphics/clips.h"
 #include "state/skin.h"
 #include "state/surfaces.h"
 
@@ -65,12 +66,11 @@ class Checker {
       }
       const qlm::SurfacePtr& sheet = qlm::SkinFile[clip.file];
       if (!sheet) continue;
-      const auto outside = std::find_if_not(clip.rects.begin(), clip.rects.end(),
-                                            [&](const Rect& rect) { return Inside(rect, sheet->Bounds()); });
-      if (outside == clip.rects.end()) continue;
-      Add(line, u"frame ", outside - clip.rects.begin(), u", ", Sides(*outside),
-          u", lies outside its picture of ", sheet->Width(), u" by ", sheet->Height(),
-          u" pixels and is not drawn");
+      int64_t frame = 0;
+      while (frame < clip.frames && Inside(*qlm::FrameOf(clip, frame), sheet->Bounds())) ++frame;
+      if (frame == clip.frames) continue;
+      Add(line, u"frame ", frame, u", ", Sides(*qlm::FrameOf(clip, frame)), u", lies outside its picture of ",
+          sheet->Width(), u" by ", sheet->Height(), u" pixels and is not drawn");
     }
   }
 
