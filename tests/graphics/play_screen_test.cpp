@@ -164,6 +164,19 @@ TEST_F(WholeScreen, ThePlayGoesOnWithoutAScreen) {
   EXPECT_TRUE(PlayEnd);
 }
 
+TEST_F(WholeScreen, TitleAndTilesEndWithoutAScreenToo) {
+  DDBack.reset();
+  DDSnapshot.reset();
+  FadeState = kFadeTitle;
+  FadeStart = kNow - 500;
+  DrawPlayFrame();
+  EXPECT_EQ(FadeState, kFadeTiles);
+  EXPECT_EQ(FadeStart, kNow);
+  FadeStart = kNow - 500;
+  DrawPlayFrame();
+  EXPECT_EQ(FadeState, kFadeNone);
+}
+
 TEST_F(WholeScreen, ADoublePlayHasOneWordOneBarAndOneClass) {
   SideCount = 2;
   LastJudge[1] = 4;
