@@ -46,6 +46,8 @@ void ResetFigures() {
 
 }  // namespace
 
+// Quirk: a pause outlives its play. Who leaves a paused play has dead lanes in the next one until F12, which
+// brings the old play's tempo back.
 void ResetPlay() {
   LaneNote.fill(-1);
   LaneSound.fill(-1);

@@ -104,6 +104,8 @@ void ButtonDown(int32_t key) {
 
   const int16_t code = CodeOf(key);
   const int32_t menuKey = MenuKey(code);
+  // Quirk: in a play too. A controller's Enter is the key Enter there, which plays a lane in the default map,
+  // and letting it go does not let the lane go.
   if (menuKey != 0) key = menuKey;
   if (code == kCodeSelect) {
     SelectHeld = true;

@@ -67,6 +67,15 @@ TEST_F(ResetTest, LanesRecordAndHistoryAreAlwaysPutBack) {
   EXPECT_EQ(ComboDigitCount[0], 1);  // the combo goes on
 }
 
+TEST_F(ResetTest, PauseOutlivesItsPlay) {
+  Paused = true;
+  savedBPM = 90;
+  ResetPlay();
+  EXPECT_TRUE(Paused);
+  BMSResume();
+  EXPECT_FLOAT_EQ(curBPM, 90);
+}
+
 TEST_F(ResetTest, NewRecordBeginsEmpty) {
   RecCount = 5;
   UserRec = true;

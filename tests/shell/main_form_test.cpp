@@ -248,6 +248,17 @@ TEST_F(MainFormTest, LosingTheKeyboardLetsItsLanesGo) {
   EXPECT_TRUE(LaneDown[0]);
 }
 
+TEST_F(MainFormTest, MenuMeaningInAPlayPressesTheLaneOfItsKeyAndDoesNotLetItGo) {
+  ConnectHooks();
+  GameState = kStatePlay;
+  KeyMap[260] = 3;  // Enter
+  KeyMap[28] = 29;
+  HandOverKey(260, true);
+  EXPECT_TRUE(LaneDown[18]);
+  HandOverKey(260, false);
+  EXPECT_TRUE(LaneDown[18]);
+}
+
 TEST_F(MainFormTest, AControllerThatIsUnpluggedLetsItsLanesGo) {
   ConnectHooks();
   GameState = kStatePlay;
