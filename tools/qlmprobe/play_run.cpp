@@ -8,6 +8,7 @@
 #include "base/hooks.h"
 #include "chart/loading.h"
 #include "graphics/display.h"
+#include "graphics/skin.h"
 #include "graphics/input.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -152,6 +153,7 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   if (wanted.frames) {
     qlm::InitDD(qlm::DisplayOutput::kUnseen);
     qlm::CreateSurfaces();
+    qlm::UpdateSkinList();  // for F9
   }
   qlm::InitDS(platform::SoundOutput::kOffline);
   // A load as for a preview does not make the play one: it would never show a frame.
