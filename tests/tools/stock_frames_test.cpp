@@ -146,6 +146,7 @@ class StockFramesTest : public ProbeTest {
   }
 };
 
+TEST_F(StockFramesTest, TheScreenBeforeBreaksUpIntoTiles) { Expect("inkwell-tiles", Steps(), -700); }
 TEST_F(StockFramesTest, BeforeTheSong) { Expect("inkwell-ready", Steps(), -100); }
 
 TEST_F(StockFramesTest, ManyNotesAndARoundCombo) {
