@@ -212,7 +212,7 @@ TEST_F(StockFramesTest, TurntableOnTheRight) {
 TEST_F(StockFramesTest, TwoPlayers) { Expect("inkwell-two-players", Dense(2), 4500); }
 
 TEST_F(StockFramesTest, TwoPlayersWithBothTurntablesTurnedRound) {
-  Expect("inkwell-two-players-turned", Dense(2), 4500, {"--set", "SCRATCH1P=1", "--set", "SCRATCH2P=0"});
+  Expect("inkwell-two-players-turned", Dense(2), 4500, {"--set", "SCRATCH1P=1", "--set", "SCRATCH2P=1"});
 }
 
 TEST_F(StockFramesTest, DoublePlay) { Expect("inkwell-double-play", Dense(3), 4500); }
