@@ -71,6 +71,14 @@ void CopyRow(const Colour* from, Colour* to, int32_t count, NoKey) {
   std::memcpy(to, from, static_cast<size_t>(count) * sizeof(Colour));
 }
 
+void FillRow(Colour* to, int32_t count, Colour colour) {
+  if (colour == 0) {
+    std::memset(to, 0, static_cast<size_t>(count) * sizeof(Colour));
+  } else {
+    std::fill_n(to, count, colour);
+  }
+}
+
 // Source index of the places from `first` up to `end`, of `count` over which `length` pixels are spread:
 // i * length \ count.
 class Spread {
@@ -169,8 +177,11 @@ bool Surface::Fill(const Rect& rect, Colour colour) {
   if (!Holds(rect)) {
     return false;
   }
-  for (int32_t y = rect.top; y < rect.bottom; ++y) {
-    std::fill_n(Row(y).data() + rect.left, rect.Width(), colour & kColourBits);
+  // Rows that lie one behind the other are one.
+  const bool whole = rect.Width() == width_;
+  const int32_t count = whole ? width_ * rect.Height() : rect.Width();
+  for (int32_t y = rect.top; y < rect.bottom; y += whole ? rect.Height() : 1) {
+    FillRow(Row(y).data() + rect.left, count, colour & kColourBits);
   }
   return true;
 }
@@ -218,8 +229,11 @@ bool Surface::Copy(int32_t x, int32_t y, const Surface& source, const Rect& from
     return Copy(x, y, snapshot, snapshot.Bounds(), keyed);
   }
   WithKey(keyed == Keyed::kYes && source.hasKey_, source.keyLow_, source.keyHigh_, [&](auto key) {
-    for (int32_t row = 0; row < from.Height(); ++row) {
-      CopyRow(source.Row(from.top + row).data() + from.left, Row(y + row).data() + x, from.Width(), key);
+    // Rows that lie one behind the other in both images are one.
+    const bool whole = from.Width() == width_ && from.Width() == source.width_;
+    const int32_t count = whole ? width_ * from.Height() : from.Width();
+    for (int32_t row = 0; row < from.Height(); row += whole ? from.Height() : 1) {
+      CopyRow(source.Row(from.top + row).data() + from.left, Row(y + row).data() + x, count, key);
     }
   });
   return true;
