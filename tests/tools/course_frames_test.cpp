@@ -6,11 +6,14 @@
 #include "base/log.h"
 #include "base/paths.h"
 #include "chart/loading.h"
+#include "graphics/bga.h"
 #include "graphics/display.h"
 #include "graphics/fades.h"
+#include "graphics/screens.h"
 #include "library/song_list.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/font.h"
 #include "platform/picture.h"
 #include "play/session.h"
 #include "play/timeline.h"
@@ -106,6 +109,19 @@ TEST_F(CourseFramesTest, TheNextSongsTitlePictureZoomsInAndBreaksUp) {
   TurnFor(400);
   EXPECT_EQ(FadeState, kFadeNone);
   Compare("course-second-song");
+}
+
+TEST_F(CourseFramesTest, TheLoadingScreenNamesTheSongThatIsRead) {
+  if (platform::FontTextWidth(u"M", 16) == 0) GTEST_SKIP() << "no font is installed";
+  BMSLoadCourse();
+  CourseSong = 1;
+  LoadStage(Join(AppPath, u"\\songs\\march\\stage.png"));
+  ASSERT_NE(DDStage, nullptr);
+  DDSnapshot->Copy(0, 0, *DDStage, kScreen);
+  MakeFadeTiles();
+  FadeStart = platform::Now() - 200;
+  Loading();
+  Compare("course-loading");
 }
 
 }  // namespace
