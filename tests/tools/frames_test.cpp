@@ -83,13 +83,14 @@ class FramesTest : public ProbeTest {
   void Compare(const std::string& name, std::vector<std::string> arguments,
                const std::vector<std::string>& moments) const {
     std::string list;
-    for (const std::string& moment : moments) list += (list.empty() ? "" : ",") + moment;
+    for (const std::string& moment : moments) list.append(list.empty() ? "" : ",").append(moment);
     arguments.insert(arguments.begin(), "frame");
     arguments.insert(arguments.end(), {"--at", list, "--out", At(name)});
     const ProcessResult result = Probe(arguments);
     ASSERT_EQ(result.exitStatus, 0) << result.errors;
     for (const std::string& moment : moments) {
-      const std::string frame = name + "-" + moment;
+      std::string frame = name;
+      frame.append("-").append(moment);
       CompareWithGoldenFrame(frame, At(frame + ".png"));
     }
   }
