@@ -93,7 +93,7 @@ std::string FindName(const std::string& folder, const std::string& part) {
   struct stat state {};
   if (stat(listed.c_str(), &state) != 0 || !S_ISDIR(state.st_mode)) return {};
   const std::u16string wanted = DecodeUtf8(part);
-  const std::string raw = EncodeCp932(wanted);
+  std::string raw = EncodeCp932(wanted);
   struct stat rawState {};
   if (stat((folder + raw).c_str(), &rawState) == 0) return raw;
   return ListingOf(listed, state).Find(FoldName(wanted));

@@ -109,7 +109,7 @@ class ChartFigures : public Figures {
   static std::string Shown(SkinPos& pos, int16_t p3 = 0) {
     pos = {7, 100, 50, p3, 0};
     Draw();
-    const std::string shown = Read(100, 50, 8);
+    std::string shown = Read(100, 50, 8);
     pos = {};
     return shown;
   }

@@ -163,6 +163,7 @@ TEST_F(AllocationTest, HandsAtKeysAndControllersAllocateNothing) {
   };
   EXPECT_EQ(AllocatedIn(1000), 0U);
   hooks::pumped = nullptr;
+  pressed = nullptr;
   EXPECT_EQ(JoyCount, 2);
   EXPECT_GT(JudgeCount[0][3], 100) << "pressed that often, most notes are struck early";
   ReleaseDI();

@@ -68,7 +68,7 @@ GameTest::~GameTest() {
 }
 
 Text GameTest::WriteData(TextView name, std::string_view bytes) const {
-  const Text path = Join(AppPath, u"\\", name);
+  Text path = Join(AppPath, u"\\", name);
   MakeFolders(GetFolder(path));
   EXPECT_TRUE(platform::WriteFile(path, bytes)) << Utf8(path);
   return path;

@@ -15,8 +15,6 @@
 #include <sstream>
 #include <thread>
 
-extern char** environ;
-
 namespace qlm {
 namespace {
 
@@ -40,7 +38,7 @@ std::vector<std::string> Environment(const std::map<std::string, std::string>& c
     if (!changes.contains(name)) variables.emplace_back(*variable);
   }
   for (const auto& [name, value] : changes) {
-    if (!value.empty()) variables.push_back(name + "=" + value);
+    if (!value.empty()) variables.emplace_back(name).append("=").append(value);
   }
   return variables;
 }
