@@ -228,6 +228,18 @@ TEST_F(SkinOptionTest, FrameTakesTheStockSkinInstead) {
   EXPECT_TRUE(Holds(LogOf({"frame", chart_, "--at", "0", "--out", At("shot")}), "[loadSkin] : default.brd"));
 }
 
+TEST_F(SkinOptionTest, NextSkinMovesTheLineOfAPlayWithoutPictures) {
+  // 240 beats a minute are 0.192 units a millisecond: at 700 ms the note lies 58 units off, within reach of a
+  // press where the line stands at 480, and not yet on a screen whose line stands at 20.
+  WriteData(u"_qlmfiles\\default.brd", "#YPOSITION 20\r\n");
+  WriteData(u"early.txt", "700 down 44\n");
+  WriteData(u"next.txt", "100 down 67\n700 down 44\n");
+  EXPECT_TRUE(Holds(Probe({"play", chart_, "--events", At("early.txt")}).output, "\"tooEarly\": true"));
+  const std::string missedOnly = Probe({"play", chart_, "--events", At("next.txt")}).output;
+  EXPECT_TRUE(Holds(missedOnly, "\"delta_used\": 48"));
+  EXPECT_EQ(missedOnly.find("\"tooEarly\": true"), std::string::npos);
+}
+
 TEST_F(SkinOptionTest, AMissingSkinIsRefused) {
   EXPECT_EQ(Probe({"play", chart_, "--skin", At("none.brd")}).exitStatus, 1);
 }

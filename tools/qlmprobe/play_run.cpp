@@ -153,8 +153,8 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   if (wanted.frames) {
     qlm::InitDD(qlm::DisplayOutput::kUnseen);
     qlm::CreateSurfaces();
-    qlm::UpdateSkinList();  // for F9
   }
+  qlm::UpdateSkinList();  // for F9
   qlm::InitDS(platform::SoundOutput::kOffline);
   // A load as for a preview does not make the play one: it would never show a frame.
   const bool preview = qlm::PreviewActive;
