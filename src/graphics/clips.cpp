@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "base/numbers.h"
 #include "graphics/draw.h"
@@ -14,7 +15,7 @@ namespace {
 
 using platform::Keyed;
 
-bool Fits(int64_t value) { return value >= INT32_MIN && value <= INT32_MAX; }
+bool Fits(int64_t value) { return std::in_range<int32_t>(value); }
 
 // Null for a sheet that is not there.
 const Surface* Sheet(uint8_t file) { return DDBack ? SkinFile[file].get() : nullptr; }

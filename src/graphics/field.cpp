@@ -93,7 +93,7 @@ void DrawProgressBar(const SkinPos& pos) {
   }
 }
 
-// How long a burst of that kind lasts and where it stands in it.
+// The burst of a lane, centred on it at the judge line, until its frames are over.
 void DrawBomb(int32_t channel) {
   const size_t index = LaneOf(channel);
   if (LaneHit[index] == 0 || LaneHit[index] > BombPos.size()) return;

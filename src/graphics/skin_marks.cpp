@@ -1,8 +1,6 @@
 // Which option marks show.
 #include "graphics/skin.h"
 #include "state/options.h"
-#include "state/records.h"
-#include "state/session.h"
 #include "state/settings.h"
 #include "state/skin.h"
 
