@@ -6,37 +6,36 @@
 
 #include "base/text.h"
 
-namespace qlm::hooks {
-
-// Ends the program in the game; a tool or a test records it. The load that raised it stops there.
-inline void (*fatalError)(TextView title, TextView message) = nullptr;
-// The window caption.
-inline void (*setCaption)(TextView text) = nullptr;
-// One frame of the loading screen.
-inline void (*loadingFrame)() = nullptr;
-// Lets events run during a long load; called between the files of a chart.
-inline void (*loadPump)() = nullptr;
-// A key by its number: scan codes below 256, joystick inputs from 256.
-inline void (*keyDown)(int32_t key) = nullptr;
-inline void (*keyUp)(int32_t key) = nullptr;
-// The window's close button.
-inline void (*closeRequested)() = nullptr;
-inline void (*windowActivated)(bool active) = nullptr;
-// The display was taken away from a running play, or came back to it.
-inline void (*displayLost)() = nullptr;
-inline void (*displayRegained)() = nullptr;
-// Runs in each pump behind the window's events: scripted hands of tests and tools.
-inline void (*pumped)() = nullptr;
-// A finished frame is on the back surface, just before it is shown.
-inline void (*framePresented)() = nullptr;
-
-}  // namespace qlm::hooks
-
 namespace qlm {
+
+struct Hooks {
+  // Ends the program in the game; a tool or a test records it. The load that raised it stops there.
+  void (*fatalError)(TextView title, TextView message) = nullptr;
+  // The window caption.
+  void (*setCaption)(TextView text) = nullptr;
+  // One frame of the loading screen.
+  void (*loadingFrame)() = nullptr;
+  // Lets events run during a long load; called between the files of a chart.
+  void (*loadPump)() = nullptr;
+  // A key by its number: scan codes below 256, joystick inputs from 256.
+  void (*keyDown)(int32_t key) = nullptr;
+  void (*keyUp)(int32_t key) = nullptr;
+  // The window's close button.
+  void (*closeRequested)() = nullptr;
+  void (*windowActivated)(bool active) = nullptr;
+  // The display was taken away from a running play, or came back to it.
+  void (*displayLost)() = nullptr;
+  void (*displayRegained)() = nullptr;
+  // Runs in each pump behind the window's events: scripted hands of tests and tools.
+  void (*pumped)() = nullptr;
+  // A finished frame is on the back surface, just before it is shown.
+  void (*framePresented)() = nullptr;
+};
+inline Hooks hooks;
 
 // Title and message of a failure that the program cannot go on from.
 inline void FatalError(TextView title, TextView message) {
-  if (hooks::fatalError != nullptr) hooks::fatalError(title, message);
+  if (hooks.fatalError != nullptr) hooks.fatalError(title, message);
 }
 
 }  // namespace qlm

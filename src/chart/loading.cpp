@@ -71,7 +71,7 @@ bool ReadCourse() {
     const bool listed = i < static_cast<int32_t>(CourseSongs.size());
     if (listed) LoadTitlePicture(CourseSongs[static_cast<size_t>(i)]);
     PlaceSong(i);
-    if (hooks::loadingFrame != nullptr) hooks::loadingFrame();
+    if (hooks.loadingFrame != nullptr) hooks.loadingFrame();
     if (listed) ReadSong(CourseSongs[static_cast<size_t>(i)]);
   }
   if (LoadAbort || shortageRaised) return false;

@@ -186,7 +186,7 @@ void ComputeGains() {
 Text WithGap(Text marquee) { return marquee.append(static_cast<size_t>(MaxI32(TitleChars, 0)), u' '); }
 
 void ShowTitles() {
-  if (Windowed && hooks::setCaption != nullptr) hooks::setCaption(ChartCaption());
+  if (Windowed && hooks.setCaption != nullptr) hooks.setCaption(ChartCaption());
   MarqueeText = CourseMode ? WithGap(u"COURSE MODE!") : ChartMarquee();
   if (GameState == kStatePlay) MarqueeText = Cvt2ASCII(MarqueeText);
 }

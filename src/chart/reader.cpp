@@ -247,11 +247,11 @@ void LineReader::ReadBmp(TextView line) const {
 
 // Lets events run now and then; one of them may end the load.
 bool LineReader::GoesOn() {
-  if (hooks::loadPump != nullptr) {
+  if (hooks.loadPump != nullptr) {
     const uint32_t now = platform::Now();
     if (!lastPump_ || platform::Elapsed(now, *lastPump_) >= kPumpInterval) {
       lastPump_ = now;
-      hooks::loadPump();
+      hooks.loadPump();
     }
   }
   return !LoadAbort;

@@ -57,8 +57,8 @@ void RestoreDisplay() {
   loadSkin(SkinPath, false);
   if (GameState != kStatePlay && GameState != kStateResults) {
     LoadSS();
-  } else if (PlayAlive && hooks::displayRegained != nullptr) {
-    hooks::displayRegained();
+  } else if (PlayAlive && hooks.displayRegained != nullptr) {
+    hooks.displayRegained();
   }
 }
 
@@ -116,11 +116,11 @@ bool CheckDisplay() {
   }
   if (!displayIsLost) {
     displayIsLost = true;
-    if (PlayAlive && !Paused && hooks::displayLost != nullptr) hooks::displayLost();
+    if (PlayAlive && !Paused && hooks.displayLost != nullptr) hooks.displayLost();
   }
   DoEvents();
   // Without a rest of its own the wait would take a whole processor.
-  platform::Sleep(static_cast<uint32_t>(std::max(Sleep, 1)));
+  platform::SleepFor(static_cast<uint32_t>(std::max(Sleep, 1)));
   platform::FrameShown();
   return false;
 }

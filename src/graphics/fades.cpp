@@ -74,7 +74,7 @@ void ScreenFade(double percent) {
 void FadeScreen(int32_t kind, int32_t length) {
   const bool toBlack = kind == 1;
   if (length == 0) length = kShortFade;
-  PlaySE(4);
+  PlaySE(SE::kFade);
   HoldFrame();
   const uint32_t begin = platform::Now();
   for (int32_t ms = 0; ms < length; ms = platform::Elapsed(platform::Now(), begin)) {

@@ -8,7 +8,7 @@
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
 #include "graphics/draw.h"
-#include "graphics/input.h"
+#include "input/input.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
 #include "platform/window.h"
@@ -28,15 +28,15 @@ constexpr int32_t kFpsInterval = 200;  // ms between two frame rate figures
 constexpr platform::WindowEvents kEvents{
     .closeRequested =
         [] {
-          if (hooks::closeRequested != nullptr) hooks::closeRequested();
+          if (hooks.closeRequested != nullptr) hooks.closeRequested();
         },
     .activated =
         [](bool active) {
           WindowActive = active;
           if (!active) ReleaseKeyboard();
-          if (hooks::windowActivated != nullptr) hooks::windowActivated(active);
+          if (hooks.windowActivated != nullptr) hooks.windowActivated(active);
         },
-    .key = HandOverKey,
+    .key = DispatchKey,
 };
 
 struct Place {
@@ -78,7 +78,7 @@ void DrawMemory() {
 }
 
 void Show(bool noWait) {
-  if (hooks::framePresented != nullptr) hooks::framePresented();
+  if (hooks.framePresented != nullptr) hooks.framePresented();
   const bool waits = !noWait && !NOVSync;
   // Quirk: a window that is not drawn directly asks for a flip, which a window cannot do: the frame stays
   // unseen.
@@ -107,7 +107,7 @@ void CountFrame() {
 
 void DoEvents() {
   platform::PumpWindowEvents(kEvents);
-  if (hooks::pumped != nullptr) hooks::pumped();
+  if (hooks.pumped != nullptr) hooks.pumped();
   platform::RunDueTimers();
 }
 
@@ -118,7 +118,7 @@ void PresentFrame(bool noWait, bool quiet) {
   }
   if (Debug) DrawMemory();
   DoEvents();
-  if (Sleep > 0) platform::Sleep(static_cast<uint32_t>(Sleep));
+  if (Sleep > 0) platform::SleepFor(static_cast<uint32_t>(Sleep));
   Show(noWait);
   ReadJoysticks();
   CountFrame();

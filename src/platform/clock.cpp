@@ -24,7 +24,7 @@ uint32_t Now() {
   return kStart + static_cast<uint32_t>(passed);
 }
 
-void Sleep(uint32_t milliseconds) {
+void SleepFor(uint32_t milliseconds) {
   if (!isVirtual) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 

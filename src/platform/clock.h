@@ -14,7 +14,7 @@ uint32_t Now();
 constexpr int32_t Elapsed(uint32_t now, uint32_t then) { return static_cast<int32_t>(now - then); }
 
 // Rests. On the virtual clock it returns at once and no time passes.
-void Sleep(uint32_t milliseconds);
+void SleepFor(uint32_t milliseconds);
 
 // Rests until the next of `perSecond` evenly spaced moments of each second. No time passes on the virtual
 // clock.

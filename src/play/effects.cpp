@@ -8,7 +8,6 @@
 #include "base/text.h"
 #include "platform/clock.h"
 #include "play/shuffle.h"
-#include "play/system_sounds.h"
 #include "play/timeline.h"
 #include "sound/play.h"
 #include "sound/slots.h"
@@ -90,7 +89,7 @@ void BreakPlay() {
   BreakActive = true;
   BreakStart = platform::Now();
   StopPlayingSounds();
-  if (AttackKind != kAttackBreak) PlaySE(kFailSound);
+  if (AttackKind != kAttackBreak) PlaySE(SE::kFail);
   // Quirk: a tempo that stands still already is kept as it stands: a stall that begins in a pause, or a
   // second miss of the same frame, leaves the play without a tempo until another one is set.
   savedBPM = curBPM;

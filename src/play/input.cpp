@@ -14,7 +14,6 @@
 #include "play/records.h"
 #include "play/session.h"
 #include "play/skin_choice.h"
-#include "play/system_sounds.h"
 #include "play/timeline.h"
 #include "sound/play.h"
 #include "sound/slots.h"
@@ -30,29 +29,6 @@
 
 namespace qlm {
 namespace {
-
-// Key numbers.
-constexpr int32_t kKey1 = 2;
-constexpr int32_t kKey2 = 3;
-constexpr int32_t kKey3 = 4;
-constexpr int32_t kKey4 = 5;
-constexpr int32_t kKey5 = 6;
-constexpr int32_t kKey7 = 8;
-constexpr int32_t kKey8 = 9;
-constexpr int32_t kKeyF1 = 59;
-constexpr int32_t kKeyF2 = 60;
-constexpr int32_t kKeyF7 = 65;
-constexpr int32_t kKeyF8 = 66;
-constexpr int32_t kKeyF9 = 67;
-constexpr int32_t kKeyF10 = 68;
-constexpr int32_t kKeyPad9 = 73;
-constexpr int32_t kKeyPad4 = 75;
-constexpr int32_t kKeyPad1 = 79;
-constexpr int32_t kKeyPad2 = 80;
-constexpr int32_t kKeyPad3 = 81;
-constexpr int32_t kKeyPad0 = 82;
-constexpr int32_t kKeyF11 = 87;
-constexpr int32_t kKeyF12 = 88;
 
 constexpr platform::Colour kEmptyPress = platform::Rgb(128, 128, 128);
 constexpr TextView kHowToChange = u" (1:Down/2:Up)";
@@ -157,7 +133,7 @@ void ChangeSleep(Way way) {
 }
 
 void ChangeWhatIsHeld(Way way) {
-  PlaySE(kTickSound);
+  PlaySE(SE::kTick);
   if (KeyHeld[kKey4]) {
     ChangeHiSpeed(way);
   } else if (KeyHeld[kKey3]) {
@@ -179,7 +155,7 @@ void ChangeVolume(Way way) {
 }
 
 void ChangeDrawLimit() {
-  PlaySE(kTickSound);
+  PlaySE(SE::kTick);
   DRAWLIMIT = DRAWLIMIT >= 3 ? 1 : static_cast<uint8_t>(DRAWLIMIT + 1);
   ShowMessage(Join(u"Draw Limit : ", int32_t{DRAWLIMIT}));
 }
@@ -188,7 +164,7 @@ void ToggleBGA() {
   ShowBGA = !ShowBGA;
   NoBGA = !ShowBGA;
   ShowMessage(Join(u"[5] BGA: ", OnOff(ShowBGA)));
-  PlaySE(kTickSound);
+  PlaySE(SE::kTick);
 }
 
 void TogglePreview() {
@@ -197,7 +173,7 @@ void TogglePreview() {
   // A preview that runs ends with it.
   // Quirk: so does a play.
   PlayEnd = true;
-  PlaySE(kTickSound);
+  PlaySE(SE::kTick);
 }
 
 // The machine plays the rest, or the hands do.
@@ -205,7 +181,7 @@ void ToggleDemo() {
   DEMOMode = !DEMOMode;
   RankLocked = true;
   ShowMessage(Join(u"[F8] DEMO: ", OnOff(DEMOMode)));
-  PlaySE(kTickSound);
+  PlaySE(SE::kTick);
   PickOptionMarks();
 }
 
@@ -213,7 +189,7 @@ void ToggleEcho() {
   EchoEnabled = !EchoEnabled;
   ShowMessage(Join(u"EFFECT: ", EchoEnabled ? u"ECHO" : u"NONE"));
   DropEchoes();
-  PlaySE(kTickSound);
+  PlaySE(SE::kTick);
 }
 
 void AttackYourself() {
@@ -273,7 +249,7 @@ void ProcessKey_Settings(int32_t key) {
     case kKeyF8: ToggleDemo(); break;
     case kKeyF9:
       NextSkin();
-      PlaySE(kTickSound);
+      PlaySE(SE::kTick);
       break;
     case kKeyF10: ToggleEcho(); break;
     default: break;

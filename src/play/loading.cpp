@@ -8,7 +8,6 @@
 #include "net/messages.h"
 #include "platform/clock.h"
 #include "play/session.h"
-#include "play/system_sounds.h"
 #include "sound/play.h"
 #include "state/chart.h"
 #include "state/gauge.h"
@@ -67,7 +66,7 @@ void Load(TextView path) {
 void Ready(TextView path) {
   DebugLog(u"[Ready BMS] Timer start");
   GameState = kStatePlay;
-  StopSE(kSelectMusic);
+  StopSE(SE::kSelectMusic);
   if (CourseMode || BattleActive || EndlessRun) HazardGauge = true;
   FadeState = kFadeTiles;
   FadeStart = platform::Now();

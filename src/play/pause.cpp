@@ -29,8 +29,8 @@ void BMSResume() {
 }
 
 void RegisterPlayHooks() {
-  hooks::displayLost = BMSPause;
-  hooks::displayRegained = BMSResume;
+  hooks.displayLost = BMSPause;
+  hooks.displayRegained = BMSResume;
 }
 
 }  // namespace qlm

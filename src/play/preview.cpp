@@ -4,7 +4,6 @@
 #include "chart/loading.h"
 #include "platform/timers.h"
 #include "play/session.h"
-#include "play/system_sounds.h"
 #include "play/timeline.h"
 #include "play/walk.h"
 #include "sound/play.h"
@@ -90,7 +89,7 @@ void StartPreview() {
 
 void PreviewTick() {
   if (SelectVolume > kSoftVolume) SelectVolume -= kFadeStep;
-  SetSEVolume(kSelectMusic, SelectVolume);
+  SetSEVolume(SE::kSelectMusic, SelectVolume);
   PlayStep();
   if (PlayEnd || !PlayAlive) StopPreview();
 }

@@ -22,7 +22,6 @@
 #include "play/results.h"
 #include "play/shuffle.h"
 #include "play/skin_choice.h"
-#include "play/system_sounds.h"
 #include "play/timeline.h"
 #include "sound/play.h"
 #include "sound/slots.h"
@@ -67,12 +66,12 @@ void RunTurns() {
         return;
       }
       StartFade(kFadeEnd, 1);
-      PlaySE(kFadeSound);
+      PlaySE(SE::kFade);
       PlayCleared = true;
     }
     if (PlayFailed && FadeState == kFadeNone) {
       StartFade(kFadeFail, 1);
-      PlaySE(kFadeSound);
+      PlaySE(SE::kFade);
     }
     PlayStep();
   }
@@ -132,10 +131,10 @@ void FinishScores() {
 void ReturnToList() {
   HazardGauge = false;
   selectLocked = false;
-  PlaySE(kSelectMusic, true);
-  SetSEVolume(kSelectMusic, 0);
+  PlaySE(SE::kSelectMusic, true);
+  SetSEVolume(SE::kSelectMusic, 0);
   if (BMSPreview != 0) RestartPreviewTimer();
-  PlaySE(kSelectSound);
+  PlaySE(SE::kSelectStart);
 }
 
 }  // namespace
@@ -168,7 +167,7 @@ void PlayLoop() {
   rawBPM = HdrBPM;
   TakeTempo(HdrBPM);
   DebugLog(u"  playloop start");
-  PlaySE(kReadySound);
+  PlaySE(SE::kReady);
   HoldScreen();
   StartFade(kFadeTiles, 0);
   ShowMessage(u"R E A D Y ?");

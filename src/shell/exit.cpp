@@ -7,7 +7,7 @@
 
 #include "base/log.h"
 #include "graphics/display.h"
-#include "graphics/input.h"
+#include "input/input.h"
 #include "platform/timers.h"
 #include "platform/window.h"
 #include "shell/key_table.h"

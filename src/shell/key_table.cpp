@@ -15,24 +15,10 @@ namespace qlm {
 namespace {
 
 constexpr DefaultKey kDefaultKeys[] = {
-    {44, 11},  // Z
-    {31, 12},  // S
-    {45, 13},  // X
-    {32, 14},  // D
-    {46, 15},  // C
-    {33, 18},  // F
-    {47, 19},  // V
-    {57, 16},  // Space
-    {42, 16},  // left Shift
-    {49, 21},  // N
-    {36, 22},  // J
-    {50, 23},  // M
-    {37, 24},  // K
-    {51, 25},  // ,
-    {38, 26},  // L
-    {52, 28},  // .
-    {28, 29},  // Enter
-    {54, 29},  // right Shift
+    {kKeyZ, 11},      {kKeyS, 12},     {kKeyX, 13},          {kKeyD, 14},         {kKeyC, 15},
+    {kKeyF, 18},      {kKeyV, 19},     {kKeySpace, 16},      {kKeyLeftShift, 16}, {kKeyN, 21},
+    {kKeyJ, 22},      {kKeyM, 23},     {kKeyK, 24},          {kKeyComma, 25},     {kKeyL, 26},
+    {kKeyPeriod, 28}, {kKeyEnter, 29}, {kKeyRightShift, 29},
 };
 
 Text KeyTablePath() { return DataPath(u"qlm_keycnf.dat"); }

@@ -12,7 +12,6 @@
 #include "play/input.h"
 #include "play/results.h"
 #include "play/session.h"
-#include "play/system_sounds.h"
 #include "shell/exit.h"
 #include "sound/play.h"
 #include "state/keys.h"
@@ -71,7 +70,7 @@ void ChooseAutoLane(int32_t key) {
   if (const int32_t channel = LaneChannel(key); channel != 0) {
     bool& byMachine = AutoLane[static_cast<size_t>(channel - 11)];
     byMachine = !byMachine;
-    PlaySE(kTickSound);
+    PlaySE(SE::kTick);
   }
 }
 
@@ -85,19 +84,19 @@ void PrepareForm() {
 
 void ConnectHooks() {
   RegisterPlayHooks();
-  hooks::fatalError = EndOnFatalError;
-  hooks::setCaption = SetCaption;
-  hooks::loadingFrame = Loading;
-  hooks::loadPump = DoEvents;
-  hooks::keyDown = ButtonDown;
-  hooks::keyUp = ButtonUp;
-  hooks::closeRequested = Form_Unload;
+  hooks.fatalError = EndOnFatalError;
+  hooks.setCaption = SetCaption;
+  hooks.loadingFrame = Loading;
+  hooks.loadPump = DoEvents;
+  hooks.keyDown = ButtonDown;
+  hooks.keyUp = ButtonUp;
+  hooks.closeRequested = Form_Unload;
 }
 
 void ButtonDown(int32_t key) {
   if (!WindowActive) return;
   if (key == kKeyEsc && ShiftHeld()) {
-    if (hooks::closeRequested != nullptr) hooks::closeRequested();
+    if (hooks.closeRequested != nullptr) hooks.closeRequested();
     return;
   }
   if (SwallowsKey(key)) return;

@@ -25,6 +25,7 @@ constexpr uint32_t kEchoGapMs = 200;
 constexpr int32_t kEchoQueueLength = 256;
 constexpr int32_t kChartVolume = -500;  // leaves room for the sum of many sounds
 
+// File names, by SE.
 constexpr std::array<TextView, 16> kSystemSounds = {
     u"sngchg",  u"select",  u"sngdecide", u"ready",   u"fade",     u"class_ss",  u"class_s",  u"class_a",
     u"class_b", u"class_c", u"class_d",   u"class_e", u"selstart", u"res_clear", u"res_fail", u"ptscount"};
@@ -132,17 +133,18 @@ void PlayWav(int32_t slot, int32_t, int32_t echoStep) {
   if (transcript != nullptr) transcript->starts.push_back({playClock, slot});
 }
 
-void PlaySE(int32_t index, bool looping) {
-  if (const SoundBufferPtr* sound = SystemSound.Find(index)) Restart(*sound, looping);
+void PlaySE(SE sound, bool looping) {
+  if (const SoundBufferPtr* buffer = SystemSound.Find(static_cast<int32_t>(sound))) Restart(*buffer, looping);
 }
 
-void StopSE(int32_t index) {
-  const SoundBufferPtr* sound = SystemSound.Find(index);
-  if (sound != nullptr && *sound != nullptr) (*sound)->Stop();
+void StopSE(SE sound) {
+  const SoundBufferPtr* buffer = SystemSound.Find(static_cast<int32_t>(sound));
+  if (buffer != nullptr && *buffer != nullptr) (*buffer)->Stop();
 }
 
-void SetSEVolume(int32_t index, int32_t volume) {
-  if (const SoundBufferPtr* sound = SystemSound.Find(index)) SetVolume(*sound, volume);
+void SetSEVolume(SE sound, int32_t volume) {
+  const SoundBufferPtr* buffer = SystemSound.Find(static_cast<int32_t>(sound));
+  if (buffer != nullptr) SetVolume(*buffer, volume);
 }
 
 void EchoPush(int32_t time, int16_t slot, int32_t step) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "platform/sound_device.h"
+#include "state/sounds.h"
 
 namespace qlm {
 
@@ -17,10 +18,10 @@ void ReleaseDS();
 // used; `echoStep` is 0, or 1 to 4 for an echo. Slots outside 0 to 255 do nothing. With the sound loaded and
 // no echo the call takes no memory and no disk.
 void PlayWav(int32_t slot, int32_t position, int32_t echoStep);
-// System sounds 0 to 15; other numbers do nothing.
-void PlaySE(int32_t index, bool looping = false);
-void StopSE(int32_t index);
-void SetSEVolume(int32_t index, int32_t volume);
+// System sounds; numbers that are none of them do nothing.
+void PlaySE(SE sound, bool looping = false);
+void StopSE(SE sound);
+void SetSEVolume(SE sound, int32_t volume);
 
 // An entry past the queue's 256 is lost.
 void EchoPush(int32_t time, int16_t slot, int32_t step);

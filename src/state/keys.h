@@ -6,6 +6,7 @@
 
 #include "base/table.h"
 #include "state/chart.h"
+#include "state/key_numbers.h"
 
 namespace qlm {
 
@@ -21,21 +22,6 @@ inline bool SelectHeld = false;   // an input with the meaning 8 is held
 inline uint32_t SelectStart = 0;  // clock at which it went down
 inline bool nameEntered = false;  // a name has just been entered: the key that ended it is swallowed
 inline uint8_t JoyCount = 0;      // controllers found
-
-// Key numbers that the program itself asks for.
-constexpr int32_t kKeyEsc = 1;
-constexpr int32_t kKeyTab = 15;
-constexpr int32_t kKeyEnter = 28;
-constexpr int32_t kKeyLeftShift = 42;
-constexpr int32_t kKeyRightShift = 54;
-constexpr int32_t kKeyUp = 200;
-constexpr int32_t kKeyLeft = 203;
-constexpr int32_t kKeyDown = 208;
-// Key numbers of controller inputs: kKeyJoy + controller * kJoyInputs + input, inputs 0 to 3 being left,
-// right, up and down, and those from 4 on the buttons.
-constexpr int32_t kKeyJoy = 256;
-constexpr int32_t kJoyInputs = 40;
-constexpr int32_t kJoyButtons = 4;  // the first button among a controller's inputs
 
 void ResetKeys();
 

@@ -40,7 +40,26 @@ inline int32_t VoiceCount = 0;
 inline Table<uint32_t, 255> VoiceStart;  // clock at the last start
 inline Table<bool, 255> VoiceActive;
 
-inline Table<SoundBufferPtr, 15> SystemSound;
+// The system sounds. kClassSS to kClassE are loaded and never played.
+enum class SE : int32_t {
+  kCursor,       // the cursor of a list moves
+  kSelectMusic,  // looped on the list screens
+  kDecide,       // a song, a course or a list is decided
+  kReady,        // a play begins
+  kFade,         // a fade begins, or another list opens
+  kClassSS,
+  kClassS,
+  kClassA,
+  kClassB,
+  kClassC,
+  kClassD,
+  kClassE,
+  kSelectStart,  // the list screen opens
+  kClear,        // the results of a cleared play
+  kFail,         // those of any other, and the stall of a miss under Pressure
+  kTick,         // a setting was changed by its key; looped while the results count up
+};
+inline Table<SoundBufferPtr, 15> SystemSound;  // by SE
 inline int32_t SelectVolume = 0;  // of the list's music, hundredths of a decibel; -1500 under a preview
 
 // The master volume that the volume keys move, 0 to MixerMax.

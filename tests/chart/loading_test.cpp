@@ -66,7 +66,7 @@ TEST_F(LoadingTest, FolderIsNoChart) {
 }
 
 TEST_F(LoadingTest, AbortedReadIsPreparedAllTheSame) {
-  hooks::loadPump = [] { LoadAbort = true; };
+  hooks.loadPump = [] { LoadAbort = true; };
   EXPECT_EQ(BMSLoad(WriteChart({u"#00111:01", u"#WAV01 a.wav", u"#00511:01"})), 1);
   EXPECT_TRUE(LoadAbort);
   EXPECT_EQ(Objs().size(), 4U);  // the note and the bar lines 0 to 2
@@ -215,7 +215,7 @@ int frames = 0;
 
 TEST_F(LoadingTest, LoadingScreenIsDrawnOnceASong) {
   frames = 0;
-  hooks::loadingFrame = [] { ++frames; };
+  hooks.loadingFrame = [] { ++frames; };
   AddSong({}, u"a.bms");
   AddSong({}, u"b.bms");
   BMSLoadCourse();
@@ -226,7 +226,7 @@ std::vector<bool> titlePictures;
 
 TEST_F(LoadingTest, TitlePicturesAreShownWhileSongsLoadWithCourseLoadModeTwo) {
   titlePictures.clear();
-  hooks::loadingFrame = [] { titlePictures.push_back(DDStage != nullptr); };
+  hooks.loadingFrame = [] { titlePictures.push_back(DDStage != nullptr); };
   WriteData(u"stage.bmp", TinyBitmap());
   AddSong({}, u"a.bms");
   AddSong({}, u"b.bms");
@@ -252,7 +252,7 @@ TEST_F(LoadingTest, TitlePictureIsReleasedAtTheEnd) {
 TEST_F(LoadingTest, AbortEndsTheJoinBeforeTheNextSong) {
   AddSong({u"#00011:01"}, u"a.bms");
   AddSong({u"#00012:01"}, u"b.bms");
-  hooks::loadingFrame = [] { LoadAbort = true; };
+  hooks.loadingFrame = [] { LoadAbort = true; };
   BMSLoadCourse();
   EXPECT_EQ(CountLogged(u"[BMSRead] a.bms"), 1);
   EXPECT_EQ(CountLogged(u"[BMSRead] b.bms"), 0);
@@ -261,7 +261,7 @@ TEST_F(LoadingTest, AbortEndsTheJoinBeforeTheNextSong) {
 
 TEST_F(LoadingTest, AbortDuringASongAddsNoMarker) {
   AddSong({u"#00011:01", u"#WAV01 a.wav", u"#00111:01"}, u"a.bms");
-  hooks::loadPump = [] { LoadAbort = true; };
+  hooks.loadPump = [] { LoadAbort = true; };
   BMSLoadCourse();
   EXPECT_EQ(Objs(), (Strings{"m2 t0 p384 c11 v1"}));
 }

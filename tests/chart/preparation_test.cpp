@@ -412,7 +412,7 @@ std::vector<Text> captions;
 
 TEST_F(PreparationTest, CaptionInAWindowOnly) {
   captions.clear();
-  hooks::setCaption = [](TextView text) { captions.emplace_back(text); };
+  hooks.setCaption = [](TextView text) { captions.emplace_back(text); };
   const std::vector<Text> chart = {u"#GENRE Pop", u"#TITLE Song", u"#ARTIST Me"};
   Prepare(chart);
   EXPECT_TRUE(captions.empty());

@@ -659,11 +659,11 @@ int pumps = 0;
 
 TEST_F(ReaderTest, EventsRunBehindFileLinesAtMostEvery20Ms) {
   pumps = 0;
-  hooks::loadPump = [] { ++pumps; };
+  hooks.loadPump = [] { ++pumps; };
   Read({u"#WAV01 a", u"#WAV02 b", u"#BMP01 c", u"#TITLE x"});
   EXPECT_EQ(pumps, 1);
   pumps = 0;
-  hooks::loadPump = [] {
+  hooks.loadPump = [] {
     ++pumps;
     platform::UseVirtualClock(platform::Now() + 20);
   };
@@ -672,7 +672,7 @@ TEST_F(ReaderTest, EventsRunBehindFileLinesAtMostEvery20Ms) {
 }
 
 TEST_F(ReaderTest, AnEventMayAbortTheLoad) {
-  hooks::loadPump = [] { LoadAbort = true; };
+  hooks.loadPump = [] { LoadAbort = true; };
   Read({u"#00111:01", u"#WAV01 a", u"#00211:01"});
   EXPECT_EQ(objCount, 1);
 }

@@ -113,9 +113,9 @@ class LostDisplay : public DisplayTest {
  protected:
   LostDisplay() {
     lost = regained = pumps = 0;
-    hooks::displayLost = [] { ++lost; };
-    hooks::displayRegained = [] { ++regained; };
-    hooks::pumped = [] { ++pumps; };
+    hooks.displayLost = [] { ++lost; };
+    hooks.displayRegained = [] { ++regained; };
+    hooks.pumped = [] { ++pumps; };
     GameState = kStatePlay;
     PlayAlive = true;
     SkinPath = u"\\skins\\ink.brd";

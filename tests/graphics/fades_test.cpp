@@ -339,7 +339,7 @@ class FadeScreenTest : public Fades {
   FadeScreenTest() {
     blackOnTop.clear();
     platform::SetFrameClock([](uint32_t now) { return now + 40; });
-    hooks::framePresented = [] { blackOnTop.push_back(std::ranges::count(DDBack->Row(0), 0U)); };
+    hooks.framePresented = [] { blackOnTop.push_back(std::ranges::count(DDBack->Row(0), 0U)); };
   }
 };
 

@@ -41,7 +41,7 @@ class Present : public DisplayTest {
     steps.clear();
     shownRow.clear();
     rowLooked = 465;
-    hooks::framePresented = [] { shownRow = ReadRow(rowLooked); };
+    hooks.framePresented = [] { shownRow = ReadRow(rowLooked); };
   }
   // What stood from x on, without what is black there and behind.
   static Text Shown(int32_t x) { return Text(TextView(shownRow).substr(static_cast<size_t>(x), 60)).c_str(); }
@@ -158,8 +158,8 @@ TEST_F(Present, StepsComeInTheirOrder) {
     steps.push_back(u"refresh");
     return now + 10;
   });
-  hooks::pumped = [] { steps.push_back(u"pump"); };
-  hooks::framePresented = [] { steps.push_back(u"show"); };
+  hooks.pumped = [] { steps.push_back(u"pump"); };
+  hooks.framePresented = [] { steps.push_back(u"show"); };
   platform::SetTimer(platform::kTimerPlay, 1, [] { steps.push_back(u"timer"); });
   PresentFrame();
   PresentFrame();
@@ -175,7 +175,7 @@ TEST_F(Present, TheNextFrameIsBlackAndTheClipRectangleWhole) {
 }
 
 TEST_F(Present, GoesOnWithoutSurfaces) {
-  hooks::framePresented = nullptr;
+  hooks.framePresented = nullptr;
   DDBack.reset();
   ShowMessage(u"hello");
   PresentFrame();

@@ -28,7 +28,7 @@ class Screens : public DisplayTest {
  protected:
   Screens() {
     presented = std::make_shared<Surface>(640, 480);
-    hooks::framePresented = [] { presented->Copy(0, 0, *DDBack, kScreen); };
+    hooks.framePresented = [] { presented->Copy(0, 0, *DDBack, kScreen); };
     if (platform::FontTextWidth(u"A", 12) == 0) hasFont = false;
   }
   ~Screens() override { presented.reset(); }

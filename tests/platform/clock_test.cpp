@@ -15,7 +15,7 @@ TEST_F(ClockTest, StartsHighEnoughToTakeSecondsFromIt) { EXPECT_GE(Now(), 1'000'
 
 TEST_F(ClockTest, RealTimePasses) {
   const uint32_t before = Now();
-  Sleep(3);
+  SleepFor(3);
   EXPECT_GE(Elapsed(Now(), before), 2);
 }
 
@@ -29,7 +29,7 @@ TEST_F(ClockTest, BeatsAreAsFarApartAsAskedFor) {
 TEST_F(ClockTest, VirtualTimeStandsUntilAFrameIsShown) {
   UseVirtualClock(5000);
   SetFrameClock([](uint32_t now) { return now + 16; });
-  Sleep(1000);
+  SleepFor(1000);
   EXPECT_EQ(Now(), 5000U);
   FrameShown();
   EXPECT_EQ(Now(), 5016U);

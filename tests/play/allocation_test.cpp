@@ -3,7 +3,7 @@
 
 #include "base/hooks.h"
 #include "chart/loading.h"
-#include "graphics/input.h"
+#include "input/input.h"
 #include "platform/clock.h"
 #include "play/input.h"
 #include "play/judgement.h"
@@ -147,8 +147,8 @@ TEST_F(AllocationTest, HandsAtKeysAndControllersAllocateNothing) {
   JudgeWindow = {3, 6, 18, 24};
   KeyMap[44] = 11;
   for (const int32_t button : {260, 300}) KeyMap[button] = 14;
-  hooks::keyDown = ProcessKey_Play;
-  hooks::keyUp = [](int32_t key) { ReleaseLane(LaneChannel(key)); };
+  hooks.keyDown = ProcessKey_Play;
+  hooks.keyUp = [](int32_t key) { ReleaseLane(LaneChannel(key)); };
   InitDI_Joystick();
   const VirtualStick other;
   VirtualStick stick;
@@ -156,13 +156,13 @@ TEST_F(AllocationTest, HandsAtKeysAndControllersAllocateNothing) {
   static bool down;
   pressed = &stick;
   down = false;
-  hooks::pumped = [] {
+  hooks.pumped = [] {
     down = !down;
-    HandOverKey(44, down);
+    DispatchKey(44, down);
     pressed->Button(0, down);
   };
   EXPECT_EQ(AllocatedIn(1000), 0U);
-  hooks::pumped = nullptr;
+  hooks.pumped = nullptr;
   pressed = nullptr;
   EXPECT_EQ(JoyCount, 2);
   EXPECT_GT(JudgeCount[0][3], 100) << "pressed that often, most notes are struck early";

@@ -26,12 +26,9 @@
 namespace qlm {
 namespace {
 
-// Key numbers.
-constexpr int32_t kDown = 2;  // the key 1
-constexpr int32_t kUp = 3;    // the key 2
-constexpr int32_t kKey3 = 4;
-constexpr int32_t kKey4 = 5;
-constexpr int32_t kF12 = 88;
+// The keys that lower and raise.
+constexpr int32_t kDown = kKey1;
+constexpr int32_t kUp = kKey2;
 
 class PlayInput : public PlayTest {
  protected:
@@ -186,10 +183,10 @@ TEST_F(PlayInput, AKeyOfThePlayMayPlayALaneToo) {
 
 TEST_F(PlayInput, F12PausesAndResumes) {
   curBPM = 1250;
-  ProcessKey_Play(kF12);
+  ProcessKey_Play(kKeyF12);
   EXPECT_TRUE(Paused);
   EXPECT_FLOAT_EQ(curBPM, 0);
-  ProcessKey_Play(kF12);
+  ProcessKey_Play(kKeyF12);
   EXPECT_FALSE(Paused);
   EXPECT_FLOAT_EQ(curBPM, 1250);
 }
@@ -198,11 +195,11 @@ TEST_F(PlayInput, F12InAStallPausesTooAndTheResumeRestoresWhatWasSavedLast) {
   curBPM = 0;  // as the stall left it
   savedBPM = 1250;
   BreakActive = true;
-  ProcessKey_Play(kF12);
+  ProcessKey_Play(kKeyF12);
   EXPECT_TRUE(Paused);
   EXPECT_TRUE(BreakActive);
   EXPECT_FLOAT_EQ(savedBPM, 0);
-  ProcessKey_Play(kF12);
+  ProcessKey_Play(kKeyF12);
   EXPECT_FALSE(Paused);
   EXPECT_FLOAT_EQ(curBPM, 0);
 }

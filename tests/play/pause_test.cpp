@@ -108,10 +108,10 @@ TEST_F(PauseTest, LostDisplayPausesAndItsReturnResumes) {
   RegisterPlayHooks();
   Lay(ObjSeparator, 9000);
   Begin();
-  ASSERT_NE(hooks::displayLost, nullptr);
-  hooks::displayLost();
+  ASSERT_NE(hooks.displayLost, nullptr);
+  hooks.displayLost();
   EXPECT_TRUE(Paused);
-  hooks::displayRegained();
+  hooks.displayRegained();
   EXPECT_FALSE(Paused);
 }
 

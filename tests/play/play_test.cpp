@@ -103,7 +103,7 @@ void PlayTest::RunFrames(uint32_t ms, std::function<void(int32_t)> hand) {
   handOfFrame = std::move(hand);
   frameMs = ms;
   framesShown = 0;
-  hooks::pumped = [] {
+  hooks.pumped = [] {
     if (handOfFrame) handOfFrame(platform::Elapsed(platform::Now(), kStart));
   };
   platform::SetFrameClock([](uint32_t now) {

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "base/hooks.h"
-#include "graphics/input.h"
+#include "input/input.h"
 #include "platform/clock.h"
 #include "shell/key_table.h"
 #include "state/keys.h"
@@ -30,7 +30,7 @@ class MainFormTest : public GameTest {
  protected:
   MainFormTest() {
     closed = false;
-    hooks::closeRequested = [] { closed = true; };
+    hooks.closeRequested = [] { closed = true; };
   }
 };
 
@@ -98,9 +98,9 @@ TEST_F(MainFormTest, AnInactiveWindowStillLetsKeysGo) {
 TEST_F(MainFormTest, HooksLeadToTheButtons) {
   ConnectHooks();
   GameState = kStatePlay;
-  hooks::keyDown(kKeyEsc);
+  hooks.keyDown(kKeyEsc);
   EXPECT_TRUE(EscHeld);
-  hooks::keyUp(kKeyEsc);
+  hooks.keyUp(kKeyEsc);
   EXPECT_FALSE(EscHeld);
 }
 
@@ -222,8 +222,8 @@ TEST_F(MainFormTest, ShiftAndEscInAPlayEndTheProgramAndSaveNoScore) {
         ConnectHooks();
         GameState = kStatePlay;
         PlayAlive = true;
-        HandOverKey(kKeyLeftShift, true);
-        HandOverKey(kKeyEsc, true);
+        DispatchKey(kKeyLeftShift, true);
+        DispatchKey(kKeyEsc, true);
       },
       testing::ExitedWithCode(0), "");
   EXPECT_EQ(FilesOf(SystemFolder() + "/_qlmfiles"), "debug.txt qlm_conf.ini qlm_keycnf.dat ");
@@ -234,17 +234,17 @@ TEST_F(MainFormTest, LosingTheKeyboardLetsItsLanesGo) {
   GameState = kStatePlay;
   KeyMap[44] = 11;
   KeyMap[45] = 13;
-  for (const int32_t key : {44, 45, kKeyEsc}) HandOverKey(key, true);
+  for (const int32_t key : {44, 45, kKeyEsc}) DispatchKey(key, true);
   EXPECT_TRUE(LaneDown[0] && LaneDown[2] && EscHeld);
   WindowActive = false;
   ReleaseKeyboard();
   EXPECT_FALSE(LaneDown[0] || LaneDown[2] || EscHeld);
   EXPECT_EQ(LaneBeam[0], 0);
-  HandOverKey(44, true);
+  DispatchKey(44, true);
   EXPECT_FALSE(LaneDown[0]) << "the window is not active";
-  HandOverKey(44, false);
+  DispatchKey(44, false);
   WindowActive = true;
-  HandOverKey(44, true);
+  DispatchKey(44, true);
   EXPECT_TRUE(LaneDown[0]);
 }
 
@@ -253,9 +253,9 @@ TEST_F(MainFormTest, MenuMeaningInAPlayPressesTheLaneOfItsKeyAndDoesNotLetItGo) 
   GameState = kStatePlay;
   KeyMap[260] = 3;  // Enter
   KeyMap[28] = 29;
-  HandOverKey(260, true);
+  DispatchKey(260, true);
   EXPECT_TRUE(LaneDown[18]);
-  HandOverKey(260, false);
+  DispatchKey(260, false);
   EXPECT_TRUE(LaneDown[18]);
 }
 
@@ -282,19 +282,19 @@ TEST_F(MainFormTest, Holding4AndPressing1Then2LinksTheSpeedToTheCombo) {
   ConnectHooks();
   GameState = kStatePlay;
   HiSpeed = 1;
-  HandOverKey(5, true);
+  DispatchKey(5, true);
   EXPECT_EQ(messageText, u"[4] HiSpeed: 1 (1:Down/2:Up)");
-  HandOverKey(2, true);
+  DispatchKey(2, true);
   EXPECT_FALSE(ComboHiSpeed);
-  HandOverKey(3, true);
+  DispatchKey(3, true);
   EXPECT_TRUE(ComboHiSpeed);
   EXPECT_EQ(messageText, u"COMBO-LINKED HISPEED MODE!");
-  HandOverKey(2, false);
-  HandOverKey(2, true);
+  DispatchKey(2, false);
+  DispatchKey(2, true);
   EXPECT_TRUE(ComboHiSpeed) << "the key 2 is held still";
-  HandOverKey(2, false);
-  HandOverKey(3, false);
-  HandOverKey(3, true);
+  DispatchKey(2, false);
+  DispatchKey(3, false);
+  DispatchKey(3, true);
   EXPECT_FALSE(ComboHiSpeed);
   EXPECT_EQ(HiSpeed, 1) << "0.75 and a quarter";
 }

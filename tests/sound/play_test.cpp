@@ -439,7 +439,7 @@ TEST_F(SystemSounds, AreLoadedAtStartInTheirOrder) {
   InitDS(platform::SoundOutput::kOffline);
   EXPECT_EQ(log, expected);
   for (int32_t i = 0; i <= 15; ++i) {
-    PlaySE(i);
+    PlaySE(SE{i});
     EXPECT_EQ(Render(2), Samples({static_cast<int16_t>(i + 1), 0}));
   }
 }
@@ -448,41 +448,41 @@ TEST_F(SystemSounds, MissingOnesAreSilent) {
   WriteSound(u"ready", {9});
   InitDS(platform::SoundOutput::kOffline);
   EXPECT_TRUE(Logged(u"    LoadWav:sngchg.wav - ERROR"));
-  PlaySE(0);
-  StopSE(0);
-  SetSEVolume(0, -100);
+  PlaySE(SE{0});
+  StopSE(SE{0});
+  SetSEVolume(SE{0}, -100);
   EXPECT_EQ(Render(1), Samples({0}));
-  PlaySE(3);
+  PlaySE(SE{3});
   EXPECT_EQ(Render(1), Samples({9}));
 }
 
 TEST_F(SystemSounds, OtherNumbersDoNothing) {
   InitDS(platform::SoundOutput::kOffline);
-  PlaySE(16, true);
-  PlaySE(-1);
-  StopSE(16);
-  SetSEVolume(99, 0);
+  PlaySE(SE{16}, true);
+  PlaySE(SE{-1});
+  StopSE(SE{16});
+  SetSEVolume(SE{99}, 0);
   EXPECT_EQ(Render(1), Samples({0}));
 }
 
 TEST_F(SystemSounds, AStartBeginsAnewAndLoopsWhenAsked) {
   WriteSound(u"select", {1, 2, 3});
   InitDS(platform::SoundOutput::kOffline);
-  PlaySE(1, true);
+  PlaySE(SE{1}, true);
   EXPECT_EQ(Render(5), Samples({1, 2, 3, 1, 2}));
-  PlaySE(1, false);
+  PlaySE(SE{1}, false);
   EXPECT_EQ(Render(4), Samples({1, 2, 3, 0}));
-  PlaySE(1, true);
-  StopSE(1);
+  PlaySE(SE{1}, true);
+  StopSE(SE{1});
   EXPECT_EQ(Render(1), Samples({0}));
 }
 
 TEST_F(SystemSounds, APositiveVolumeIsRefused) {
   WriteSound(u"select", {10000, 10000});
   InitDS(platform::SoundOutput::kOffline);
-  SetSEVolume(1, -2000);
-  SetSEVolume(1, 50);
-  PlaySE(1);
+  SetSEVolume(SE{1}, -2000);
+  SetSEVolume(SE{1}, 50);
+  PlaySE(SE{1});
   EXPECT_EQ(Render(1), Samples({1000}));
 }
 
@@ -495,7 +495,7 @@ TEST_F(SystemSounds, WithoutASoundCardTheLogSaysSoOnceAndSoundsExist) {
   for (const Text& line : log) told += line.starts_with(u"    # No sound will be heard: ") ? 1 : 0;
   EXPECT_EQ(told, 1);
   ASSERT_NE(SystemSound[3], nullptr);
-  PlaySE(3);
+  PlaySE(SE{3});
   EXPECT_TRUE(SystemSound[3]->Playing());
   platform::UseVirtualClock(kNow + 10);
   EXPECT_FALSE(SystemSound[3]->Playing());
@@ -513,11 +513,11 @@ TEST_F(SystemSounds, AreGivenBackWithTheDevice) {
   InitDS(platform::SoundOutput::kOffline);
   NameSound(1, u"a.wav", {1});
   loadwav(1);
-  PlaySE(3, true);
+  PlaySE(SE{3}, true);
   ReleaseDS();
   EXPECT_EQ(SystemSound[3], nullptr);
   EXPECT_EQ(WavBuffer[1], nullptr);
-  PlaySE(3);
+  PlaySE(SE{3});
   PlayWav(0, 0, 0);
 }
 
@@ -528,7 +528,7 @@ TEST_F(SoundStarts, APressTakesNoMemoryAndLogsNothing) {
   for (int turn = 0; turn < 10; ++turn) {
     for (int32_t slot = 1; slot <= 255; ++slot) {
       PlayWav(slot, 0, 0);
-      PlaySE(slot % 16);
+      PlaySE(SE{slot % 16});
     }
     platform::RenderSound(block);
     StopPlayingSounds();

@@ -39,9 +39,7 @@ GameTest::GameTest() : folder_(NewFolder()) {
   logOutput = {};
   logOutput.lines = &log;
   fatals.clear();
-  hooks::fatalError = [](TextView title, TextView message) {
-    fatals.push_back({Text(title), Text(message)});
-  };
+  hooks.fatalError = [](TextView title, TextView message) { fatals.push_back({Text(title), Text(message)}); };
 }
 
 GameTest::~GameTest() {
@@ -49,18 +47,7 @@ GameTest::~GameTest() {
   for (const int timer : {platform::kTimerPlay, platform::kTimerPreview, platform::kTimerNetwork}) {
     platform::KillTimer(timer);
   }
-  hooks::fatalError = nullptr;
-  hooks::setCaption = nullptr;
-  hooks::loadingFrame = nullptr;
-  hooks::loadPump = nullptr;
-  hooks::keyDown = nullptr;
-  hooks::keyUp = nullptr;
-  hooks::closeRequested = nullptr;
-  hooks::windowActivated = nullptr;
-  hooks::displayLost = nullptr;
-  hooks::displayRegained = nullptr;
-  hooks::pumped = nullptr;
-  hooks::framePresented = nullptr;
+  hooks = {};
   logOutput = {};
   platform::UseRealClock();
   std::error_code error;

@@ -43,7 +43,7 @@ class CourseFramesTest : public GameTest {
   // The course, loaded and in play under the machine's hands, half a second before its second song.
   CourseFramesTest() {
     shown = &frame_;
-    hooks::framePresented = [] { shown->Copy(0, 0, *DDBack, kScreen); };
+    hooks.framePresented = [] { shown->Copy(0, 0, *DDBack, kScreen); };
     logOutput.file = false;
     AppPath = platform::InnerPath(QLM_BINARY_DIR);
     SkinMapPath[0] = DataPath(u"default.brd");

@@ -13,9 +13,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::map<std::string, int> kFloors = {{"platform", 0}, {"base", 1},  {"state", 2}, {"sound", 3},
-                                            {"graphics", 4}, {"chart", 5}, {"play", 6},  {"net", 7},
-                                            {"library", 8},  {"shell", 9}};
+const std::map<std::string, int> kFloors = {{"platform", 0}, {"base", 1},     {"state", 2}, {"sound", 3},
+                                            {"input", 3},    {"graphics", 4}, {"chart", 5}, {"play", 6},
+                                            {"net", 7},      {"library", 8},  {"shell", 9}};
 
 struct SourceFile {
   std::string folder;

@@ -65,7 +65,7 @@ void StartEngine(Arguments& arguments) {
   qlm::logOutput = {};
   qlm::logOutput.file = false;
   qlm::logOutput.lines = &logLines;
-  qlm::hooks::fatalError = [](TextView, TextView message) {
+  qlm::hooks.fatalError = [](TextView, TextView message) {
     if (!fatalMessage) fatalMessage = message;
   };
   const std::optional<std::string> data = arguments.Value("--data");

@@ -8,8 +8,8 @@
 #include "base/hooks.h"
 #include "chart/loading.h"
 #include "graphics/display.h"
-#include "graphics/input.h"
 #include "graphics/skin.h"
+#include "input/input.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "shell/command_line.h"
@@ -43,7 +43,7 @@ void ServeEvents() {
   const int64_t now = TurnTime(turn);
   for (; nextEvent < request->events.size() && request->events[nextEvent].time <= now; ++nextEvent) {
     const KeyEvent& event = request->events[nextEvent];
-    qlm::HandOverKey(event.key, event.down);
+    qlm::DispatchKey(event.key, event.down);
   }
   if (now >= request->limit) StopPlay();
 }
@@ -143,11 +143,11 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   nextEvent = 0;
 
   qlm::ConnectHooks();
-  qlm::hooks::fatalError = [](qlm::TextView, qlm::TextView message) {
+  qlm::hooks.fatalError = [](qlm::TextView, qlm::TextView message) {
     if (!fatalMessage) fatalMessage = message;
   };
-  qlm::hooks::loadPump = nullptr;
-  qlm::hooks::closeRequested = StopPlay;
+  qlm::hooks.loadPump = nullptr;
+  qlm::hooks.closeRequested = StopPlay;
   qlm::PrepareForm();
   // Without surfaces the drawing composes no pixel, and every step of it that touches the play still runs.
   if (wanted.frames) {
@@ -165,13 +165,13 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   if (fatalMessage) return true;
 
   qlm::transcript = &transcript;
-  qlm::hooks::pumped = ServeEvents;
-  qlm::hooks::framePresented = FinishFrame;
+  qlm::hooks.pumped = ServeEvents;
+  qlm::hooks.framePresented = FinishFrame;
   platform::SetFrameClock(NextTurn);
   qlm::PlayLoadedChart();
   platform::SetFrameClock(nullptr);
-  qlm::hooks::framePresented = nullptr;
-  qlm::hooks::pumped = nullptr;
+  qlm::hooks.framePresented = nullptr;
+  qlm::hooks.pumped = nullptr;
   qlm::transcript = nullptr;
   return true;
 }

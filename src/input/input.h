@@ -14,7 +14,7 @@ void ReleaseDI();
 
 // A key or controller input went down or up: KeyHeld takes it, then the game's handler runs. Nothing happens
 // when KeyHeld shows it so already, as for a repeat, or for a number outside 0 to 400.
-void HandOverKey(int32_t key, bool down);
+void DispatchKey(int32_t key, bool down);
 // The keyboard has gone to another window, which sees the keys go up: every held key is let go.
 void ReleaseKeyboard();
 // Polls the controllers, and hands over each input that has changed, in ascending order. Inputs past the 64

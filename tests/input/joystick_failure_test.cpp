@@ -1,7 +1,7 @@
 // Controllers that the system cannot offer: the start says so and goes on.
 #include <SDL.h>
 
-#include "graphics/input.h"
+#include "input/input.h"
 #include "state/keys.h"
 #include "tests/support/game_test.h"
 
@@ -19,7 +19,7 @@ TEST_F(JoystickFailure, IsToldInABoxAndPassedOver) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "quillmarch: ジョイスティック初期化失敗…あらら?\n");
   EXPECT_TRUE(Logged(u"# Controllers: no controllers here"));
   EXPECT_EQ(JoyCount, 0);
-  HandOverKey(44, true);
+  DispatchKey(44, true);
   ReadJoysticks();
   EXPECT_TRUE(KeyHeld[44]);
   ReleaseDI();

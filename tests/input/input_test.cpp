@@ -1,5 +1,5 @@
 // From devices to key numbers that go down and up.
-#include "graphics/input.h"
+#include "input/input.h"
 
 #include <memory>
 #include <vector>
@@ -32,43 +32,43 @@ class InputTest : public DisplayTest {
  protected:
   InputTest() {
     told.clear();
-    hooks::keyDown = [](int32_t key) { Tell('+', key); };
-    hooks::keyUp = [](int32_t key) { Tell('-', key); };
+    hooks.keyDown = [](int32_t key) { Tell('+', key); };
+    hooks.keyUp = [](int32_t key) { Tell('-', key); };
   }
 };
 
 TEST_F(InputTest, AKeyIsHeldBeforeTheGameHears) {
-  HandOverKey(44, true);
+  DispatchKey(44, true);
   EXPECT_EQ(TakeTold(), "+44");
-  HandOverKey(44, false);
+  DispatchKey(44, false);
   EXPECT_EQ(TakeTold(), "-44");
 }
 
 TEST_F(InputTest, WhatIsNoChangeIsNotHandedOver) {
-  HandOverKey(44, false);
+  DispatchKey(44, false);
   EXPECT_EQ(TakeTold(), "");
-  HandOverKey(44, true);
-  HandOverKey(44, true);
+  DispatchKey(44, true);
+  DispatchKey(44, true);
   EXPECT_EQ(TakeTold(), "+44");
 }
 
 TEST_F(InputTest, NumbersOutsideTheTableAreNoKeys) {
-  HandOverKey(-1, true);
-  HandOverKey(401, true);
-  HandOverKey(400, true);
+  DispatchKey(-1, true);
+  DispatchKey(401, true);
+  DispatchKey(400, true);
   EXPECT_EQ(TakeTold(), "+400");
 }
 
 TEST_F(InputTest, WithoutAGameTheTableIsKeptAllTheSame) {
-  hooks::keyDown = hooks::keyUp = nullptr;
-  HandOverKey(44, true);
+  hooks.keyDown = hooks.keyUp = nullptr;
+  DispatchKey(44, true);
   EXPECT_TRUE(KeyHeld[44]);
-  HandOverKey(44, false);
+  DispatchKey(44, false);
   EXPECT_FALSE(KeyHeld[44]);
 }
 
 TEST_F(InputTest, LosingTheKeyboardLetsItsKeysGoAndNotThoseOfControllers) {
-  for (const int32_t key : {255, 1, 256, 44}) HandOverKey(key, true);
+  for (const int32_t key : {255, 1, 256, 44}) DispatchKey(key, true);
   TakeTold();
   ReleaseKeyboard();
   EXPECT_EQ(TakeTold(), "-1 -44 -255");
@@ -120,7 +120,7 @@ TEST_F(KeyboardTest, AKeyWithoutANumberIsNone) {
 }
 
 TEST_F(KeyboardTest, KeysAreServedBetweenDrawingAndFlip) {
-  hooks::framePresented = [] { told += " flip"; };
+  hooks.framePresented = [] { told += " flip"; };
   keyboard_.Key(kPlaceZ, true);
   PresentFrame();
   EXPECT_EQ(TakeTold(), "+44 flip");
@@ -298,13 +298,13 @@ TEST_F(SticksTest, OneWithoutAxesAndButtonsIsSilent) {
 TEST_F(SticksTest, ThePresentStepPollsBehindTheFlip) {
   VirtualStick stick;
   stick.Button(0, true);
-  hooks::framePresented = [] { told += "flip"; };
+  hooks.framePresented = [] { told += "flip"; };
   PresentFrame();
   EXPECT_EQ(TakeTold(), "flip +260");
 }
 
 TEST_F(SticksTest, AnInputThatAToolHoldsIsNotLetGoByThePoll) {
-  HandOverKey(260, true);
+  DispatchKey(260, true);
   TakeTold();
   EXPECT_EQ(Poll(), "");
   EXPECT_TRUE(KeyHeld[260]);

@@ -1,5 +1,5 @@
 // Keyboard and controllers.
-#include "graphics/input.h"
+#include "input/input.h"
 
 #include <array>
 #include <string>
@@ -32,14 +32,14 @@ JoyInputs InputsOf(const platform::JoystickState& state) {
   return inputs;
 }
 
-void HandOverChanges(int32_t controller, const JoyInputs& inputs) {
+void DispatchChanges(int32_t controller, const JoyInputs& inputs) {
   for (int32_t input = 0; input < kJoyInputs; ++input) {
     const int32_t place = controller * kJoyInputs + input;
     const bool held = inputs[static_cast<size_t>(input)];
     bool* const before = JoyStateBits.Find(place);
     if (before == nullptr || *before == held) continue;
     *before = held;
-    HandOverKey(kKeyJoy + place, held);
+    DispatchKey(kKeyJoy + place, held);
   }
 }
 
@@ -66,16 +66,16 @@ void ReleaseDI() {
   JoyStateBits.Clear();
 }
 
-void HandOverKey(int32_t key, bool down) {
+void DispatchKey(int32_t key, bool down) {
   bool* const held = KeyHeld.Find(key);
   if (held == nullptr || *held == down) return;
   *held = down;
-  void (*const hook)(int32_t) = down ? hooks::keyDown : hooks::keyUp;
+  void (*const hook)(int32_t) = down ? hooks.keyDown : hooks.keyUp;
   if (hook != nullptr) hook(key);
 }
 
 void ReleaseKeyboard() {
-  for (int32_t key = 0; key < kKeyJoy; ++key) HandOverKey(key, false);
+  for (int32_t key = 0; key < kKeyJoy; ++key) DispatchKey(key, false);
 }
 
 void ReadJoysticks() {
@@ -83,7 +83,7 @@ void ReadJoysticks() {
   for (int32_t controller = 0; controller < platform::kMostJoysticks; ++controller) {
     // One that was unplugged holds nothing any more.
     const auto state = platform::ReadJoystick(controller);
-    HandOverChanges(controller, state ? InputsOf(*state) : JoyInputs{});
+    DispatchChanges(controller, state ? InputsOf(*state) : JoyInputs{});
   }
 }
 
