@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "base/log.h"
-#include "shell/key_table.h"
+#include "files/key_table.h"
 #include "shell/main_form.h"
 #include "state/keys.h"
 #include "state/session.h"

@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "shell/ini_text.h"
-#include "shell/settings_file.h"
-#include "shell/settings_keys.h"
+#include "files/ini_text.h"
+#include "files/settings_file.h"
+#include "files/settings_keys.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -23,8 +23,9 @@ struct Hooks {
   // The window's close button.
   void (*closeRequested)() = nullptr;
   void (*windowActivated)(bool active) = nullptr;
-  // The display was taken away from a running play, or came back to it.
+  // The display was taken away from a running play.
   void (*displayLost)() = nullptr;
+  // The display has come back, and its surfaces were made anew.
   void (*displayRegained)() = nullptr;
   // Runs in each pump behind the window's events: scripted hands of tests and tools.
   void (*pumped)() = nullptr;

@@ -85,4 +85,8 @@ void BMSLoadCourse() {
   if (ReadCourse()) BMSPrepare();
 }
 
+void AbortLoad() {
+  if (LoadRunning) LoadAbort = true;
+}
+
 }  // namespace qlm

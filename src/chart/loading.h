@@ -17,4 +17,7 @@ bool ReadCourse();
 // and sets WAVLoadmode. A join that was aborted leaves a table that must not be played.
 void BMSLoadCourse();
 
+// Gives up the load that runs behind the loading screen; nothing happens outside one.
+void AbortLoad();
+
 }  // namespace qlm

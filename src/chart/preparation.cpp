@@ -10,9 +10,9 @@
 #include "base/log.h"
 #include "base/numbers.h"
 #include "base/rnd.h"
+#include "base/sort.h"
 #include "base/titles.h"
 #include "chart/reader.h"
-#include "chart/sort.h"
 #include "graphics/bga.h"
 #include "sound/slots.h"
 #include "state/chart.h"
@@ -82,7 +82,7 @@ class PositionWalk {
     } else {
       prevPos = obj.pos;
     }
-    if (!PreviewActive) NoteKeySound(obj);
+    if (!PreviewActive) AddKeySoundOf(obj);
   }
 
  private:
@@ -117,7 +117,7 @@ class PositionWalk {
   }
 
   // The sound of a lane turns to that of its next note halfway between the two.
-  void NoteKeySound(const ChartObj& note) {
+  void AddKeySoundOf(const ChartObj& note) {
     if (note.channel == 1) {
       // Quirk: a note turned into a background sound has no lane to compare with, so that it always takes one
       // of the places, at position 0, to no effect.

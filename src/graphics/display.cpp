@@ -9,15 +9,12 @@
 #include "graphics/bga.h"
 #include "graphics/bitmaps.h"
 #include "graphics/present.h"
-#include "graphics/screens.h"
-#include "graphics/skin.h"
 #include "platform/clock.h"
 #include "platform/font.h"
 #include "platform/text.h"
 #include "platform/window.h"
 #include "state/session.h"
 #include "state/settings.h"
-#include "state/skin.h"
 
 namespace qlm {
 namespace {
@@ -54,12 +51,7 @@ void RestoreDisplay() {
   displayIsLost = false;
   CreateSurfaces();
   BGADirty = true;  // the composed picture went with its surface
-  loadSkin(SkinPath, false);
-  if (GameState != kStatePlay && GameState != kStateResults) {
-    LoadSS();
-  } else if (PlayAlive && hooks.displayRegained != nullptr) {
-    hooks.displayRegained();
-  }
+  if (hooks.displayRegained != nullptr) hooks.displayRegained();
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "graphics/display.h"
 #include "graphics/skin_directives.h"
 #include "graphics/skin_lines.h"
+#include "graphics/skin_list.h"
 #include "platform/files.h"
 #include "state/chart.h"
 #include "state/settings.h"

@@ -15,11 +15,5 @@ struct SkinReport;
 void loadSkin(TextView path, bool keep, SkinReport* report = nullptr);
 // Gives each lane the x that belongs to the place of its side's turntable.
 void PlaceNotes();
-// Finds the skins of the data folder, by name, and what each is good for.
-void UpdateSkinList();
-// Place of a skin in skinList, -1 when it is not there.
-int16_t FindSkin(TextView path);
-// Marks of the options in force on the play screen.
-void PickOptionMarks();
 
 }  // namespace qlm

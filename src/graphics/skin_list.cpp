@@ -1,4 +1,6 @@
 // The list of skins.
+#include "graphics/skin_list.h"
+
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -6,7 +8,6 @@
 
 #include "base/log.h"
 #include "base/paths.h"
-#include "graphics/skin.h"
 #include "graphics/skin_lines.h"
 #include "platform/files.h"
 #include "platform/text.h"

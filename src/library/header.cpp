@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "base/sort.h"
 #include "base/table.h"
 #include "chart/lines.h"
-#include "chart/sort.h"
 #include "platform/files.h"
 #include "state/chart.h"
 #include "state/lists.h"

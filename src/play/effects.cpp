@@ -7,8 +7,8 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "platform/clock.h"
+#include "play/position.h"
 #include "play/shuffle.h"
-#include "play/timeline.h"
 #include "sound/play.h"
 #include "sound/slots.h"
 #include "state/message.h"
@@ -18,6 +18,8 @@
 
 namespace qlm {
 namespace {
+
+constexpr int32_t kStallMs = 1000;
 
 void Announce(TextView name, float value) { ShowMessage(Join(u"< ", name, u" [", Fixed(value, 1), u"] >")); }
 
@@ -94,6 +96,19 @@ void BreakPlay() {
   // second miss of the same frame, leaves the play without a tempo until another one is set.
   savedBPM = curBPM;
   SetBPM(0);
+}
+
+void EndStall() {
+  if (!BreakActive || PlayFailed || platform::Elapsed(platform::Now(), BreakStart) <= kStallMs) return;
+  ResumeStoppedSounds();
+  // Quirk: savedBPM holds RealHiSpeed already, as in a resume.
+  SetBPM(savedBPM);
+  if (AttackKind != kAttackBreak) {
+    PlayFailed = true;
+    PlayFailedTime = platform::Now();
+  }
+  BreakActive = false;
+  AttackKind = kAttackNone;
 }
 
 void WorkEffect() {

@@ -4,8 +4,8 @@
 #include <limits>
 
 #include "base/numbers.h"
-#include "graphics/graph.h"
 #include "net/messages.h"
+#include "play_screen/gauge_graph.h"
 #include "state/gauge.h"
 #include "state/session.h"
 #include "state/timeline.h"

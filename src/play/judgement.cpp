@@ -7,10 +7,10 @@
 #include <optional>
 
 #include "base/numbers.h"
-#include "graphics/graph.h"
 #include "platform/clock.h"
 #include "play/effects.h"
 #include "play/gauge.h"
+#include "play_screen/gauge_graph.h"
 #include "state/chart.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
@@ -30,7 +30,7 @@ constexpr int32_t kRoundCombo = 100;
 // What a BAD or POOR jolts the drawn gauge down by.
 constexpr double kJolt = 20;
 // From it on the graph gets a figure where a combo ends.
-constexpr int32_t kNotedLoss = 10;
+constexpr int32_t kGraphedLoss = 10;
 
 // By grade, POOR first.
 constexpr std::array<platform::Colour, 5> kColourOfGrade = {
@@ -100,7 +100,7 @@ void CountGrade(size_t side, int32_t grade) {
 void DrawOnGraph(size_t side, int32_t grade, int32_t comboBefore) {
   const int32_t judged = JPtsMax[side] / kJPtsANote;
   DrawJudgedNote(judged, Combo[side], grade);
-  if (PoorShow && comboBefore >= kNotedLoss) DrawLostCombo(judged, comboBefore);
+  if (PoorShow && comboBefore >= kGraphedLoss) DrawLostCombo(judged, comboBefore);
 }
 
 // Everything that follows from a grade, apart from the transcript.
@@ -123,7 +123,7 @@ void TakeGrade(size_t side, ChartObj& note, int32_t grade, float delta, bool too
   if (ComboHiSpeed) Assign(HiSpeedTarget, Narrow(Combo[side] / 100.0 + 1.0));
 }
 
-void NoteJudgement(int32_t index, const ChartObj& note, size_t side, float delta, bool tooEarly) {
+void TranscribeJudgement(int32_t index, const ChartObj& note, size_t side, float delta, bool tooEarly) {
   if (transcript == nullptr) return;
   transcript->judgements.push_back({.turn = transcript->turns - 1,
                                     .clock = playClock,
@@ -188,7 +188,7 @@ bool JudgeNote(int32_t index, float delta, bool useStored, float& stored) {
     return false;
   }
   TakeGrade(side, *note, GradeOf(delta), delta, tooEarly);
-  NoteJudgement(index, *note, side, delta, tooEarly);
+  TranscribeJudgement(index, *note, side, delta, tooEarly);
   return !tooEarly;
 }
 

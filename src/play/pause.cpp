@@ -1,8 +1,8 @@
 // Pause and resume.
-#include "base/hooks.h"
+#include "play/pause.h"
+
 #include "base/log.h"
-#include "play/session.h"
-#include "play/timeline.h"
+#include "play/position.h"
 #include "sound/slots.h"
 #include "state/session.h"
 #include "state/timeline.h"
@@ -26,11 +26,6 @@ void BMSResume() {
   // has its square, until the next tempo object.
   SetBPM(savedBPM);
   DebugLog(u"[Resumed]");
-}
-
-void RegisterPlayHooks() {
-  hooks.displayLost = BMSPause;
-  hooks.displayRegained = BMSResume;
 }
 
 }  // namespace qlm

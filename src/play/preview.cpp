@@ -1,11 +1,14 @@
 // The preview on the song select screen: the whole play, from the first note on, without a picture.
+#include "play/preview.h"
+
 #include <optional>
 
 #include "chart/loading.h"
 #include "platform/timers.h"
-#include "play/session.h"
-#include "play/timeline.h"
-#include "play/walk.h"
+#include "play/object_events.h"
+#include "play/position.h"
+#include "play/reset.h"
+#include "play/turn.h"
 #include "sound/play.h"
 #include "sound/slots.h"
 #include "state/chart.h"

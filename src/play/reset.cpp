@@ -1,9 +1,11 @@
 // Putting back of all that a play changes.
-#include "graphics/graph.h"
-#include "graphics/skin.h"
+#include "play/reset.h"
+
+#include "base/log.h"
 #include "play/judgement.h"
-#include "play/session.h"
 #include "play/skin_choice.h"
+#include "play_screen/gauge_graph.h"
+#include "play_screen/option_marks.h"
 #include "sound/slots.h"
 #include "state/chart.h"
 #include "state/gauge.h"
@@ -65,6 +67,11 @@ void ResetPlay() {
   if (!EndlessRun || CourseSong == 0) ResetFigures();
   if (HdrPlayer == 4) HdrPlayer = 2;
   LoadSkinChoice();
+}
+
+void UnloadBMS() {
+  DebugLog(u"[Unload-BMS] > faked");
+  StopAndRewindSounds();
 }
 
 }  // namespace qlm

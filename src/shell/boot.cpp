@@ -7,26 +7,27 @@
 
 #include "base/log.h"
 #include "base/paths.h"
+#include "files/key_table.h"
+#include "files/settings_file.h"
 #include "graphics/display.h"
-#include "graphics/screens.h"
-#include "graphics/skin.h"
+#include "graphics/skin_list.h"
 #include "input/input.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/window.h"
+#include "screens/boot_screen.h"
 #include "shell/command_line.h"
 #include "shell/exit.h"
-#include "shell/key_table.h"
 #include "shell/main_form.h"
 #include "shell/play_report.h"
 #include "shell/set_value.h"
-#include "shell/settings_file.h"
 #include "shell/version.h"
 #include "sound/play.h"
 #include "state/chart.h"
 #include "state/lists.h"
 #include "state/records.h"
+#include "state/reset.h"
 #include "state/settings.h"
 #include "state/surfaces.h"
 
@@ -99,6 +100,7 @@ bool TakeSettings(const Launch& launch) {
 }  // namespace
 
 int Main(const Launch& launch) {
+  ResetState();
   AppPath = platform::ProgramFolder();
   platform::DeleteFile(DataPath(u"debug.txt"));
   DebugLog(Text(67, u'-'));

@@ -4,14 +4,11 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "base/log.h"
 #include "base/paths.h"
-#include "chart/loading.h"
 #include "library/jukebox.h"
 #include "library/song_list.h"
 #include "platform/files.h"
-#include "play/session.h"
-#include "play/timeline.h"
+#include "screens/road.h"
 #include "state/lists.h"
 #include "state/message.h"
 #include "state/session.h"
@@ -81,24 +78,6 @@ bool RunCommandLine(TextView command) {
     }
   }
   return !chartNamed || PlayListEntry(0);
-}
-
-bool PlayListEntry(int32_t index) {
-  PlayEnd = true;
-  const bool hasRow = index >= 0 && index <= lastSong;
-  const bool loaded = BMSLoad(hasRow ? TextView(songList[static_cast<size_t>(index)].path) : TextView()) >= 1;
-  PlayLoadedChart();
-  listCursor = index;
-  if (!loaded) DebugLog(u"error: File not found");
-  return loaded;
-}
-
-void PlayLoadedChart() {
-  ResetPlay();
-  SeekChart(0, false);
-  // From its pre-roll on, the keys are those of a play.
-  GameState = kStatePlay;
-  PlayLoop();
 }
 
 }  // namespace qlm

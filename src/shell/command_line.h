@@ -18,11 +18,4 @@ std::vector<Text> CommandWords(TextView command);
 // could not be loaded.
 bool RunCommandLine(TextView command);
 
-// Loads the chart of a list entry and plays it to its end. False when it could not be loaded; the play then
-// runs all the same, on an empty table.
-bool PlayListEntry(int32_t index);
-
-// A loaded chart from its start to the end of the play.
-void PlayLoadedChart();
-
 }  // namespace qlm

@@ -6,12 +6,12 @@
 #include <optional>
 
 #include "base/log.h"
+#include "files/key_table.h"
+#include "files/settings_file.h"
 #include "graphics/display.h"
 #include "input/input.h"
 #include "platform/timers.h"
 #include "platform/window.h"
-#include "shell/key_table.h"
-#include "shell/settings_file.h"
 #include "sound/play.h"
 #include "state/settings.h"
 

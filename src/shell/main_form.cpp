@@ -5,17 +5,14 @@
 
 #include "base/hooks.h"
 #include "graphics/present.h"
-#include "graphics/screens.h"
-#include "library/course_editor.h"
-#include "library/song_select.h"
 #include "platform/clock.h"
 #include "play/input.h"
-#include "play/results.h"
-#include "play/session.h"
+#include "play/pause.h"
+#include "screens/loading_screen.h"
+#include "screens/screen_table.h"
+#include "screens/stills.h"
 #include "shell/exit.h"
-#include "sound/play.h"
 #include "state/keys.h"
-#include "state/options.h"
 #include "state/session.h"
 #include "state/surfaces.h"
 
@@ -58,22 +55,6 @@ bool SwallowsKey(int32_t key) {
   return key == kKeyEsc || key == kKeyEnter;
 }
 
-// Any lane ends the results.
-// Quirk: Esc presses lane 11 here, and lets go lane 16.
-void PressLaneOfResults(int32_t key) {
-  const int32_t lane = key == kKeyEsc ? 0 : CodeOf(key) - 11;
-  if (lane >= 0 && lane < kLanes) LaneDown[static_cast<size_t>(lane)] = true;
-}
-
-void ChooseAutoLane(int32_t key) {
-  if (key == kKeyEsc) GameState = LanesState;
-  if (const int32_t channel = LaneChannel(key); channel != 0) {
-    bool& byMachine = AutoLane[static_cast<size_t>(channel - 11)];
-    byMachine = !byMachine;
-    PlaySE(SE::kTick);
-  }
-}
-
 }  // namespace
 
 void PrepareForm() {
@@ -83,7 +64,8 @@ void PrepareForm() {
 }
 
 void ConnectHooks() {
-  RegisterPlayHooks();
+  hooks.displayLost = BMSPause;
+  hooks.displayRegained = RestorePictures;
   hooks.fatalError = EndOnFatalError;
   hooks.setCaption = SetCaption;
   hooks.loadingFrame = Loading;
@@ -111,22 +93,14 @@ void ButtonDown(int32_t key) {
     SelectStart = platform::Now();
   }
 
-  switch (GameState) {
-    case kStateSongSelect:
-    case kStateLists:
-    case kStateCourses:
-    case kStateCourseSongs: ProcessKey_SongSelect(key); break;
-    case kStatePlay: ProcessKey_Play(key); break;
-    case kStateResults: PressLaneOfResults(key); break;
-    case kStateEditCourse: ProcessKey_EditCourse(key); return;
-    case kStateEnterName:
-      // The keyboard's own keys come as characters.
-      if (menuKey == kKeyEsc || menuKey == kKeyEnter) ProcessKey_EnterName(kEnterCharacter);
-      return;
-    case kStateAutoLanes: ChooseAutoLane(key); break;
-    default: break;
+  const Screen& screen = ScreenOf(GameState);
+  if (screen.key != nullptr) {
+    screen.key(key);
+  } else if (screen.character != nullptr && (menuKey == kKeyEsc || menuKey == kKeyEnter)) {
+    // The keyboard's own keys come as characters; a controller has none.
+    screen.character(kEnterCharacter);
   }
-  ProcessKey_Settings(key);
+  if (screen.settingKeys) ProcessKey_Settings(key);
 }
 
 void ButtonUp(int32_t key) {

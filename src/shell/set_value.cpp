@@ -4,7 +4,7 @@
 #include <array>
 
 #include "base/numbers.h"
-#include "shell/settings_keys.h"
+#include "files/settings_keys.h"
 #include "state/gauge.h"
 #include "state/options.h"
 #include "state/session.h"

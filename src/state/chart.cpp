@@ -56,7 +56,7 @@ void ResetChart() {
   CourseMode = false;
   CourseSong = 0;
   BasePos = 0;
-  LoadAbort = false;
+  LoadAbort = LoadRunning = false;
 }
 
 }  // namespace qlm

@@ -13,6 +13,7 @@
 #include "base/paths.h"
 #include "graphics/display.h"
 #include "graphics/skin.h"
+#include "graphics/skin_list.h"
 #include "graphics/skin_report.h"
 #include "platform/files.h"
 #include "platform/text.h"

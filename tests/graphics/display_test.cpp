@@ -7,7 +7,6 @@
 #include "platform/window.h"
 #include "state/session.h"
 #include "state/settings.h"
-#include "state/skin.h"
 #include "tests/graphics/picture_files.h"
 
 namespace qlm {
@@ -118,7 +117,6 @@ class LostDisplay : public DisplayTest {
     hooks.pumped = [] { ++pumps; };
     GameState = kStatePlay;
     PlayAlive = true;
-    SkinPath = u"\\skins\\ink.brd";
   }
 };
 
@@ -152,7 +150,7 @@ TEST_F(LostDisplay, APausedOrEndedPlayIsNotPaused) {
   EXPECT_EQ(lost, 0);
 }
 
-TEST_F(LostDisplay, ComingBackRedrawsTheSkinAndResumes) {
+TEST_F(LostDisplay, ComingBackMakesTheSurfacesAnewAndTellsSo) {
   const SurfacePtr back = DDBack;
   platform::TakeDisplayAway(true);
   CheckDisplay();
@@ -164,20 +162,8 @@ TEST_F(LostDisplay, ComingBackRedrawsTheSkinAndResumes) {
   EXPECT_TRUE(BGADirty);
   EXPECT_EQ(regained, 1);
   EXPECT_EQ(log[0], u"[CreateSurfaces]");
-  EXPECT_TRUE(Logged(u"[loadSkin] : ink.brd"));
   EXPECT_TRUE(CheckDisplay());
   EXPECT_EQ(regained, 1);
-}
-
-TEST_F(LostDisplay, ResultsResumeTooAndOtherScreensDoNot) {
-  for (const int32_t state : {kStateResults, kStateSongSelect, kStateLists}) {
-    GameState = state;
-    platform::TakeDisplayAway(true);
-    CheckDisplay();
-    platform::TakeDisplayAway(false);
-    EXPECT_TRUE(CheckDisplay());
-    EXPECT_EQ(regained, 1);
-  }
 }
 
 }  // namespace

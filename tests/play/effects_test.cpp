@@ -3,8 +3,9 @@
 
 #include "base/rnd.h"
 #include "platform/clock.h"
-#include "play/session.h"
-#include "play/timeline.h"
+#include "play/pause.h"
+#include "play/position.h"
+#include "play/turn.h"
 #include "sound/play.h"
 #include "state/message.h"
 #include "state/options.h"

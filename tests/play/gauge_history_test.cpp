@@ -1,7 +1,6 @@
 // Tests of the gauge samples.
 #include "play/gauge_history.h"
 
-#include "play/timeline.h"
 #include "state/gauge.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"

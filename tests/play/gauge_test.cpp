@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "platform/clock.h"
-#include "play/session.h"
+#include "play/turn.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/session.h"

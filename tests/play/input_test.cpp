@@ -7,8 +7,6 @@
 #include "base/rnd.h"
 #include "platform/clock.h"
 #include "platform/sound_device.h"
-#include "play/session.h"
-#include "play/timeline.h"
 #include "sound/play.h"
 #include "sound/volume.h"
 #include "state/gauge.h"

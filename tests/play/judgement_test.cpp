@@ -4,7 +4,6 @@
 #include "chart/preparation.h"
 #include "platform/clock.h"
 #include "play/gauge.h"
-#include "play/session.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/message.h"

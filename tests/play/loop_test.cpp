@@ -1,8 +1,10 @@
 // Tests of the timed loop: pre-roll, turns, and every way in which a play ends.
+#include "play/loop.h"
 #include "base/rnd.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
-#include "play/session.h"
+#include "play/pause.h"
+#include "play/turn.h"
 #include "state/message.h"
 #include "state/options.h"
 #include "state/session.h"

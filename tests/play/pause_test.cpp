@@ -1,8 +1,8 @@
 // Tests of pause and resume.
+#include "play/pause.h"
 #include "base/hooks.h"
 #include "platform/clock.h"
-#include "play/session.h"
-#include "play/timeline.h"
+#include "play/turn.h"
 #include "sound/play.h"
 #include "state/options.h"
 #include "state/session.h"
@@ -102,17 +102,6 @@ TEST_F(PauseTest, GaugeHistoryFillsDuringAPause) {
   BMSPause();
   Turn(1000);
   EXPECT_FLOAT_EQ(HistoryNext[0], 101);
-}
-
-TEST_F(PauseTest, LostDisplayPausesAndItsReturnResumes) {
-  RegisterPlayHooks();
-  Lay(ObjSeparator, 9000);
-  Begin();
-  ASSERT_NE(hooks.displayLost, nullptr);
-  hooks.displayLost();
-  EXPECT_TRUE(Paused);
-  hooks.displayRegained();
-  EXPECT_FALSE(Paused);
 }
 
 TEST_F(PauseTest, FadeCompletesDuringAPause) {

@@ -1,6 +1,6 @@
 // Tests of the preview on the song select screen.
+#include "play/preview.h"
 #include "platform/timers.h"
-#include "play/session.h"
 #include "state/lists.h"
 #include "state/message.h"
 #include "state/session.h"

@@ -1,5 +1,6 @@
 // Tests of what a play's start puts back, and of its skin.
-#include "play/session.h"
+#include "play/reset.h"
+#include "play/pause.h"
 #include "play/skin_choice.h"
 #include "sound/play.h"
 #include "state/gauge.h"

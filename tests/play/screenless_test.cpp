@@ -1,7 +1,8 @@
 // A play without surfaces: no pixel is composed, and all that counts is the same.
 #include "base/rnd.h"
 #include "play/judgement.h"
-#include "play/session.h"
+#include "play/loop.h"
+#include "play/reset.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/options.h"

@@ -1,6 +1,6 @@
 // Tests of moving the clock to a place of the chart.
 #include "platform/clock.h"
-#include "play/timeline.h"
+#include "play/position.h"
 #include "state/judgement.h"
 #include "state/options.h"
 #include "state/surfaces.h"

@@ -4,7 +4,7 @@
 #include <set>
 
 #include "base/rnd.h"
-#include "play/session.h"
+#include "play/turn.h"
 #include "state/options.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"

@@ -4,9 +4,9 @@
 #include <filesystem>
 
 #include "base/paths.h"
+#include "files/key_table.h"
 #include "platform/files.h"
 #include "platform/text.h"
-#include "shell/key_table.h"
 #include "shell/version.h"
 #include "state/keys.h"
 #include "tests/support/game_test.h"

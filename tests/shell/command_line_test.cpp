@@ -6,9 +6,9 @@
 #include <filesystem>
 
 #include "base/paths.h"
+#include "files/settings_file.h"
 #include "platform/files.h"
 #include "shell/arguments.h"
-#include "shell/settings_file.h"
 #include "state/lists.h"
 #include "state/session.h"
 #include "state/settings.h"

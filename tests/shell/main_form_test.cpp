@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "base/hooks.h"
+#include "files/key_table.h"
 #include "input/input.h"
 #include "platform/clock.h"
-#include "shell/key_table.h"
 #include "state/keys.h"
 #include "state/message.h"
 #include "state/options.h"

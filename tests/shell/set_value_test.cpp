@@ -1,7 +1,7 @@
 // Settings and play options by name.
 #include "shell/set_value.h"
 
-#include "shell/settings_file.h"
+#include "files/settings_file.h"
 #include "state/gauge.h"
 #include "state/options.h"
 #include "state/session.h"

@@ -2,10 +2,10 @@
 #include <cstdio>
 
 #include "base/paths.h"
+#include "files/ini_text.h"
+#include "files/settings_file.h"
+#include "files/settings_keys.h"
 #include "platform/files.h"
-#include "shell/ini_text.h"
-#include "shell/settings_file.h"
-#include "shell/settings_keys.h"
 #include "state/options.h"
 #include "state/settings.h"
 #include "tools/qlmprobe/commands.h"

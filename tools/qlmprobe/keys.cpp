@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <optional>
 
+#include "files/key_table.h"
 #include "platform/files.h"
-#include "shell/key_table.h"
 #include "state/keys.h"
 #include "tools/qlmprobe/commands.h"
 #include "tools/qlmprobe/engine.h"

@@ -1,0 +1,77 @@
+// The key table between memory and file.
+#include "files/key_table.h"
+
+#include <bit>
+#include <cstddef>
+#include <optional>
+
+#include "base/log.h"
+#include "base/paths.h"
+#include "platform/files.h"
+#include "platform/window.h"
+#include "state/keys.h"
+
+namespace qlm {
+namespace {
+
+constexpr DefaultKey kDefaultKeys[] = {
+    {kKeyZ, 11},      {kKeyS, 12},     {kKeyX, 13},          {kKeyD, 14},         {kKeyC, 15},
+    {kKeyF, 18},      {kKeyV, 19},     {kKeySpace, 16},      {kKeyLeftShift, 16}, {kKeyN, 21},
+    {kKeyJ, 22},      {kKeyM, 23},     {kKeyK, 24},          {kKeyComma, 25},     {kKeyL, 26},
+    {kKeyPeriod, 28}, {kKeyEnter, 29}, {kKeyRightShift, 29},
+};
+
+Text KeyTablePath() { return DataPath(u"qlm_keycnf.dat"); }
+
+uint8_t ByteAt(std::string_view bytes, size_t place) {
+  return place < bytes.size() ? static_cast<uint8_t>(bytes[place]) : uint8_t{0};
+}
+
+}  // namespace
+
+std::span<const DefaultKey> DefaultKeys() { return kDefaultKeys; }
+
+void SetDefaultKeyMap() {
+  KeyMap.Clear();
+  for (const DefaultKey& row : kDefaultKeys) KeyMap[row.key] = row.code;
+}
+
+void TakeKeyTable(std::string_view bytes) {
+  size_t place = 0;
+  for (int16_t& code : KeyMap) {
+    code =
+        std::bit_cast<int16_t>(static_cast<uint16_t>(ByteAt(bytes, place) | ByteAt(bytes, place + 1) << 8));
+    place += 2;
+  }
+}
+
+std::string KeyTableBytes() {
+  std::string bytes;
+  for (const int16_t code : KeyMap) {
+    const auto pattern = std::bit_cast<uint16_t>(code);
+    bytes.push_back(static_cast<char>(pattern & 255));
+    bytes.push_back(static_cast<char>(pattern >> 8));
+  }
+  return bytes;
+}
+
+void LoadKeyTable() {
+  if (!platform::FindPath(KeyTablePath())) {
+    DebugLog(u"# Key-config file wasn't detected. Load default setting.");
+    SetDefaultKeyMap();
+    return;
+  }
+  const std::optional<std::string> bytes = platform::ReadFile(KeyTablePath());
+  DebugLog(u"Key-config loaded.");
+  if (bytes) {
+    TakeKeyTable(*bytes);
+    return;
+  }
+  platform::MessageBox(platform::BoxIcon::kInformation, u"information",
+                       u"キーコンフィグをリセットしました。");
+  SetDefaultKeyMap();
+}
+
+void SaveKeyTable() { platform::WriteFile(KeyTablePath(), KeyTableBytes()); }
+
+}  // namespace qlm

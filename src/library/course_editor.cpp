@@ -1,8 +1,0 @@
-// The course editor, which is still to come: until then its keys do nothing.
-#include "library/course_editor.h"
-
-namespace qlm {
-
-void ProcessKey_EditCourse(int32_t) {}
-
-}  // namespace qlm

@@ -1,0 +1,20 @@
+// The chart's position: from the clock to the place, tempo changes, and seeks.
+#pragma once
+
+#include <cstdint>
+
+namespace qlm {
+
+// Takes the clock into playClock, and playPos from it.
+void ReadClock();
+// Tempo before RealHiSpeed; 0 freezes the position. The position at playClock stays where it is, up to half a
+// unit.
+void SetBPM(float bpm);
+// Moves the clock to a `pos` (byPosition) or to the bar line of a measure. Out of range only the BGA changes.
+void SeekChart(int32_t position, bool byPosition);
+
+// Puts a tempo before RealHiSpeed in force, with the rates that follow from it, and leaves the position to
+// the caller.
+void TakeTempo(float bpm);
+
+}  // namespace qlm

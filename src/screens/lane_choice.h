@@ -1,0 +1,11 @@
+// The choice of the lanes that the machine plays.
+#pragma once
+
+#include <cstdint>
+
+namespace qlm {
+
+// A key by its number goes down there: a lane's key turns the machine on or off for it, Esc leads back.
+void ProcessKey_AutoLanes(int32_t key);
+
+}  // namespace qlm

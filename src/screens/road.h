@@ -1,0 +1,25 @@
+// The road of a play: decided, loaded, played, results, back to the list.
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+
+namespace qlm {
+
+// What a decided fade of the song select leads to.
+void FadeEndSubject();
+
+// Loads a chart behind the loading screen. An empty path takes the current list entry. A load that failed or
+// was given up leaves LoadAbort set.
+void ReadyBMS(TextView path);
+// The play and everything to the return to the lists.
+void StartPlay();
+
+// Loads the chart of a list entry and plays it to its end. False when it could not be loaded; the play then
+// runs all the same, on an empty table.
+bool PlayListEntry(int32_t index);
+// A loaded chart from its start to the end of the play.
+void PlayLoadedChart();
+
+}  // namespace qlm

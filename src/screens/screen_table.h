@@ -1,0 +1,25 @@
+// Which routines each screen has for its frame, for keys, for characters and for the mouse.
+#pragma once
+
+#include <cstdint>
+
+namespace qlm {
+
+// A routine that a screen has no use for is null, and what it would take is passed over.
+struct Screen {
+  // One frame, drawn and presented, while the screen waits for its player.
+  void (*frame)() = nullptr;
+  // A key goes down, by its number.
+  void (*key)(int32_t key) = nullptr;
+  // A character is typed.
+  void (*character)(int32_t character) = nullptr;
+  // The mouse has moved by so many pixels to the right and down.
+  void (*mouse)(int32_t right, int32_t down) = nullptr;
+  // The keys of the settings, of speeds, volume, skins and the like, work here too.
+  bool settingKeys = true;
+};
+
+// The screen of a GameState. One without routines of its own has the keys of the settings.
+const Screen& ScreenOf(int32_t gameState);
+
+}  // namespace qlm
