@@ -31,7 +31,8 @@ constexpr std::array<uint8_t, kUsages> MakeTable() {
   row(89, {79, 80, 81, 75, 76, 77, 71, 72, 73, 82, 83});  // the pad's 1 to 9, 0 and .
   row(100, {86, 221, 222, 141});                          // the key beside left Shift, Menu, Power, pad =
   row(104, {100, 101, 102});                              // F13 to F15
-  row(133, {179, 115, 112, 125, 121, 123});  // pad comma, and the Japanese Ro, Kana, Yen, Henkan, Muhenkan
+  row(133, {179});                      // pad comma; 134, the equals sign of some other pads, has no number
+  row(135, {115, 112, 125, 121, 123});  // the Japanese Ro, Kana, Yen, Henkan, Muhenkan
   row(224, {29, 42, 56, 219, 157, 54, 184, 220});  // left Ctrl, Shift, Alt, Windows, then the right ones
   return table;
 }

@@ -63,30 +63,98 @@ TEST(KeyNumberOf, LettersAndDigits) {
   EXPECT_EQ(KeyNumberOf(55), 52);  // .
 }
 
-TEST(KeyNumberOf, ControlsAndExtendedKeys) {
-  EXPECT_EQ(KeyNumberOf(41), 1);     // Esc
-  EXPECT_EQ(KeyNumberOf(43), 15);    // Tab
+TEST(KeyNumberOf, ControlsAndSigns) {
   EXPECT_EQ(KeyNumberOf(40), 28);    // Enter
+  EXPECT_EQ(KeyNumberOf(41), 1);     // Esc
+  EXPECT_EQ(KeyNumberOf(42), 14);    // Backspace
+  EXPECT_EQ(KeyNumberOf(43), 15);    // Tab
   EXPECT_EQ(KeyNumberOf(44), 57);    // Space
-  EXPECT_EQ(KeyNumberOf(58), 59);    // F1
-  EXPECT_EQ(KeyNumberOf(67), 68);    // F10
-  EXPECT_EQ(KeyNumberOf(68), 87);    // F11
-  EXPECT_EQ(KeyNumberOf(69), 88);    // F12
-  EXPECT_EQ(KeyNumberOf(82), 200);   // Up
-  EXPECT_EQ(KeyNumberOf(80), 203);   // Left
-  EXPECT_EQ(KeyNumberOf(79), 205);   // Right
-  EXPECT_EQ(KeyNumberOf(81), 208);   // Down
-  EXPECT_EQ(KeyNumberOf(88), 156);   // Enter of the pad
+  EXPECT_EQ(KeyNumberOf(45), 12);    // -
+  EXPECT_EQ(KeyNumberOf(46), 13);    // =
+  EXPECT_EQ(KeyNumberOf(47), 26);    // [
+  EXPECT_EQ(KeyNumberOf(48), 27);    // ]
+  EXPECT_EQ(KeyNumberOf(49), 43);    // backslash
+  EXPECT_EQ(KeyNumberOf(50), 43);    // its place on other boards
+  EXPECT_EQ(KeyNumberOf(51), 39);    // ;
+  EXPECT_EQ(KeyNumberOf(52), 40);    // '
+  EXPECT_EQ(KeyNumberOf(53), 41);    // `
+  EXPECT_EQ(KeyNumberOf(54), 51);    // ,
+  EXPECT_EQ(KeyNumberOf(55), 52);    // .
+  EXPECT_EQ(KeyNumberOf(56), 53);    // /
+  EXPECT_EQ(KeyNumberOf(57), 58);    // Caps Lock
+  EXPECT_EQ(KeyNumberOf(70), 183);   // Print Screen
+  EXPECT_EQ(KeyNumberOf(71), 70);    // Scroll Lock
+  EXPECT_EQ(KeyNumberOf(72), 197);   // Pause
+  EXPECT_EQ(KeyNumberOf(100), 86);   // the key beside left Shift
+  EXPECT_EQ(KeyNumberOf(101), 221);  // Menu
+  EXPECT_EQ(KeyNumberOf(102), 222);  // Power
   EXPECT_EQ(KeyNumberOf(224), 29);   // left Ctrl
   EXPECT_EQ(KeyNumberOf(225), 42);   // left Shift
-  EXPECT_EQ(KeyNumberOf(229), 54);   // right Shift
+  EXPECT_EQ(KeyNumberOf(226), 56);   // left Alt
+  EXPECT_EQ(KeyNumberOf(227), 219);  // left Windows
   EXPECT_EQ(KeyNumberOf(228), 157);  // right Ctrl
+  EXPECT_EQ(KeyNumberOf(229), 54);   // right Shift
   EXPECT_EQ(KeyNumberOf(230), 184);  // right Alt
+  EXPECT_EQ(KeyNumberOf(231), 220);  // right Windows
+}
+
+TEST(KeyNumberOf, FunctionKeys) {
+  for (int32_t f = 1; f <= 10; ++f) EXPECT_EQ(KeyNumberOf(57 + f), 58 + f) << f;
+  EXPECT_EQ(KeyNumberOf(68), 87);    // F11
+  EXPECT_EQ(KeyNumberOf(69), 88);    // F12
+  EXPECT_EQ(KeyNumberOf(104), 100);  // F13
+  EXPECT_EQ(KeyNumberOf(105), 101);  // F14
+  EXPECT_EQ(KeyNumberOf(106), 102);  // F15
+}
+
+TEST(KeyNumberOf, ArrowsAndTheBlockAboveThem) {
+  EXPECT_EQ(KeyNumberOf(73), 210);  // Insert
+  EXPECT_EQ(KeyNumberOf(74), 199);  // Home
+  EXPECT_EQ(KeyNumberOf(75), 201);  // Page Up
+  EXPECT_EQ(KeyNumberOf(76), 211);  // Delete
+  EXPECT_EQ(KeyNumberOf(77), 207);  // End
+  EXPECT_EQ(KeyNumberOf(78), 209);  // Page Down
+  EXPECT_EQ(KeyNumberOf(79), 205);  // Right
+  EXPECT_EQ(KeyNumberOf(80), 203);  // Left
+  EXPECT_EQ(KeyNumberOf(81), 208);  // Down
+  EXPECT_EQ(KeyNumberOf(82), 200);  // Up
+}
+
+TEST(KeyNumberOf, Pad) {
+  EXPECT_EQ(KeyNumberOf(83), 69);    // Num Lock
+  EXPECT_EQ(KeyNumberOf(84), 181);   // /
+  EXPECT_EQ(KeyNumberOf(85), 55);    // *
+  EXPECT_EQ(KeyNumberOf(86), 74);    // -
+  EXPECT_EQ(KeyNumberOf(87), 78);    // +
+  EXPECT_EQ(KeyNumberOf(88), 156);   // Enter
+  EXPECT_EQ(KeyNumberOf(89), 79);    // 1
+  EXPECT_EQ(KeyNumberOf(90), 80);    // 2
+  EXPECT_EQ(KeyNumberOf(91), 81);    // 3
+  EXPECT_EQ(KeyNumberOf(92), 75);    // 4
+  EXPECT_EQ(KeyNumberOf(93), 76);    // 5
+  EXPECT_EQ(KeyNumberOf(94), 77);    // 6
+  EXPECT_EQ(KeyNumberOf(95), 71);    // 7
+  EXPECT_EQ(KeyNumberOf(96), 72);    // 8
+  EXPECT_EQ(KeyNumberOf(97), 73);    // 9
+  EXPECT_EQ(KeyNumberOf(98), 82);    // 0
+  EXPECT_EQ(KeyNumberOf(99), 83);    // .
+  EXPECT_EQ(KeyNumberOf(103), 141);  // =
+  EXPECT_EQ(KeyNumberOf(133), 179);  // ,
+}
+
+TEST(KeyNumberOf, KeysOfJapaneseBoards) {
+  EXPECT_EQ(KeyNumberOf(135), 115);  // Ro
+  EXPECT_EQ(KeyNumberOf(136), 112);  // Kana
+  EXPECT_EQ(KeyNumberOf(137), 125);  // Yen
+  EXPECT_EQ(KeyNumberOf(138), 121);  // Henkan
+  EXPECT_EQ(KeyNumberOf(139), 123);  // Muhenkan
 }
 
 TEST(KeyNumberOf, UnknownPlacesHaveNoNumber) {
   EXPECT_EQ(KeyNumberOf(0), 0);
   EXPECT_EQ(KeyNumberOf(3), 0);
+  EXPECT_EQ(KeyNumberOf(134), 0);  // the equals sign of the pads of some terminals
+  EXPECT_EQ(KeyNumberOf(140), 0);
   EXPECT_EQ(KeyNumberOf(255), 0);
   EXPECT_EQ(KeyNumberOf(256), 0);
   EXPECT_EQ(KeyNumberOf(-1), 0);
