@@ -33,6 +33,7 @@ int32_t OpenDisplay() {
                                                 .waitForBlank = !NOVSync},
                                                why);
   if (opened) return kDisplayOk;
+  DebugLog(Join(u"Error: Can't create DirectDraw object. : ", kDisplayFailed));
   DebugLog(Join(u"# No display: ", platform::DecodeUtf8(why)));
   return kDisplayFailed;
 }
