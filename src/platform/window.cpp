@@ -58,6 +58,16 @@ SDL_Window* CreateWindow(const WindowOptions& options) {
                           options.windowed ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
 }
 
+// From what the library knows, without asking the window system.
+WindowPlacement PlacementOf(SDL_Window* window) {
+  WindowPlacement placement;
+  const Uint32 flags = SDL_GetWindowFlags(window);
+  placement.state = (flags & SDL_WINDOW_MINIMIZED) != 0 ? 1 : (flags & SDL_WINDOW_MAXIMIZED) != 0 ? 2 : 0;
+  SDL_GetWindowPosition(window, &placement.left, &placement.top);
+  SDL_GetWindowSize(window, &placement.width, &placement.height);
+  return placement;
+}
+
 bool MatchTexture(const Surface& frame) {
   if (game->texture && game->textureWidth == frame.Width() && game->textureHeight == frame.Height()) {
     return true;
@@ -161,6 +171,15 @@ void CloseGameWindow() {
   game.reset();
 }
 
+void AbandonWindow() {
+  if (!game) return;
+  lastPlacement = PlacementOf(game->window.get());
+  static_cast<void>(game->texture.release());
+  static_cast<void>(game->renderer.release());
+  static_cast<void>(game->window.release());
+  game.reset();
+}
+
 bool WindowOpen() { return game.has_value(); }
 
 void SetWindowTitle(std::u16string_view title) {
@@ -234,15 +253,12 @@ WindowPlacement NormalizeWindow() {
   if (!game) {
     return lastPlacement;
   }
-  WindowPlacement placement;
-  SDL_Window* const window = game->window.get();
-  const Uint32 flags = SDL_GetWindowFlags(window);
-  placement.state = (flags & SDL_WINDOW_MINIMIZED) != 0 ? 1 : (flags & SDL_WINDOW_MAXIMIZED) != 0 ? 2 : 0;
-  if (placement.state != 0) {
-    SDL_RestoreWindow(window);
+  const int32_t state = PlacementOf(game->window.get()).state;
+  if (state != 0) {
+    SDL_RestoreWindow(game->window.get());
   }
-  SDL_GetWindowPosition(window, &placement.left, &placement.top);
-  SDL_GetWindowSize(window, &placement.width, &placement.height);
+  WindowPlacement placement = PlacementOf(game->window.get());
+  placement.state = state;
   return placement;
 }
 

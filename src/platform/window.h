@@ -33,6 +33,8 @@ bool HasDisplay();
 // on unseen. `why` tells the reason.
 bool OpenGameWindow(const WindowOptions& options, std::string& why);
 void CloseGameWindow();
+// The window counts as closed, without a word to the window system, which may be gone.
+void AbandonWindow();
 bool WindowOpen();
 void SetWindowTitle(std::u16string_view title);
 

@@ -16,6 +16,7 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "platform/window.h"
+#include "platform/window_system.h"
 #include "screens/boot_screen.h"
 #include "shell/command_line.h"
 #include "shell/exit.h"
@@ -114,6 +115,8 @@ int Main(const Launch& launch) {
   if (!TakeSettings(launch)) return 2;
   if (launch.demo) DemonstrateThisRun();
   ConnectHooks();
+  platform::OnDisplayGone(SaveWithoutDisplay);
+  platform::EndOnHangup();
   InitDX();
   InitDI_Keyboard();
   InitDI_Joystick();

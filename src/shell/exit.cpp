@@ -20,14 +20,8 @@ namespace {
 
 std::optional<bool> savedDemoMode;
 
-}  // namespace
-
-void DemonstrateThisRun() {
-  if (!savedDemoMode) savedDemoMode = DEMOMode;
-  DEMOMode = true;
-}
-
-void ExitApp(int status) {
+// What every end does first, with or without a window system.
+void SaveAndStop() {
   DebugLog(u"[ExitApp]");
   DebugLog(u"saving settings...");
   SaveKeyTable();
@@ -39,11 +33,27 @@ void ExitApp(int status) {
     platform::KillTimer(timer);
   }
   DebugLog(u"complete.");
+}
+
+}  // namespace
+
+void DemonstrateThisRun() {
+  if (!savedDemoMode) savedDemoMode = DEMOMode;
+  DEMOMode = true;
+}
+
+void ExitApp(int status) {
+  SaveAndStop();
   ReleaseDD();
   ReleaseDS();
   ReleaseDI();
   std::fflush(nullptr);
   std::exit(status);
+}
+
+void SaveWithoutDisplay() {
+  DebugLog(u"# The display went away.");
+  SaveAndStop();
 }
 
 void EndOnFatalError(TextView title, TextView message) {

@@ -11,6 +11,10 @@ namespace qlm {
 // The end after a failure that nothing can go on from: a box, then ExitApp with status 1.
 void EndOnFatalError(TextView title, TextView message);
 
+// Saves keys and settings as ExitApp does, for an end at which the display is gone and nothing can be given
+// back.
+void SaveWithoutDisplay();
+
 // Has the machine play in this run. The setting that is saved at the end stays what it was.
 void DemonstrateThisRun();
 

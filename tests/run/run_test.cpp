@@ -1,6 +1,7 @@
 // The real program plays a chart in a window, in full screen, and without any display; what it shows is
 // looked at.
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -15,6 +16,7 @@
 #include "platform/text.h"
 #include "tests/support/game_test.h"
 #include "tests/support/process.h"
+#include "tests/support/x_client.h"
 
 namespace qlm {
 namespace {
@@ -70,14 +72,21 @@ class RunTest : public GameTest {
     display_.pop_back();
   }
 
-  // Starts the program on the display and waits until the chart's picture can have been seen for a while.
-  void StartProgram() {
-    program_ = std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
-                                         std::map<std::string, std::string>{{"DISPLAY", display_},
-                                                                            {"WAYLAND_DISPLAY", ""},
-                                                                            {"SDL_VIDEODRIVER", ""},
-                                                                            {"SDL_AUDIODRIVER", "dummy"}});
+  // Starts the program on display_, or on none, and waits for the begin of the play.
+  void StartPlay(const std::string& waylandDisplay = "") {
+    program_ =
+        std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
+                                  std::map<std::string, std::string>{{"DISPLAY", display_},
+                                                                     {"WAYLAND_DISPLAY", waylandDisplay},
+                                                                     {"XDG_SESSION_TYPE", ""},
+                                                                     {"SDL_VIDEODRIVER", ""},
+                                                                     {"SDL_AUDIODRIVER", "dummy"}});
     ASSERT_TRUE(WaitFor([&] { return LogHolds("playloop start"); })) << DebugText();
+  }
+
+  // The same, until the chart's picture can have been seen for a while.
+  void StartProgram() {
+    StartPlay();
     std::this_thread::sleep_for(std::chrono::milliseconds(2500));
   }
 
@@ -109,6 +118,15 @@ class RunTest : public GameTest {
     const ProcessResult result = program_->Wait(seconds);
     EXPECT_FALSE(result.timedOut) << DebugText();
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  }
+
+  // Keys and settings are written, and the log ends as it should.
+  void ExpectSavedAndClosed() {
+    EXPECT_TRUE(DebugText().ends_with("complete.\r\n")) << DebugText();
+    EXPECT_EQ(ReadBytes(DataPath(u"qlm_keycnf.dat")).size(), 802U);
+    EXPECT_NE(ReadBytes(DataPath(u"qlm_conf.ini")).find("[MainForm]"), std::string::npos);
+    platform::DeleteFile(DataPath(u"qlm_keycnf.dat"));
+    platform::DeleteFile(DataPath(u"debug.txt"));
   }
 
   std::string DebugText() const { return ReadBytes(DataPath(u"debug.txt")); }
@@ -212,13 +230,8 @@ TEST_F(RunTest, PressesHitNotes) {
   StartDisplay("640x480");
   const std::string report = SystemFolder() + "/played.txt";
   setenv("QUILLMARCH_TRANSCRIPT", report.c_str(), 1);
-  program_ = std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
-                                       std::map<std::string, std::string>{{"DISPLAY", display_},
-                                                                          {"WAYLAND_DISPLAY", ""},
-                                                                          {"SDL_VIDEODRIVER", ""},
-                                                                          {"SDL_AUDIODRIVER", "dummy"}});
+  StartPlay();
   unsetenv("QUILLMARCH_TRANSCRIPT");
-  ASSERT_TRUE(WaitFor([&] { return LogHolds("playloop start"); })) << DebugText();
   // The pre-roll lasts a second, so that the notes come 5, 7 and 9 seconds from here. One process presses all
   // three, so that its own start counts once.
   Press({"mousemove", "320", "240", "sleep", "4.9", "key", "z", "sleep", "1.95", "key", "s", "sleep", "1.95",
@@ -230,6 +243,41 @@ TEST_F(RunTest, PressesHitNotes) {
     EXPECT_EQ(NumberOf(judged[i], "channel"), 11 + static_cast<double>(i)) << judged[i];
     // A miss would come 48 units behind its note; a press that hits is graded above POOR.
     EXPECT_GT(NumberOf(judged[i], "grade"), 0) << judged[i];
+  }
+}
+
+TEST_F(RunTest, CloseButtonEndsInGoodOrder) {
+  WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
+  StartDisplay("640x480");
+  StartPlay();
+  ASSERT_TRUE(PressCloseButton(display_));
+  ExpectGoodEnd(10);
+  EXPECT_FALSE(LogHolds("playloop end"));
+  ExpectSavedAndClosed();
+}
+
+TEST_F(RunTest, DisplayThatGoesAwayEndsTheProgramWithinASecond) {
+  for (const TextView windowed : {u"False", u"True"}) {
+    WriteSettings(Join(u"Windowed=", windowed, u"\r\n"), u"DirectBlt=True\r\n");
+    StartDisplay("640x480");
+    StartPlay();
+    server_->Kill();
+    const ProcessResult result = program_->Wait(1);
+    EXPECT_FALSE(result.timedOut);
+    EXPECT_EQ(result.exitStatus, 1) << result.errors;
+    EXPECT_TRUE(LogHolds("# The display went away."));
+    ExpectSavedAndClosed();
+  }
+}
+
+TEST_F(RunTest, SignalsEndInGoodOrder) {
+  for (const int signal : {SIGTERM, SIGHUP}) {
+    WriteSettings(u"", u"");
+    StartPlay();
+    program_->Signal(signal);
+    ExpectGoodEnd(10);
+    EXPECT_FALSE(LogHolds("playloop end")) << signal;
+    ExpectSavedAndClosed();
   }
 }
 

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -50,6 +51,10 @@ std::vector<char*> Pointers(std::vector<std::string>& words) {
   return pointers;
 }
 
+double Seconds(const timeval& time) {
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+}
+
 }  // namespace
 
 Process::Process(std::vector<std::string> command, const std::map<std::string, std::string>& environment)
@@ -75,15 +80,19 @@ Process::~Process() {
 }
 
 bool Process::Running() {
-  if (!ended_ && waitpid(pid_, &status_, WNOHANG) == pid_) ended_ = true;
+  if (!ended_ && wait4(pid_, &status_, WNOHANG, &usage_) == pid_) ended_ = true;
   return !ended_;
 }
 
 void Process::Kill() {
   if (!Running()) return;
   kill(pid_, SIGKILL);
-  waitpid(pid_, &status_, 0);
+  wait4(pid_, &status_, 0, &usage_);
   ended_ = true;
+}
+
+void Process::Signal(int number) {
+  if (Running()) kill(pid_, number);
 }
 
 std::string Process::Output() const { return Contents(outputFile_); }
@@ -96,6 +105,7 @@ ProcessResult Process::Wait(int seconds) {
   result.timedOut = Running();
   Kill();
   if (pid_ > 0) result.exitStatus = WIFEXITED(status_) ? WEXITSTATUS(status_) : 128 + WTERMSIG(status_);
+  result.processorSeconds = Seconds(usage_.ru_utime) + Seconds(usage_.ru_stime);
   result.output = Contents(outputFile_);
   result.errors = Contents(errorFile_);
   return result;

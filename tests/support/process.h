@@ -1,6 +1,7 @@
 // Child processes for tests that run the real programs.
 #pragma once
 
+#include <sys/resource.h>
 #include <sys/types.h>
 
 #include <map>
@@ -13,8 +14,9 @@ namespace qlm {
 struct ProcessResult {
   int exitStatus = -1;  // 128 + the signal's number when it was killed by one
   bool timedOut = false;
-  std::string output;  // standard output
-  std::string errors;  // standard error
+  double processorSeconds = 0;  // its own and the system's on its behalf
+  std::string output;           // standard output
+  std::string errors;           // standard error
 };
 
 // A running program. It is killed when its owner goes away.
@@ -29,6 +31,7 @@ class Process {
 
   bool Running();
   void Kill();
+  void Signal(int number);
   // What it wrote to standard output so far.
   std::string Output() const;
   // Waits for the end, `seconds` at most; then it is killed.
@@ -37,6 +40,7 @@ class Process {
  private:
   pid_t pid_ = -1;
   int status_ = -1;
+  rusage usage_{};
   bool ended_ = false;
   std::string outputFile_;
   std::string errorFile_;
