@@ -37,12 +37,20 @@ std::optional<GameWindow> game;
 bool displayTaken = false;
 WindowPlacement lastPlacement;  // of the window that was closed
 
+bool Given(const char* variable) {
+  const char* const value = SDL_getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
 bool VideoReady() {
   if (SDL_WasInit(SDL_INIT_VIDEO) != 0) return true;
-  // Left to itself the library would complain about a missing Wayland session, and then draw for nobody at
-  // the cost of a whole processor.
-  const bool chosen = SDL_getenv("SDL_VIDEODRIVER") != nullptr;
-  if (!chosen && SDL_getenv("WAYLAND_DISPLAY") == nullptr) SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11,KMSDRM");
+  // Left to itself the library would complain about a missing Wayland session, and where nothing else opens
+  // draw for nobody at the cost of a whole processor.
+  if (!Given("SDL_VIDEODRIVER")) {
+    SDL_SetHintWithPriority(SDL_HINT_VIDEODRIVER,
+                            Given("WAYLAND_DISPLAY") ? "x11,wayland,KMSDRM" : "x11,KMSDRM",
+                            SDL_HINT_OVERRIDE);
+  }
   return SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
 }
 

@@ -281,6 +281,17 @@ TEST_F(RunTest, SignalsEndInGoodOrder) {
   }
 }
 
+TEST_F(RunTest, WaylandSessionThatIsGoneCostsNoProcessor) {
+  WriteSettings(u"", u"");
+  StartPlay("wayland-that-is-gone");
+  std::this_thread::sleep_for(std::chrono::seconds(2));
+  program_->Signal(SIGTERM);
+  const ProcessResult result = program_->Wait(10);
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_TRUE(LogHolds("# No display: ")) << DebugText();
+  EXPECT_LT(result.processorSeconds, 1);
+}
+
 TEST_F(RunTest, PlaysWithoutDisplayAndSound) {
   WriteSettings(u"", u"");
   const ProcessResult result = qlm::Run(
