@@ -113,7 +113,7 @@ bool CheckDisplay() {
   }
   DoEvents();
   // Without a rest of its own the wait would take a whole processor.
-  platform::SleepFor(static_cast<uint32_t>(std::max(Sleep, 1)));
+  platform::SleepFor(std::max(FrameRest(), 1U));
   platform::FrameShown();
   return false;
 }

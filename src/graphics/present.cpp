@@ -1,6 +1,7 @@
 // The end of every frame.
 #include "graphics/present.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/hooks.h"
@@ -118,11 +119,18 @@ void PresentFrame(bool noWait, bool quiet) {
   }
   if (Debug) DrawMemory();
   DoEvents();
-  if (Sleep > 0) platform::SleepFor(static_cast<uint32_t>(Sleep));
+  if (const uint32_t rest = FrameRest(); rest > 0) platform::SleepFor(rest);
   Show(noWait);
   ReadJoysticks();
   CountFrame();
   if (DDBack) DDBack->Fill(FullRect, 0);
+}
+
+// Quirk: a setting above 100 is kept and counts as 100. With one of hours the boot would not end, and a play
+// would not heed its keys.
+uint32_t FrameRest() {
+  constexpr int32_t kLongestRest = 100;
+  return static_cast<uint32_t>(std::clamp(Sleep, 0, kLongestRest));
 }
 
 void SetCaption(TextView text) {

@@ -12,6 +12,7 @@ constexpr uint32_t kStart = 1'000'000;
 
 bool isVirtual = false;
 uint32_t virtualNow = kStart;
+int64_t virtualRest = 0;
 uint32_t (*frameClock)(uint32_t) = nullptr;
 
 }  // namespace
@@ -25,8 +26,14 @@ uint32_t Now() {
 }
 
 void SleepFor(uint32_t milliseconds) {
-  if (!isVirtual) std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+  if (isVirtual) {
+    virtualRest += milliseconds;
+  } else {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+  }
 }
+
+int64_t VirtualRest() { return virtualRest; }
 
 void WaitForBeat(int32_t perSecond) {
   if (isVirtual || perSecond < 1) return;
@@ -39,6 +46,7 @@ void WaitForBeat(int32_t perSecond) {
 void UseVirtualClock(uint32_t now) {
   isVirtual = true;
   virtualNow = now;
+  virtualRest = 0;
 }
 
 void UseRealClock() {

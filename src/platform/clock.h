@@ -16,6 +16,9 @@ constexpr int32_t Elapsed(uint32_t now, uint32_t then) { return static_cast<int3
 // Rests. On the virtual clock it returns at once and no time passes.
 void SleepFor(uint32_t milliseconds);
 
+// Milliseconds that such rests would have taken since the virtual clock was set.
+int64_t VirtualRest();
+
 // Rests until the next of `perSecond` evenly spaced moments of each second. No time passes on the virtual
 // clock.
 void WaitForBeat(int32_t perSecond);

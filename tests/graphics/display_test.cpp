@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "base/hooks.h"
+#include "platform/clock.h"
 #include "platform/window.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -137,6 +138,18 @@ TEST_F(LostDisplay, TheFirstRefusalPausesARunningPlay) {
   EXPECT_FALSE(CheckDisplay());
   EXPECT_EQ(lost, 1);
   EXPECT_EQ(pumps, 2);
+}
+
+TEST_F(LostDisplay, AFrameThatIsRefusedRestsAtLeastAMillisecondAndATenthOfASecondAtMost) {
+  platform::TakeDisplayAway(true);
+  CheckDisplay();
+  EXPECT_EQ(platform::VirtualRest(), 1);
+  Sleep = 7;
+  CheckDisplay();
+  EXPECT_EQ(platform::VirtualRest(), 8);
+  Sleep = 2147483647;
+  CheckDisplay();
+  EXPECT_EQ(platform::VirtualRest(), 108);
 }
 
 TEST_F(LostDisplay, APausedOrEndedPlayIsNotPaused) {

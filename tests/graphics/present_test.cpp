@@ -174,6 +174,31 @@ TEST_F(Present, TheNextFrameIsBlackAndTheClipRectangleWhole) {
   EXPECT_EQ(ScreenRect, kScreen);
 }
 
+TEST_F(Present, EachFrameRestsAsTheSettingAsks) {
+  PresentFrame();
+  EXPECT_EQ(platform::VirtualRest(), 0);
+  Sleep = 15;
+  PresentFrame();
+  PresentFrame(true, true);
+  EXPECT_EQ(platform::VirtualRest(), 30);
+}
+
+TEST_F(Present, NoFrameRestsForMoreThanATenthOfASecond) {
+  for (const int32_t setting : {100, 101, 2147483647}) {
+    platform::UseVirtualClock(1'000'000);
+    Sleep = setting;
+    PresentFrame();
+    EXPECT_EQ(platform::VirtualRest(), 100);
+    EXPECT_EQ(Sleep, setting);
+  }
+}
+
+TEST_F(Present, ARestBelowNothingIsNone) {
+  Sleep = -5;
+  PresentFrame();
+  EXPECT_EQ(platform::VirtualRest(), 0);
+}
+
 TEST_F(Present, GoesOnWithoutSurfaces) {
   hooks.framePresented = nullptr;
   DDBack.reset();

@@ -35,6 +35,15 @@ TEST_F(ClockTest, VirtualTimeStandsUntilAFrameIsShown) {
   EXPECT_EQ(Now(), 5016U);
 }
 
+TEST_F(ClockTest, RestsOnTheVirtualClockAreAddedUp) {
+  UseVirtualClock(5000);
+  SleepFor(1000);
+  SleepFor(4'000'000'000);
+  EXPECT_EQ(VirtualRest(), 4'000'001'000);
+  UseVirtualClock(6000);
+  EXPECT_EQ(VirtualRest(), 0);
+}
+
 TEST_F(ClockTest, DifferencesAreRightAcrossTheWrap) {
   EXPECT_EQ(Elapsed(5, 0xFFFFFFFB), 10);
   EXPECT_EQ(Elapsed(0xFFFFFFFB, 5), -10);

@@ -26,14 +26,14 @@ class BootTest : public GameTest {
  protected:
   BootTest() { fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch"); }
 
-  ProcessResult Start(std::vector<std::string> arguments) const {
+  ProcessResult Start(std::vector<std::string> arguments, int seconds = 60) const {
     arguments.insert(arguments.begin(), SystemFolder() + "/quillmarch");
     return qlm::Run(arguments,
                     {{"DISPLAY", ""},
                      {"WAYLAND_DISPLAY", ""},
                      {"SDL_VIDEODRIVER", "dummy"},
                      {"SDL_AUDIODRIVER", "dummy"}},
-                    60);
+                    seconds);
   }
   std::string Chart(TextView name) const { return platform::SystemPath(WriteText(name, kChart)); }
 
@@ -249,6 +249,13 @@ TEST_F(BootTest, StartHasThePlayerPlayAndTheGaugeShown) {
   WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Setting]\r\nUserPlay=False\r\nShowGauge=False\r\n");
   Start({"-P"});
   EXPECT_NE(Settings().find("UserPlay=True\r\nShowGauge=True\r\n"), std::string::npos) << Settings();
+}
+
+TEST_F(BootTest, EnormousRestHoldsUpNoBootAndIsKept) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Setting]\r\nSleep=2147483647\r\n");
+  const ProcessResult result = Start({"-P"}, 10);
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_NE(Settings().find("Sleep=2147483647\r\n"), std::string::npos) << Settings();
 }
 
 TEST_F(BootTest, DemoIsNotSaved) {
