@@ -8,7 +8,7 @@
 #include "base/log.h"
 #include "base/paths.h"
 #include "platform/files.h"
-#include "platform/window.h"
+#include "platform/message_box.h"
 #include "state/keys.h"
 
 namespace qlm {

@@ -7,8 +7,8 @@
 #include "base/hooks.h"
 #include "base/log.h"
 #include "platform/joysticks.h"
+#include "platform/message_box.h"
 #include "platform/text.h"
-#include "platform/window.h"
 #include "state/keys.h"
 #include "state/settings.h"
 

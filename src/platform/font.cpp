@@ -89,13 +89,6 @@ std::vector<Run> SplitIntoRuns(std::u16string_view text, const FontSet& fonts) {
   return runs;
 }
 
-Colour Mix(Colour under, Colour over, uint32_t opacity) {
-  const auto channel = [&](int shift) {
-    return ((under >> shift & 255) * (255 - opacity) + (over >> shift & 255) * opacity + 127) / 255;
-  };
-  return Rgb(channel(16), channel(8), channel(0));
-}
-
 // Lays the drawn glyphs, whose alpha is their shape, over the surface.
 void LayOver(Surface& surface, int64_t left, int64_t top, const SDL_Surface& glyphs, Colour colour) {
   const int64_t firstRow = std::max<int64_t>(0, -top);

@@ -27,6 +27,14 @@ constexpr Colour Rgb(uint32_t red, uint32_t green, uint32_t blue) {
   return (red & 255) << 16 | (green & 255) << 8 | (blue & 255);
 }
 
+// `over` laid on `under`; opacity 0 to 255.
+constexpr Colour Mix(Colour under, Colour over, uint32_t opacity) {
+  const auto channel = [=](int shift) {
+    return ((under >> shift & 255) * (255 - opacity) + (over >> shift & 255) * opacity + 127) / 255;
+  };
+  return Rgb(channel(16), channel(8), channel(0));
+}
+
 // Whether a copy leaves out the source's transparent colours.
 enum class Keyed : bool { kNo, kYes };
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -190,6 +189,8 @@ void AbandonWindow() {
 
 bool WindowOpen() { return game.has_value(); }
 
+uint32_t GameWindowNumber() { return game ? SDL_GetWindowID(game->window.get()) : 0; }
+
 void SetWindowTitle(std::u16string_view title) {
   if (game) {
     SDL_SetWindowTitle(game->window.get(), EncodeUtf8(title).c_str());
@@ -288,19 +289,6 @@ void MoveMouse(int32_t x, int32_t y) {
   const double down = place->top + static_cast<double>(y) * place->Height() / game->textureHeight;
   SDL_WarpMouseInWindow(game->window.get(), static_cast<int>(std::lround(across * unit)),
                         static_cast<int>(std::lround(down * unit)));
-}
-
-void MessageBox(BoxIcon icon, std::u16string_view title, std::u16string_view text) {
-  const std::string heading = EncodeUtf8(title);
-  std::string message = EncodeUtf8(text);
-  std::erase(message, '\r');
-  const Uint32 kind = icon == BoxIcon::kInformation ? SDL_MESSAGEBOX_INFORMATION
-                      : icon == BoxIcon::kWarning   ? SDL_MESSAGEBOX_WARNING
-                                                    : SDL_MESSAGEBOX_ERROR;
-  SDL_Window* const parent = game ? game->window.get() : nullptr;
-  if (!HasDisplay() || SDL_ShowSimpleMessageBox(kind, heading.c_str(), message.c_str(), parent) != 0) {
-    std::fprintf(stderr, "%s: %s\n", heading.c_str(), message.c_str());
-  }
 }
 
 }  // namespace platform

@@ -1,4 +1,4 @@
-// The game window: opening, showing a frame, events, message boxes.
+// The game window: opening, showing a frame, events.
 #pragma once
 
 #include <cstdint>
@@ -36,6 +36,8 @@ void CloseGameWindow();
 // The window counts as closed, without a word to the window system, which may be gone.
 void AbandonWindow();
 bool WindowOpen();
+// By which the window library knows the window; 0 without one.
+uint32_t GameWindowNumber();
 void SetWindowTitle(std::u16string_view title);
 
 // Where a frame of frameWidth by frameHeight pixels stands in an area of width by height pixels: in the
@@ -71,9 +73,5 @@ WindowPlacement NormalizeWindow();
 
 // Puts the pointer on a pixel of the last frame shown.
 void MoveMouse(int32_t x, int32_t y);
-
-enum class BoxIcon { kInformation, kWarning, kCritical };
-// A modal box; to standard error where there is no display.
-void MessageBox(BoxIcon icon, std::u16string_view title, std::u16string_view text);
 
 }  // namespace platform

@@ -10,8 +10,8 @@
 #include "files/settings_file.h"
 #include "graphics/display.h"
 #include "input/input.h"
+#include "platform/message_box.h"
 #include "platform/timers.h"
-#include "platform/window.h"
 #include "sound/play.h"
 #include "state/settings.h"
 

@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "platform/message_box.h"
 #include "platform/window_keys.h"
 
 namespace platform {

@@ -11,12 +11,11 @@
 
 #include "base/paths.h"
 #include "platform/files.h"
-#include "platform/picture.h"
 #include "platform/surface.h"
 #include "platform/text.h"
 #include "tests/support/game_test.h"
 #include "tests/support/process.h"
-#include "tests/support/x_client.h"
+#include "tests/support/x_display.h"
 
 namespace qlm {
 namespace {
@@ -62,25 +61,25 @@ class RunTest : public GameTest {
              setting));
   }
 
-  // Starts a display of that size; DISPLAY of what is started afterwards is display_.
   void StartDisplay(const std::string& size) {
-    server_ = std::make_unique<Process>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
-                                                                 size + "x24", "-nolisten", "tcp"});
-    ASSERT_TRUE(WaitFor([&] { return server_->Output().ends_with("\n"); }))
-        << "Xvfb does not start; is it installed?";
-    display_.assign(1, ':').append(server_->Output());
-    display_.pop_back();
+    display_ = std::make_unique<XDisplay>(size);
+    ASSERT_FALSE(display_->Name().empty());
   }
 
-  // Starts the program on display_, or on none, and waits for the begin of the play.
+  // Starts the program on the display, or on none.
+  void Start(const std::string& waylandDisplay = "") {
+    program_ = std::make_unique<Process>(
+        std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
+        std::map<std::string, std::string>{{"DISPLAY", display_ ? display_->Name() : ""},
+                                           {"WAYLAND_DISPLAY", waylandDisplay},
+                                           {"XDG_SESSION_TYPE", ""},
+                                           {"SDL_VIDEODRIVER", ""},
+                                           {"SDL_AUDIODRIVER", "dummy"}});
+  }
+
+  // The same, up to the begin of the play.
   void StartPlay(const std::string& waylandDisplay = "") {
-    program_ =
-        std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
-                                  std::map<std::string, std::string>{{"DISPLAY", display_},
-                                                                     {"WAYLAND_DISPLAY", waylandDisplay},
-                                                                     {"XDG_SESSION_TYPE", ""},
-                                                                     {"SDL_VIDEODRIVER", ""},
-                                                                     {"SDL_AUDIODRIVER", "dummy"}});
+    Start(waylandDisplay);
     ASSERT_TRUE(WaitFor([&] { return LogHolds("playloop start"); })) << DebugText();
   }
 
@@ -88,14 +87,6 @@ class RunTest : public GameTest {
   void StartProgram() {
     StartPlay();
     std::this_thread::sleep_for(std::chrono::milliseconds(2500));
-  }
-
-  platform::SurfacePtr Screenshot() {
-    const std::string file = SystemFolder() + "/screen.png";
-    const ProcessResult scrot = qlm::Run({"scrot", "-o", file}, {{"DISPLAY", display_}}, 20);
-    EXPECT_EQ(scrot.exitStatus, 0) << scrot.errors;
-    const std::string bytes = ReadBytes(platform::InnerPath(file));
-    return platform::DecodePicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
   }
 
   // The chart's picture stands at (192, 128) of the frame, whose pixels are `scale` pixels of the screen.
@@ -106,12 +97,6 @@ class RunTest : public GameTest {
       EXPECT_EQ(screen.Pixel(left + x * scale, top + y * scale), kQuarters[i]) << "quarter " << i;
     }
     EXPECT_EQ(screen.Pixel(left + 191 * scale, top + 200 * scale), 0U);
-  }
-
-  void Press(const std::vector<std::string>& words) const {
-    std::vector<std::string> command = {"xdotool"};
-    command.insert(command.end(), words.begin(), words.end());
-    EXPECT_EQ(qlm::Run(command, {{"DISPLAY", display_}}, 20).exitStatus, 0);
   }
 
   void ExpectGoodEnd(int seconds) {
@@ -142,8 +127,7 @@ class RunTest : public GameTest {
   }
 
   std::string chart_;
-  std::string display_;
-  std::unique_ptr<Process> server_;
+  std::unique_ptr<XDisplay> display_;
   std::unique_ptr<Process> program_;
 };
 
@@ -151,7 +135,7 @@ TEST_F(RunTest, PlaysInAWindowAndEndsByItself) {
   WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
   StartDisplay("640x480");
   StartProgram();
-  const platform::SurfacePtr screen = Screenshot();
+  const platform::SurfacePtr screen = display_->Screenshot();
   ASSERT_NE(screen, nullptr);
   ExpectPicture(*screen, 0, 0, 1);
   ExpectGoodEnd(30);
@@ -163,7 +147,7 @@ TEST_F(RunTest, HalfsizeShowsTheWholeFrameInASmallWindow) {
   WriteSettings(u"Windowed=True\r\nHalfsize=True\r\n", u"DirectBlt=True\r\n");
   StartDisplay("640x480");
   StartProgram();
-  const platform::SurfacePtr screen = Screenshot();
+  const platform::SurfacePtr screen = display_->Screenshot();
   ASSERT_NE(screen, nullptr);
   // The window of 320 by 240 stands in the middle, and the picture's 128 pixels at (96, 64) of it.
   EXPECT_EQ(screen->Pixel(160 + 96 + 32, 120 + 64 + 32), kQuarters[0]);
@@ -175,7 +159,7 @@ TEST_F(RunTest, FillsTheScreenByWholeNumbers) {
   WriteSettings(u"Windowed=False\r\n", u"");
   StartDisplay("1400x960");
   StartProgram();
-  const platform::SurfacePtr screen = Screenshot();
+  const platform::SurfacePtr screen = display_->Screenshot();
   ASSERT_NE(screen, nullptr);
   ExpectPicture(*screen, 60, 0, 2);
   EXPECT_EQ(screen->Pixel(30, 400), 0U);  // a black border
@@ -185,7 +169,7 @@ TEST_F(RunTest, ShiftAndEscEndAtOnce) {
   WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
   StartDisplay("640x480");
   StartProgram();
-  Press({"mousemove", "320", "240", "keydown", "Shift_L", "keydown", "Escape"});
+  display_->Do({"mousemove", "320", "240", "keydown", "Shift_L", "keydown", "Escape"});
   ExpectGoodEnd(10);
   EXPECT_FALSE(LogHolds("playloop end"));
   EXPECT_TRUE(LogHolds("[ExitApp]")) << DebugText();
@@ -195,7 +179,7 @@ TEST_F(RunTest, EscHeldEndsTheSong) {
   WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
   StartDisplay("640x480");
   StartProgram();
-  Press({"keydown", "Escape"});
+  display_->Do({"keydown", "Escape"});
   ExpectGoodEnd(10);
   EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
 }
@@ -234,8 +218,8 @@ TEST_F(RunTest, PressesHitNotes) {
   unsetenv("QUILLMARCH_TRANSCRIPT");
   // The pre-roll lasts a second, so that the notes come 5, 7 and 9 seconds from here. One process presses all
   // three, so that its own start counts once.
-  Press({"mousemove", "320", "240", "sleep", "4.9", "key", "z", "sleep", "1.95", "key", "s", "sleep", "1.95",
-         "key", "x"});
+  display_->Do({"mousemove", "320", "240", "sleep", "4.9", "key", "z", "sleep", "1.95", "key", "s", "sleep",
+                "1.95", "key", "x"});
   ExpectGoodEnd(30);
   const std::vector<std::string> judged = Judgements(ReadBytes(platform::InnerPath(report)));
   ASSERT_EQ(judged.size(), 3U) << ReadBytes(platform::InnerPath(report)) << DebugText();
@@ -246,11 +230,37 @@ TEST_F(RunTest, PressesHitNotes) {
   }
 }
 
+TEST_F(RunTest, FatalErrorStandsInABoxUntilAKeyIsPressed) {
+  for (const TextView windowed : {u"False", u"True"}) {
+    WriteSettings(Join(u"numObjs=1\r\nWindowed=", windowed, u"\r\n"), u"DirectBlt=True\r\n");
+    StartDisplay("640x480");
+    Start();
+    display_->WaitForWindow("too few numObjs!");
+    EXPECT_TRUE(program_->Running());
+    display_->Do({"key", "Return"});
+    const ProcessResult result = program_->Wait(10);
+    EXPECT_FALSE(result.timedOut);
+    EXPECT_EQ(result.exitStatus, 1) << result.errors;
+    ExpectSavedAndClosed();
+  }
+}
+
+TEST_F(RunTest, MissingDataFolderStandsInABoxBeforeThereIsAWindow) {
+  fs::remove_all(SystemFolder() + "/_qlmfiles");
+  StartDisplay("640x480");
+  Start();
+  display_->WaitForWindow("critical error");
+  display_->Do({"key", "Return"});
+  const ProcessResult result = program_->Wait(10);
+  EXPECT_FALSE(result.timedOut);
+  EXPECT_EQ(result.exitStatus, 1) << result.errors;
+}
+
 TEST_F(RunTest, CloseButtonEndsInGoodOrder) {
   WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
   StartDisplay("640x480");
   StartPlay();
-  ASSERT_TRUE(PressCloseButton(display_));
+  ASSERT_TRUE(display_->PressCloseButton());
   ExpectGoodEnd(10);
   EXPECT_FALSE(LogHolds("playloop end"));
   ExpectSavedAndClosed();
@@ -261,7 +271,7 @@ TEST_F(RunTest, DisplayThatGoesAwayEndsTheProgramWithinASecond) {
     WriteSettings(Join(u"Windowed=", windowed, u"\r\n"), u"DirectBlt=True\r\n");
     StartDisplay("640x480");
     StartPlay();
-    server_->Kill();
+    display_->Kill();
     const ProcessResult result = program_->Wait(1);
     EXPECT_FALSE(result.timedOut);
     EXPECT_EQ(result.exitStatus, 1) << result.errors;
