@@ -1,5 +1,5 @@
 // Faces of whole pixels, and drawings whose text is set in them.
-#include "tools/assetmaker/lettering.h"
+#include "assets/maker/lettering.h"
 
 #include <gtest/gtest.h>
 

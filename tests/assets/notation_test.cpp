@@ -1,9 +1,9 @@
 // Music written as text.
-#include "tools/assetmaker/notation.h"
+#include "assets/maker/notation.h"
 
 #include <gtest/gtest.h>
 
-#include "tools/assetmaker/score.h"
+#include "assets/maker/score.h"
 
 namespace assetmaker {
 namespace {
