@@ -1,7 +1,10 @@
-// The asset maker: writes the system sounds and the stock song into a folder, and if asked to the song's mix.
+// The asset maker: writes the system sounds and a song from its score into a folder, and if asked to the
+// song's mix.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -41,10 +44,18 @@ int WriteSystemSounds(const fs::path& folder) {
   return 0;
 }
 
-int WriteSong(const fs::path& folder, const fs::path& mixPath) {
-  NotationError error;
-  const std::optional<Score> score = TheMarch(error);
-  if (!score) return Fail("the score: " + error.message);
+std::optional<std::string> ReadText(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  return file.good() ? std::optional(std::move(text)) : std::nullopt;
+}
+
+int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path& mixPath) {
+  const std::optional<std::string> text = ReadText(scorePath);
+  if (!text) return Fail("cannot read " + scorePath.string());
+  ScoreError error;
+  const std::optional<Score> score = ReadScore(*text, error);
+  if (!score) return Fail(scorePath.string() + ':' + std::to_string(error.line) + ": " + error.message);
   SampleBank bank;
   if (!bank.Fill(*score))
     return Fail("the song has " + std::to_string(bank.Samples().size()) + " samples, 255 fit");
@@ -65,27 +76,28 @@ int WriteSong(const fs::path& folder, const fs::path& mixPath) {
 
 int Usage() {
   std::fputs(
-      "usage: assetmaker FOLDER [--mix FILE.wav]\n"
-      "Writes _qlmfiles/wav and songs/march into FOLDER; --mix also writes the song as one sound.\n",
+      "usage: assetmaker SONG.score FOLDER [--mix FILE.wav]\n"
+      "Writes _qlmfiles/wav and, from its score, songs/SONG into FOLDER; --mix also writes the song as one "
+      "sound.\n",
       stderr);
   return 2;
 }
 
 int Run(int count, char** words) {
-  fs::path folder, mix;
+  fs::path score, folder, mix;
   for (int i = 1; i < count; ++i) {
     const std::string_view word = words[i];
     if (word == "--mix" && i + 1 < count) {
       mix = words[++i];
     } else if (folder.empty() && !word.starts_with("--")) {
-      folder = word;
+      (score.empty() ? score : folder) = word;
     } else {
       return Usage();
     }
   }
   if (folder.empty()) return Usage();
   const int status = WriteSystemSounds(folder / "_qlmfiles" / "wav");
-  return status != 0 ? status : WriteSong(folder / "songs" / "march", mix);
+  return status != 0 ? status : WriteSong(score, folder / "songs" / score.stem(), mix);
 }
 
 }  // namespace

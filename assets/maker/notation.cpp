@@ -67,28 +67,30 @@ std::optional<std::vector<Note>> ReadLine(std::string_view text, const std::vect
     if (++bar < barLengths.size()) barEnd += barLengths[bar];
     return true;
   };
+  constexpr std::string_view blanks = " \t\n";
+  std::size_t end = 0;  // of the last word
   while (true) {
-    text.remove_prefix(std::min(text.find_first_not_of(" \n"), text.size()));
-    if (text.empty()) break;
-    const std::string_view word = text.substr(0, text.find_first_of(" \n"));
-    text.remove_prefix(word.size());
+    const std::size_t at = text.find_first_not_of(blanks, end);
+    if (at == std::string_view::npos) break;
+    end = std::min(text.find_first_of(blanks, at), text.size());
+    const std::string_view word = text.substr(at, end - at);
     if (word == "|") {
       if (closeBar()) continue;
-      error.message = "bar " + std::to_string(bar + 1) + " does not end at its bar line";
+      error = {"bar " + std::to_string(bar + 1) + " does not end at its bar line", at};
       return std::nullopt;
     }
     const std::size_t slash = word.rfind('/');
     const auto pitches = naming(word.substr(0, slash));
     const auto length = slash == std::string_view::npos ? std::nullopt : LengthNamed(word.substr(slash + 1));
     if (!pitches || !length) {
-      error.message = "cannot read \"" + std::string(word) + "\"";
+      error = {"cannot read \"" + std::string(word) + "\"", at};
       return std::nullopt;
     }
     if (!pitches->empty()) notes.push_back({tick, *length, *pitches});
     tick += *length;
   }
   if (bar != barLengths.size()) {
-    error.message = "the line ends after bar " + std::to_string(bar);
+    error = {"the line ends after bar " + std::to_string(bar), end};
     return std::nullopt;
   }
   return notes;

@@ -2,10 +2,10 @@
 //
 // A line of notes:  "D5/4 A4/8. A4/16 R/2 |"   pitch/length, R for a rest, a dot for half as long again
 // A line of chords: "Dm/1 | C7/2 F/2 |"        chord name/length
-// A line of strokes: "x... x.x. "              one character a sixteenth, '.' for none, blanks for the eye
 // Every bar ends with a bar line, and has to have its full length there.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +29,7 @@ struct Note {
 // What is wrong with a line of music, for whoever wrote it.
 struct NotationError {
   std::string message;
+  std::size_t at = 0;  // where in the text
 };
 
 // `barLengths` are those of the bars that the line has to fill. On an error nothing is returned and `error`

@@ -9,6 +9,7 @@ namespace assetmaker {
 
 // A key of the piano as MIDI numbers it: 69 is A4, 60 middle C.
 using Pitch = int;
+constexpr Pitch lowestPitch = 12, highestPitch = 131;  // C0 and B9, between which pitches have names
 
 // "A4", "Bb5", "C#2"; nothing for anything else.
 std::optional<Pitch> PitchNamed(std::string_view name);

@@ -1,29 +1,47 @@
-// From sections of text to one list of events in time.
+// From the sections of a score file to one list of events in time.
 #include "score.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <utility>
 
-#include "march.h"
+#include "sections.h"
 
 namespace assetmaker {
 namespace {
 
 double SecondsPerTick(double tempo) { return 60 / tempo / (wholeNote / 4.0); }
 
+// The line of the file that a place in its music stands on.
+int LineOf(const Music& music, std::size_t at) {
+  const auto start = music.text.begin();
+  return music.firstLine + static_cast<int>(std::count(start, start + static_cast<std::ptrdiff_t>(at), '\n'));
+}
+
+bool OnKeyboard(const Note& note) {
+  return std::all_of(note.pitches.begin(), note.pitches.end(),
+                     [](Pitch pitch) { return pitch >= lowestPitch && pitch <= highestPitch; });
+}
+
 std::optional<std::vector<Note>> NotesOf(const Tune& tune, const std::vector<int>& barLengths,
-                                         NotationError& error) {
+                                         ScoreError& error) {
+  const Music& music = tune.music;
+  NotationError wrong;
   std::optional<std::vector<Note>> notes = tune.reading == Reading::notes
-                                               ? ReadNotes(tune.text, barLengths, error)
-                                               : ReadChords(tune.text, barLengths, error);
+                                               ? ReadNotes(music.text, barLengths, wrong)
+                                               : ReadChords(music.text, barLengths, wrong);
   if (!notes) {
-    error.message += ", in the line \"" + std::string(tune.text) + '"';
+    const int line = music.text.empty() ? tune.line : LineOf(music, wrong.at);
+    error = {line, wrong.message + " (in the part of line " + std::to_string(tune.line) + ')'};
     return std::nullopt;
   }
   if (tune.reading == Reading::struck) notes = Struck(*notes, tune.rhythm, barLengths);
   if (tune.reading == Reading::broken) notes = Broken(*notes);
-  return Transposed(std::move(*notes), tune.transposed);
+  notes = Transposed(std::move(*notes), tune.transposed);
+  if (std::all_of(notes->begin(), notes->end(), OnKeyboard)) return notes;
+  error = {tune.line, "moved by so many semitones, the part leaves the keyboard"};
+  return std::nullopt;
 }
 
 struct Stroke {
@@ -52,15 +70,43 @@ std::optional<Stroke> StrokeNamed(char name, int step) {
   }
 }
 
+// A bar of strokes without its blanks, and where it ends in the music.
+struct StrokeBar {
+  std::string strokes;
+  std::size_t end;
+};
+
+// The bars of a line of strokes. Nothing, and `error` set, when there is none or one that means nothing.
+std::optional<std::vector<StrokeBar>> StrokeBarsOf(const Music& music, int orderLine, ScoreError& error) {
+  std::vector<StrokeBar> bars;
+  std::string bar;
+  for (std::size_t at = 0; at < music.text.size(); ++at) {
+    const char name = music.text[at];
+    if (name == ' ' || name == '\t' || name == '\n') continue;
+    if (name == '|') {
+      bars.push_back({std::exchange(bar, {}), at});
+    } else if (name == '.' || StrokeNamed(name, 0)) {
+      bar += name;
+    } else {
+      error = {LineOf(music, at), std::string("no stroke is called '") + name + "'"};
+      return std::nullopt;
+    }
+  }
+  if (!bars.empty() && bar.empty()) return bars;
+  error = {music.text.empty() ? orderLine : LineOf(music, music.text.find_last_not_of(" \t\n")),
+           bars.empty() ? "there is no bar of strokes" : "the last bar of strokes lacks its bar line"};
+  return std::nullopt;
+}
+
 class Builder {
  public:
-  bool Add(const Section& section, NotationError& error) {
+  bool Add(const Section& section, ScoreError& error) {
     const int start = EndTick(score_);
     AddTempi(section, start);
     for (const Tune& tune : section.tunes) {
       if (!AddTune(tune, section, start, error)) return false;
     }
-    for (const Strokes& strokes : section.strokes) {
+    for (const Music& strokes : section.strokes) {
       if (!AddStrokes(strokes, section, start, error)) return false;
     }
     int tick = start;
@@ -95,7 +141,7 @@ class Builder {
         {tick, role, {voice, std::move(pitches), static_cast<int>(std::lround(centiseconds))}});
   }
 
-  bool AddTune(const Tune& tune, const Section& section, int start, NotationError& error) {
+  bool AddTune(const Tune& tune, const Section& section, int start, ScoreError& error) {
     const std::optional<std::vector<Note>> notes = NotesOf(tune, section.barLengths, error);
     if (!notes) return false;
     for (const Note& note : *notes) {
@@ -104,30 +150,28 @@ class Builder {
     return true;
   }
 
-  bool AddStrokes(const Strokes& strokes, const Section& section, int start, NotationError& error) {
+  bool AddStrokes(const Music& music, const Section& section, int start, ScoreError& error) {
+    const auto bars = StrokeBarsOf(music, section.line, error);
+    if (!bars) return false;
+    const std::vector<int>& lengths = section.barLengths;
+    const int longest = *std::max_element(lengths.begin(), lengths.end()) / sixteenth;
     int barStart = start;
-    for (std::size_t bar = 0; bar < section.barLengths.size(); ++bar) {
-      int step = 0;
-      const int steps = section.barLengths[bar] / sixteenth;
-      for (const char name : strokes[bar % strokes.size()]) {
-        if (name == ' ' || step == steps) continue;
-        const std::optional<Stroke> stroke = StrokeNamed(name, step);
-        if (!stroke && name != '.') {
-          error.message = std::string("no stroke is called '") + name + "'";
-          return false;
-        }
-        const int tick = step * sixteenth;
-        // A long roll lasts to the end of its bar.
-        if (stroke)
-          AddEvent(barStart + tick, stroke->role, stroke->voice, {}, section.barLengths[bar] - tick,
-                   section.tempo);
-        ++step;
-      }
-      if (step != steps) {
-        error.message = "a line of strokes does not fill its bar";
+    for (std::size_t bar = 0; bar < lengths.size(); ++bar) {
+      const auto& [strokes, end] = (*bars)[bar % bars->size()];
+      const int given = static_cast<int>(strokes.size()), wanted = lengths[bar] / sixteenth;
+      if (given < wanted || given > longest) {
+        error = {LineOf(music, end),
+                 "a bar has " + std::to_string(given) + " strokes, not " + std::to_string(wanted)};
         return false;
       }
-      barStart += section.barLengths[bar];
+      for (int step = 0; step < wanted; ++step) {
+        const std::optional<Stroke> stroke = StrokeNamed(strokes[static_cast<std::size_t>(step)], step);
+        if (!stroke) continue;
+        const int tick = step * sixteenth;
+        // A long roll lasts to the end of its bar.
+        AddEvent(barStart + tick, stroke->role, stroke->voice, {}, lengths[bar] - tick, section.tempo);
+      }
+      barStart += lengths[bar];
     }
     return true;
   }
@@ -150,9 +194,11 @@ double SecondsAt(const Score& score, int tick) {
   return seconds;
 }
 
-std::optional<Score> TheMarch(NotationError& error) {
+std::optional<Score> ReadScore(std::string_view text, ScoreError& error) {
+  const std::optional<std::vector<Section>> sections = ReadSections(text, error);
+  if (!sections) return std::nullopt;
   Builder builder;
-  for (const Section& section : MarchSections()) {
+  for (const Section& section : *sections) {
     if (!builder.Add(section, error)) return std::nullopt;
   }
   return std::move(builder).Finished();

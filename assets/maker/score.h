@@ -1,7 +1,9 @@
-// The stock song in time: measures, tempo, and everything that sounds.
+// A song in time: measures, tempo, and everything that sounds.
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "notation.h"
@@ -45,7 +47,14 @@ int EndTick(const Score& score);
 // When a tick sounds, in seconds from the start.
 double SecondsAt(const Score& score, int tick);
 
-// The March of the Quill. Nothing, and `error` set, if its notation does not add up.
-std::optional<Score> TheMarch(NotationError& error);
+// What is wrong with a score file, and on which of its lines.
+struct ScoreError {
+  int line = 0;  // from 1
+  std::string message;
+};
+
+// The song of a score file; the head of assets/songs/march.score explains how one is written. Nothing, and
+// `error` set, when it cannot be read or its bars do not add up.
+std::optional<Score> ReadScore(std::string_view text, ScoreError& error);
 
 }  // namespace assetmaker

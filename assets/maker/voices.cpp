@@ -83,6 +83,13 @@ Part PartOf(Voice voice) {
 
 }  // namespace
 
+std::optional<Voice> PitchedVoiceNamed(std::string_view name) {
+  for (int voice = 0; voice <= static_cast<int>(Voice::timpani); ++voice) {
+    if (PartOf(static_cast<Voice>(voice)).name == name) return static_cast<Voice>(voice);
+  }
+  return std::nullopt;
+}
+
 std::string FileName(const Sample& sample) {
   std::string name = PartOf(sample.voice).name;
   for (const Pitch pitch : sample.pitches) name += '-' + FileName(pitch);

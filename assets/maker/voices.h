@@ -1,7 +1,9 @@
 // Who plays in the stock song: each voice is an instrument in one role, at one loudness.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "pitch.h"
@@ -40,6 +42,9 @@ enum class Voice {
   penLong,
   nibTap,
 };
+
+// The pitched voice of a name, which its samples' files begin with: "softpiano". Nothing for any other name.
+std::optional<Voice> PitchedVoiceNamed(std::string_view name);
 
 // One sample of the song, before it is made. Two that are alike are the same sample.
 struct Sample {

@@ -1,0 +1,256 @@
+// Line by line: orders stand at the line's beginning, music behind blanks belongs to the order above it.
+#include "sections.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <map>
+#include <utility>
+
+namespace assetmaker {
+namespace {
+
+constexpr std::string_view blanks = " \t";
+constexpr int beat = wholeNote / 4;
+// What a chart can say of a tempo in one cell, and of a song in its measure numbers.
+constexpr double fastest = 255;
+constexpr std::size_t mostBars = 999;
+
+std::vector<std::string_view> WordsOf(std::string_view line) {
+  std::vector<std::string_view> words;
+  while (true) {
+    line.remove_prefix(std::min(line.find_first_not_of(blanks), line.size()));
+    if (line.empty()) return words;
+    words.push_back(line.substr(0, line.find_first_of(blanks)));
+    line.remove_prefix(words.back().size());
+  }
+}
+
+template <typename T, std::size_t N>
+using Names = std::array<std::pair<std::string_view, T>, N>;
+
+template <typename T, std::size_t N>
+std::optional<T> Named(const Names<T, N>& names, std::string_view name) {
+  for (const auto& [text, value] : names) {
+    if (text == name) return value;
+  }
+  return std::nullopt;
+}
+
+constexpr Names<SectionName, 8> sectionNames = {{{"prelude", SectionName::prelude},
+                                                 {"theme", SectionName::theme},
+                                                 {"theme-again", SectionName::themeAgain},
+                                                 {"answer", SectionName::answer},
+                                                 {"bridge", SectionName::bridge},
+                                                 {"turn", SectionName::turn},
+                                                 {"finale", SectionName::finale},
+                                                 {"coda", SectionName::coda}}};
+
+constexpr Names<Role, 12> roleNames = {{{"melody", Role::melody},
+                                        {"harmony", Role::harmony},
+                                        {"bells", Role::bells},
+                                        {"chords", Role::chords},
+                                        {"pad", Role::pad},
+                                        {"bass", Role::bass},
+                                        {"field", Role::field},
+                                        {"low-drum", Role::lowDrum},
+                                        {"metal", Role::metal},
+                                        {"brush", Role::brush},
+                                        {"pen", Role::pen},
+                                        {"tap", Role::tap}}};
+
+constexpr Names<Reading, 4> readings = {{{"notes", Reading::notes},
+                                         {"chords", Reading::chords},
+                                         {"struck", Reading::struck},
+                                         {"broken", Reading::broken}}};
+
+template <typename T>
+std::optional<T> Number(std::string_view word, T least, T most) {
+  T number{};
+  const char* const end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, number);
+  const bool inRange = number >= least && number <= most;  // what is no number is in no range
+  if (error != std::errc() || stop != end || !inRange) return std::nullopt;
+  return number;
+}
+
+std::string Quoted(std::string_view word) { return '"' + std::string(word) + '"'; }
+
+class Reader {
+ public:
+  explicit Reader(ScoreError& error) : error_(error) {}
+
+  // `line` without its line end. False when it is wrong.
+  bool Take(std::string_view line) {
+    ++line_;
+    const std::size_t start = line.find_first_not_of(blanks);
+    // Lines that say nothing count too, so that a place in the music tells its line.
+    const bool silent = start == std::string_view::npos || line[start] == '#';
+    if (silent || start > 0) return TakeMusic(silent ? std::string_view() : line);
+    music_ = nullptr;
+    return TakeOrder(WordsOf(line));
+  }
+
+  // Behind the last line.
+  bool Finish() {
+    if (sections_.empty()) return Fail("there is no section");
+    return CloseSection();
+  }
+
+  std::vector<Section> Sections() && { return std::move(sections_); }
+
+ private:
+  using Words = std::vector<std::string_view>;
+
+  bool Fail(std::string message) { return FailAt(line_, std::move(message)); }
+  bool FailAt(int line, std::string message) {
+    error_ = {line, std::move(message)};
+    return false;
+  }
+
+  bool TakeMusic(std::string_view line) {
+    if (music_ == nullptr) return line.empty() || Fail("this music belongs to no line, part or strokes");
+    if (music_->firstLine == 0) music_->firstLine = line_;
+    music_->text.append(line).append("\n");
+    return true;
+  }
+
+  bool TakeOrder(const Words& words) {
+    if (words[0] == "line") return TakeLine(words);
+    if (words[0] == "section") return TakeSection(words);
+    const bool ofSection =
+        words[0] == "beats" || words[0] == "tempo" || words[0] == "part" || words[0] == "strokes";
+    if (!ofSection) return Fail("no order is called " + Quoted(words[0]));
+    if (sections_.empty()) return Fail(Quoted(words[0]) + " stands before the first section");
+    if (words[0] == "beats") return TakeBeats(words);
+    if (words[0] == "tempo") return TakeTempo(words);
+    if (words[0] == "part") return TakePart(words);
+    return TakeStrokes(words);
+  }
+
+  bool TakeLine(const Words& words) {
+    if (words.size() != 2) return Fail("it is written: line NAME");
+    const auto [line, isNew] = lines_.try_emplace(std::string(words[1]));
+    if (!isNew) return Fail("there is a line " + Quoted(words[1]) + " already");
+    music_ = &line->second;
+    return true;
+  }
+
+  bool TakeSection(const Words& words) {
+    if (!sections_.empty() && !CloseSection()) return false;
+    const auto name = words.size() == 2 ? Named(sectionNames, words[1]) : std::nullopt;
+    if (!name) return Fail("it is written: section NAME, with one of the names that the file's head lists");
+    sections_.push_back({line_, *name, 0, {}, {}, {}, {}});
+    return true;
+  }
+
+  bool CloseSection() {
+    const Section& section = sections_.back();
+    if (section.barLengths.empty()) return FailAt(section.line, "this section has no beats");
+    if (section.tempo == 0) return FailAt(section.line, "this section has no tempo");
+    bars_ += section.barLengths.size();
+    if (bars_ <= mostBars) return true;
+    return FailAt(section.line,
+                  "with this section the song is longer than " + std::to_string(mostBars) + " bars");
+  }
+
+  bool TakeBeats(const Words& words) {
+    Section& section = sections_.back();
+    if (!section.barLengths.empty()) return Fail("this section has its beats already");
+    for (std::size_t i = 1; i < words.size(); ++i) {
+      const auto beats = Number(words[i], 1, 16);
+      if (!beats) return Fail(Quoted(words[i]) + " is no number of beats from 1 to 16");
+      section.barLengths.push_back(*beats * beat);
+    }
+    return words.size() > 1 || Fail("it is written: beats 4 4 3 4, with a number for each bar");
+  }
+
+  bool TakeTempo(const Words& words) {
+    Section& section = sections_.back();
+    const bool inside = words.size() == 5 && words[2] == "at";
+    if (words.size() != 2 && !inside) return Fail("it is written: tempo NUMBER, or tempo NUMBER at BAR BEAT");
+    const auto tempo = Number(words[1], 1.0, fastest);
+    if (!tempo) return Fail(Quoted(words[1]) + " is no tempo from 1 to 255");
+    if (!inside) {
+      if (section.tempo != 0) return Fail("this section has its first tempo already");
+      section.tempo = *tempo;
+      return true;
+    }
+    const auto bar = Number(words[3], 1, static_cast<int>(section.barLengths.size()));
+    if (!bar) return Fail("the section has no bar " + std::string(words[3]));
+    const auto inBar = Number(words[4], 1, section.barLengths[static_cast<std::size_t>(*bar - 1)] / beat);
+    if (!inBar) return Fail("bar " + std::string(words[3]) + " has no beat " + std::string(words[4]));
+    section.nudges.push_back({*bar - 1, (*inBar - 1) * beat, *tempo});
+    return true;
+  }
+
+  bool TakePart(Words words) {
+    if (words.size() < 4) return Fail("it is written: part ROLE VOICE HOW");
+    const auto role = Named(roleNames, words[1]);
+    if (!role) return Fail("no role is called " + Quoted(words[1]));
+    const auto voice = PitchedVoiceNamed(words[2]);
+    if (!voice) return Fail("no voice is called " + Quoted(words[2]));
+    const auto reading = Named(readings, words[3]);
+    if (!reading) return Fail(Quoted(words[3]) + " is none of notes, chords, struck and broken");
+    Tune tune = {line_, *role, *voice, *reading, {}, {}, 0};
+    words.erase(words.begin(), words.begin() + 4);
+    if (tune.reading == Reading::struck && !TakeRhythm(words, tune)) return false;
+    if (!TakeTransposition(words, tune)) return false;
+    if (words.size() > 1) return Fail("this part has more words than it takes: " + Quoted(words[1]));
+    const auto line = words.empty() ? lines_.end() : lines_.find(words[0]);
+    if (!words.empty() && line == lines_.end()) return Fail("no line above is called " + Quoted(words[0]));
+    if (!words.empty()) tune.music = line->second;
+    std::vector<Tune>& tunes = sections_.back().tunes;
+    tunes.push_back(std::move(tune));
+    if (words.empty()) music_ = &tunes.back().music;
+    return true;
+  }
+
+  bool TakeRhythm(Words& words, Tune& tune) {
+    const bool rhythmical = !words.empty() && words[0].find_first_not_of(".x") == std::string_view::npos;
+    if (!rhythmical) return Fail("behind struck stands a rhythm of dots and x, as in ..x...x.");
+    tune.rhythm = words[0];
+    words.erase(words.begin());
+    return true;
+  }
+
+  bool TakeTransposition(Words& words, Tune& tune) {
+    const auto way = std::find_if(words.begin(), words.end(),
+                                  [](std::string_view word) { return word == "up" || word == "down"; });
+    if (way == words.end()) return true;
+    const auto semitones = words.end() - way == 2 ? Number(way[1], 1, 48) : std::nullopt;
+    if (!semitones) return Fail("behind " + std::string(*way) + " stands a number of semitones from 1 to 48");
+    tune.transposed = *way == "up" ? *semitones : -*semitones;
+    words.erase(way, words.end());
+    return true;
+  }
+
+  bool TakeStrokes(const Words& words) {
+    if (words.size() != 1) return Fail("strokes stand on the lines below the word");
+    music_ = &sections_.back().strokes.emplace_back();
+    return true;
+  }
+
+  ScoreError& error_;
+  int line_ = 0;
+  Music* music_ = nullptr;                           // that of the last order, if it takes any
+  std::map<std::string, Music, std::less<>> lines_;  // by name
+  std::vector<Section> sections_;
+  std::size_t bars_ = 0;  // of all sections that are closed
+};
+
+}  // namespace
+
+std::optional<std::vector<Section>> ReadSections(std::string_view text, ScoreError& error) {
+  Reader reader(error);
+  while (!text.empty()) {
+    std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (!reader.Take(line)) return std::nullopt;
+  }
+  if (!reader.Finish()) return std::nullopt;
+  return std::move(reader).Sections();
+}
+
+}  // namespace assetmaker
