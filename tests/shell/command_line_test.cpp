@@ -9,6 +9,7 @@
 #include "files/settings_file.h"
 #include "platform/files.h"
 #include "shell/arguments.h"
+#include "shell/version.h"
 #include "state/lists.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -47,21 +48,39 @@ TEST_F(CommandLineTest, MinusOptionsStayByTheirFirstTwoCharacters) {
 }
 
 TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
-  const Launch launch =
-      ReadArguments(std::vector<std::string>{"--demo", "/a.bms", "--help", "--version", "--x", "--y"});
-  EXPECT_EQ(launch.command, u"\\a.bms");
+  const Launch launch = ReadArguments(std::vector<std::string>{"-P", "--demo", "/a.bms", "-x"});
+  EXPECT_EQ(Utf8(launch.command), "-P \\a.bms " + Here() + "\\-x");
   EXPECT_TRUE(launch.demo);
-  EXPECT_TRUE(launch.helpAsked);
-  EXPECT_TRUE(launch.versionAsked);
-  EXPECT_EQ(launch.unknown, "--x");
+  EXPECT_EQ(launch.answer, "");
+  EXPECT_EQ(launch.wrong, "");
+}
+
+TEST_F(CommandLineTest, HelpAndVersionAreAnswered) {
+  const Launch help = ReadArguments(std::vector<std::string>{"/a.bms", "--help"});
+  EXPECT_TRUE(help.answer.starts_with("quillmarch - a keysounded rhythm game\n")) << help.answer;
+  for (const char* const part : {"\nUsage: quillmarch [OPTION]... CHART [CHART]...\n", "\n  --demo  ",
+                                 "\n  --set NAME=VALUE  ", "\nKeys of the lanes", "\n  F12  ", "debug.txt"}) {
+    EXPECT_NE(help.answer.find(part), std::string::npos) << part;
+  }
+  const Launch version = ReadArguments(std::vector<std::string>{"--version"});
+  EXPECT_EQ(version.answer, "quillmarch " + Utf8(VersionText()) + "\n");
+  EXPECT_EQ(version.wrong, "");
+}
+
+TEST_F(CommandLineTest, DoubleDashWordsThatMeanNothingAreWrong) {
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"/a.bms", "--x", "/b"}).wrong,
+            "The following argument was not expected: --x");
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"--demo=no"}).wrong,
+            "demo was given a disallowed flag override");
 }
 
 TEST_F(CommandLineTest, SetTakesTheWordBehindIt) {
   const Launch launch = ReadArguments(
-      std::vector<std::string>{"--set", "HiSpeed=2", "/a.bms", "--set", "Random=True", "--set"});
-  EXPECT_EQ(launch.settings, (std::vector<Text>{u"HiSpeed=2", u"Random=True"}));
+      std::vector<std::string>{"--set", "HiSpeed=2", "/a.bms", "--set=Random=True", "--set", "-B"});
+  EXPECT_EQ(launch.settings, (std::vector<Text>{u"HiSpeed=2", u"Random=True", u"-B"}));
   EXPECT_EQ(launch.command, u"\\a.bms");
-  EXPECT_EQ(launch.unknown, "--set");
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"/a.bms", "--set"}).wrong,
+            "--set: 1 required NAME=VALUE missing");
 }
 
 TEST_F(CommandLineTest, EmptyArgumentsArePassedOver) { EXPECT_EQ(Command({"", "/a", ""}), "\\a"); }
