@@ -9,8 +9,10 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <fstream>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 namespace {
@@ -390,7 +392,17 @@ bool SavePng(const Surface& surface, const std::string& path) {
       *to++ = static_cast<unsigned char>(colour);
     }
   }
-  return IMG_SavePNG(pixels.get(), path.c_str()) == 0;
+  // Packed in memory: the package does not tell when the disk is full. What cannot be packed grows a little.
+  std::vector<unsigned char> packed(
+      static_cast<size_t>(surface.Width()) * static_cast<size_t>(surface.Height()) * 4 + 65536);
+  SDL_RWops* const memory = SDL_RWFromMem(packed.data(), static_cast<int>(packed.size()));
+  if (memory == nullptr) return false;
+  const bool done = IMG_SavePNG_RW(pixels.get(), memory, 0) == 0;
+  const auto size = static_cast<std::streamsize>(SDL_RWtell(memory));
+  SDL_RWclose(memory);
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file.write(reinterpret_cast<const char*>(packed.data()), size);
+  return done && file.flush().good();
 }
 
 }  // namespace platform

@@ -5,9 +5,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "base/text.h"
+#include "base/json.h"
 #include "platform/files.h"
-#include "platform/text.h"
 #include "state/gauge.h"
 #include "state/session.h"
 #include "state/transcript.h"
@@ -18,24 +17,26 @@ namespace {
 std::string fileName;
 Transcript kept;
 
-TextView TrueFalse(bool value) { return value ? u"true" : u"false"; }
-
-Text JudgementLine(const Transcript::Judgement& judgement) {
-  return Join(u"{\"clock\": ", judgement.clock, u", \"channel\": ", judgement.channel, u", \"pos\": ",
-              judgement.pos, u", \"delta\": ", judgement.deltaUsed, u", \"grade\": ", judgement.grade,
-              u", \"tooEarly\": ", TrueFalse(judgement.tooEarly), u", \"side\": ", judgement.side, u"}\n");
+std::string JudgementLine(const Transcript::Judgement& judgement) {
+  Json json(JsonLayout::kOneLine);
+  json.Put("clock", judgement.clock);
+  json.Put("channel", judgement.channel);
+  json.Put("pos", judgement.pos);
+  json.Put("delta", judgement.deltaUsed);
+  json.Put("grade", judgement.grade);
+  json.Put("tooEarly", judgement.tooEarly);
+  json.Put("side", judgement.side);
+  return json.Take();
 }
 
-Text CountsOfSide(size_t side) {
-  Text counts;
-  for (const int32_t count : JudgeCount[side]) counts += Join(counts.empty() ? u"" : u", ", count);
-  return Join(u"[", counts, u"]");
-}
-
-Text FiguresLine() {
-  return Join(u"{\"counts\": [", CountsOfSide(0), u", ", CountsOfSide(1), u"], \"maxCombo\": [", MaxCombo[0],
-              u", ", MaxCombo[1], u"], \"gauge\": [", Gauge[0], u", ", Gauge[1], u"], \"playFailed\": ",
-              TrueFalse(PlayFailed), u", \"playCleared\": ", TrueFalse(PlayCleared), u"}\n");
+std::string FiguresLine() {
+  Json json(JsonLayout::kOneLine);
+  json.Put("counts", JudgeCount);
+  json.Put("maxCombo", MaxCombo);
+  json.Put("gauge", Gauge);
+  json.Put("playFailed", PlayFailed);
+  json.Put("playCleared", PlayCleared);
+  return json.Take();
 }
 
 }  // namespace
@@ -51,10 +52,10 @@ void BeginPlayReport() {
 void WritePlayReport() {
   if (fileName.empty()) return;
   transcript = nullptr;
-  Text report;
+  std::string report;
   for (const Transcript::Judgement& judgement : kept.judgements) report += JudgementLine(judgement);
   report += FiguresLine();
-  if (!platform::WriteFile(platform::InnerPath(fileName), platform::EncodeUtf8(report))) {
+  if (!platform::WriteFile(platform::InnerPath(fileName), report)) {
     std::fprintf(stderr, "quillmarch: %s: the transcript cannot be written\n", fileName.c_str());
   }
   fileName.clear();

@@ -169,28 +169,104 @@ TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
 
 TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
   const std::string chart = Chart("a.bms", kLines);
-  const std::vector<std::vector<std::string>> refused = {{"play", chart, "--record", "a.qpd"},
-                                                         {"play", chart, "--replay", "a.qpd"},
-                                                         {"course", "a.qcl"},
-                                                         {"dump", "a.qbl"},
-                                                         {"title", "x"}};
-  for (const std::vector<std::string>& words : refused) {
+  const std::vector<std::pair<std::vector<std::string>, std::string>> refused = {
+      {{"play", chart, "--record", "a.qpd"}, "--record"},
+      {{"play", chart, "--replay", "a.qpd"}, "--replay"},
+      {{"course", "a.qcl"}, "in this version"},
+      {{"dump", "a.qbl"}, "in this version"},
+      {{"title", "x"}, "there is no command title"}};
+  for (const auto& [words, why] : refused) {
     const ProcessResult result = Probe(words);
     EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(words);
-    EXPECT_TRUE(Holds(result.errors, "in this version")) << testing::PrintToString(words);
+    EXPECT_TRUE(Holds(result.errors, why)) << testing::PrintToString(words);
   }
 }
 
 TEST_F(ProbeTest, HelpNamesEveryCommand) {
   const ProcessResult result = Probe({"--help"});
   EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_TRUE(Holds(result.output, "Usage: qlmprobe COMMAND FILE"));
   for (const std::string command :
-       {"chart", "course", "header", "play", "frame", "audio", "check", "keys", "dump"}) {
-    EXPECT_TRUE(Holds(result.output, "qlmprobe " + command + " "));
+       {"chart", "course", "header", "play", "frame", "audio", "check", "skin", "keys", "dump"}) {
+    EXPECT_TRUE(Holds(result.output, "\n  " + command + " "));
     const ProcessResult own = Probe({command, "--help"});
     EXPECT_EQ(own.exitStatus, 0);
-    EXPECT_TRUE(Holds(own.output, "qlmprobe " + command + " "));
+    EXPECT_TRUE(Holds(own.output, "Usage: qlmprobe " + command + " FILE"));
+    EXPECT_TRUE(Holds(own.output, "\n  --log FILE "));
+    EXPECT_TRUE(Holds(own.output, "Exit status: 0 done"));
   }
+  EXPECT_TRUE(Holds(Probe({"chart", "--help"}).output, "\n  --before FILE "));
+  EXPECT_EQ(Probe({"chart", "--help"}).output.find("--fps"), std::string::npos);
+}
+
+TEST_F(ProbeTest, VersionIsTheGames) {
+  const ProcessResult result = Probe({"--version"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_TRUE(result.output.starts_with("qlmprobe ")) << result.output;
+}
+
+TEST_F(ProbeTest, WrongWordsAreNamed) {
+  const std::string chart = Chart("a.bms", kLines);
+  const auto error = [&](std::vector<std::string> words) { return Probe(std::move(words)).errors; };
+  EXPECT_EQ(qlm::Run({QLM_BINARY_DIR "/qlmprobe"}, {}, 100).errors,
+            "qlmprobe: a command is missing; see qlmprobe --help\n");
+  EXPECT_EQ(error({"wat"}), "qlmprobe: there is no command wat; see qlmprobe --help\n");
+  EXPECT_TRUE(Holds(error({"chart"}), "FILE is required"));
+  EXPECT_TRUE(Holds(error({"chart", chart, "b.bms"}), "not expected: b.bms"));
+  EXPECT_TRUE(Holds(error({"chart", chart, "--wat"}), "not expected: --wat"));
+  EXPECT_TRUE(Holds(error({"chart", chart, "--num-objs", "many"}),
+                    "--num-objs: a whole number from 0 to 16777215 is wanted, not many"));
+  EXPECT_TRUE(Holds(error({"frame", chart, "--out", "x"}), "--at is required"));
+}
+
+// What of the output cannot be written is told, and the exit status says so.
+class ProbeOutputTest : public ProbeTest {
+ protected:
+  // Runs the probe's words in a shell, which may close its streams or lead them elsewhere.
+  ProcessResult InShell(const std::string& words) const {
+    return qlm::Run({"/bin/sh", "-c", QLM_BINARY_DIR "/qlmprobe " + words + " --data " + SystemFolder()}, {},
+                    100);
+  }
+};
+
+TEST_F(ProbeOutputTest, FullStandardOutputIsToldByTheStatus) {
+  const std::string chart = Chart("a.bms", kLines);
+  for (const std::string& words : {"chart " + chart, "check " + chart, std::string("--help")}) {
+    const ProcessResult result = InShell(words + " > /dev/full");
+    EXPECT_EQ(result.exitStatus, 1) << words;
+    EXPECT_EQ(result.errors, "qlmprobe: the output cannot be written\n") << words;
+  }
+}
+
+TEST_F(ProbeOutputTest, ClosedStandardOutputIsToldAndNothingGoesIntoOtherFiles) {
+  const ProcessResult result =
+      InShell("chart " + Chart("a.bms", kLines) + " --log " + At("log.txt") + " >&-");
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.errors, "qlmprobe: the output cannot be written: it is closed\n");
+  EXPECT_FALSE(fs::exists(At("log.txt")));
+}
+
+TEST_F(ProbeOutputTest, MessagesDoNotGoIntoTheLogWhenStandardErrorIsClosed) {
+  const ProcessResult result =
+      InShell("chart " + Chart("a.bms", kLines) + " --num-objs 3 --log " + At("log.txt") + " 2>&-");
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(ReadBytes(platform::InnerPath(At("log.txt"))).find("qlmprobe:"), std::string::npos);
+}
+
+TEST_F(ProbeOutputTest, FilesThatCannotBeWrittenAreToldByTheStatus) {
+  const std::string chart = Chart("a.bms", kLines);
+  const ProcessResult log = Probe({"chart", chart, "--log", "/dev/full"});
+  EXPECT_EQ(log.exitStatus, 1);
+  EXPECT_EQ(log.errors, "qlmprobe: the log file cannot be written\n");
+  const ProcessResult sound = Probe({"audio", chart, "--seconds", "1", "--out", "/dev/full"});
+  EXPECT_EQ(sound.exitStatus, 1);
+  EXPECT_EQ(sound.errors, "qlmprobe: /dev/full cannot be written\n");
+  // A picture's file has a name of its own: here it leads to the full device.
+  fs::create_symlink("/dev/full", At("shot-0.png"));
+  const ProcessResult picture = Probe({"frame", chart, "--at", "0", "--out", At("shot")});
+  EXPECT_EQ(picture.exitStatus, 1);
+  EXPECT_EQ(picture.errors, "qlmprobe: " + At("shot-0.png") + " cannot be written\n");
+  EXPECT_EQ(Probe({"keys", "/proc/none/k.dat", "--set", "44=11"}).exitStatus, 1);
 }
 
 TEST_F(ProbeTest, NothingIsWrittenBesideTheChart) {

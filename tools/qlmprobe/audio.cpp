@@ -17,7 +17,6 @@ namespace {
 constexpr int64_t kRate = 44100;
 constexpr int64_t kChannels = 2;
 constexpr uint32_t kHeaderBytes = 44;
-constexpr int64_t kLongestSeconds = 3600;
 
 // Frames of sound before a moment; below 0 in the pre-roll.
 int64_t FramesAt(int64_t ms) {
@@ -84,9 +83,8 @@ int AudioCommand(Arguments& arguments) {
   StartEngine(arguments);
   // Nothing of a skin is heard.
   qlm::SkinMapPath = {};
-  const std::optional<std::string> out = arguments.Value("--out");
-  if (!out) arguments.Fail("--out OUT.wav is missing");
-  const int64_t seconds = arguments.Number("--seconds", 1, kLongestSeconds).value_or(kLongestSeconds);
+  const std::string out = arguments.Value("--out").value_or("");
+  const int64_t seconds = arguments.Number("--seconds").value_or(kLongestSeconds);
   int status = kDone;
   const PlayRequest request = TakePlayRequest(arguments, status);
   if (status != kDone) return status;
@@ -95,8 +93,8 @@ int AudioCommand(Arguments& arguments) {
   qlm::Transcript transcript;
   if (!RunPlay(request, recorder, transcript)) return kRefused;
   const std::vector<int16_t>& samples = recorder.Samples();
-  if (!fatalMessage && !WriteWav(*out, samples)) {
-    std::fprintf(stderr, "qlmprobe: %s cannot be written\n", out->c_str());
+  if (!fatalMessage && !WriteWav(out, samples)) {
+    std::fprintf(stderr, "qlmprobe: %s cannot be written\n", out.c_str());
     return kRefused;
   }
   Json json;
@@ -106,8 +104,7 @@ int AudioCommand(Arguments& arguments) {
   for (const auto& start : transcript.starts) json.Row(start.clock, start.slot);
   json.EndArray();
   status = PutFatal(json);
-  json.Print();
-  return status;
+  return Print(json, status);
 }
 
 }  // namespace probe

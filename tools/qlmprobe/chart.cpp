@@ -14,7 +14,7 @@ int ChartCommand(Arguments& arguments) {
   TakeLoadOptions(arguments);
   const bool raw = arguments.Flag("--raw");
   const std::vector<std::string> before = TakeChartsBefore(arguments);
-  const std::vector<std::string> files = arguments.Files(1, 1);
+  const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) return kWrongUsage;
   if (!CheckReadable(files[0]) || !LoadChartsBefore(before)) return kRefused;
 
@@ -29,8 +29,7 @@ int ChartCommand(Arguments& arguments) {
   PutChart(json, raw, {qlm::WavFile, qlm::BmpFile, qlm::GetFolder(path)});
   PutLog(json);
   const int status = PutFatal(json);
-  json.Print();
-  return status;
+  return Print(json, status);
 }
 
 }  // namespace probe

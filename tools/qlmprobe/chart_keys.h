@@ -1,11 +1,13 @@
 // What a chart's load leaves in memory, as JSON keys.
 #pragma once
 
+#include "base/json.h"
 #include "base/table.h"
 #include "base/text.h"
-#include "tools/qlmprobe/json.h"
 
 namespace probe {
+
+using qlm::Json;
 
 // The files that a chart names, by slot, and its folder.
 struct ChartFiles {

@@ -50,7 +50,7 @@ std::vector<Finding> CheckChart(const std::string& file) {
 
 int CheckCommand(Arguments& arguments) {
   StartEngine(arguments);
-  const std::vector<std::string> files = arguments.Files(1, SIZE_MAX);
+  const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) return kWrongUsage;
 
   bool anything = false;
@@ -76,8 +76,7 @@ int CheckCommand(Arguments& arguments) {
     json.EndObject();
   }
   json.EndArray();
-  json.Print();
-  return anything ? kRefused : kDone;
+  return Print(json, anything ? kRefused : kDone);
 }
 
 }  // namespace probe

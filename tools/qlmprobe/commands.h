@@ -5,6 +5,9 @@
 
 namespace probe {
 
+// Of the sound that `audio` renders.
+constexpr int64_t kLongestSeconds = 3600;
+
 int ChartCommand(Arguments& arguments);
 int CourseCommand(Arguments& arguments);
 int HeaderCommand(Arguments& arguments);

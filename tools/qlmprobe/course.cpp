@@ -12,9 +12,6 @@
 namespace probe {
 namespace {
 
-// The number of songs is a byte.
-constexpr size_t kMostSongs = 255;
-
 void PutSongs(Json& json) {
   json.Key("courseSongs").BeginArray();
   for (const qlm::SongEntry& song : qlm::CourseSongs) {
@@ -46,7 +43,7 @@ int CourseCommand(Arguments& arguments) {
   TakeLoadOptions(arguments);
   const bool raw = arguments.Flag("--raw");
   const std::vector<std::string> before = TakeChartsBefore(arguments);
-  const std::vector<std::string> files = arguments.Files(1, kMostSongs);
+  const std::vector<std::string>& files = arguments.Files();
   for (const std::string& file : files) {
     if (IsCourseFile(file)) arguments.Fail(file + ": course files cannot be read in this version");
   }
@@ -71,8 +68,7 @@ int CourseCommand(Arguments& arguments) {
   PutLog(json);
   PutSongs(json);
   const int status = PutFatal(json);
-  json.Print();
-  return status;
+  return Print(json, status);
 }
 
 }  // namespace probe

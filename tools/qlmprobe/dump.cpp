@@ -90,7 +90,7 @@ bool HasKnownName(TextView path) {
 
 int DumpCommand(Arguments& arguments) {
   StartEngine(arguments);
-  const std::vector<std::string> files = arguments.Files(1, 1);
+  const std::vector<std::string>& files = arguments.Files();
   if (!files.empty() && arguments.Good()) {
     const Text path = GamePath(files[0]);
     if (!IsNamed(path, kSettingsFile) && !IsNamed(path, kKeyFile)) {
@@ -105,15 +105,13 @@ int DumpCommand(Arguments& arguments) {
   if (IsNamed(GamePath(files[0]), kKeyFile)) {
     if (!ReadKeyFile(files[0])) return kRefused;
     PutKeys(json);
-    json.Print();
-    return kDone;
+    return Print(json, kDone);
   }
   qlm::ResetSettings();
   qlm::ResetOptions();
   const qlm::IniText file(platform::ReadFile(GamePath(files[0])).value_or(std::string()));
   PutSettings(json, file);
-  json.Print();
-  return kDone;
+  return Print(json, kDone);
 }
 
 }  // namespace probe

@@ -78,10 +78,10 @@ void StartEngine(Arguments& arguments) {
 }
 
 void TakeLoadOptions(Arguments& arguments) {
-  if (const auto force = arguments.Number("--player-force", 0, 3)) {
+  if (const auto force = arguments.Number("--player-force")) {
     qlm::PlayerForce = static_cast<int32_t>(*force);
   }
-  if (const auto capacity = arguments.Number("--num-objs", 0, 16'777'215)) {
+  if (const auto capacity = arguments.Number("--num-objs")) {
     qlm::numObjs = static_cast<int32_t>(*capacity);
   }
   if (const auto speed = arguments.Value("--real-hispeed")) {
@@ -145,6 +145,21 @@ bool LoadChartsBefore(const std::vector<std::string>& paths) {
     qlm::BMSLoad(GamePath(path));
   }
   return true;
+}
+
+bool WriteOutput(const std::string& text) {
+  const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+  if (std::fflush(stdout) == 0 && whole) return true;
+  std::fputs("qlmprobe: the output cannot be written\n", stderr);
+  return false;
+}
+
+int Print(Json& json, int status) { return WriteOutput(json.Take()) ? status : kRefused; }
+
+int FinishLog(int status) {
+  if (logFile.good()) return status;
+  std::fputs("qlmprobe: the log file cannot be written\n", stderr);
+  return kRefused;
 }
 
 void PutLog(Json& json) {

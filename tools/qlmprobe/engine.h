@@ -6,11 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "base/json.h"
 #include "base/text.h"
 #include "tools/qlmprobe/arguments.h"
-#include "tools/qlmprobe/json.h"
 
 namespace probe {
+
+using qlm::Json;
 
 // The log lines of the run, each with its indent and without its time.
 inline std::vector<qlm::Text> logLines;
@@ -37,6 +39,13 @@ std::string PrintedPath(const std::string& path);
 bool CheckReadable(const std::string& path);
 // Loads charts ahead of the one in question. False when one cannot be read.
 bool LoadChartsBefore(const std::vector<std::string>& paths);
+
+// Writes to standard output. False, and standard error says so, when not all of it can be written.
+bool WriteOutput(const std::string& text);
+// Ends the object and writes it. Gives `status`, or kRefused when it cannot be written.
+int Print(Json& json, int status);
+// Ends the file of --log. Gives `status`, or kRefused when not all lines could be written.
+int FinishLog(int status);
 
 void PutLog(Json& json);
 // The key `fatal`, when something was; gives the exit status that goes with it.

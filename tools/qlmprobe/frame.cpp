@@ -70,13 +70,9 @@ class Photographer : public PlayWatcher {
 
 std::vector<int64_t> TakeMoments(Arguments& arguments) {
   std::vector<int64_t> moments;
-  const std::optional<std::string> list = arguments.Value("--at");
-  if (!list) {
-    arguments.Fail("--at MS[,MS...] is missing");
-    return moments;
-  }
-  for (const qlm::Text& piece : qlm::Split(platform::DecodeUtf8(*list), u",")) {
-    const std::optional<int64_t> moment = ToNumber(platform::EncodeUtf8(piece));
+  const std::string list = arguments.Value("--at").value_or("");
+  for (const qlm::Text& piece : qlm::Split(platform::DecodeUtf8(list), u",")) {
+    const std::optional<int64_t> moment = platform::ToNumber(platform::EncodeUtf8(piece));
     if (!moment || *moment < INT32_MIN || *moment > INT32_MAX) {
       arguments.Fail("--at wants whole numbers of milliseconds with commas between");
       return moments;
@@ -91,14 +87,13 @@ std::vector<int64_t> TakeMoments(Arguments& arguments) {
 int FrameCommand(Arguments& arguments) {
   StartEngine(arguments);
   std::vector<int64_t> moments = TakeMoments(arguments);
-  const std::optional<std::string> prefix = arguments.Value("--out");
-  if (!prefix) arguments.Fail("--out PREFIX is missing");
+  const std::string prefix = arguments.Value("--out").value_or("");
   int status = kDone;
   PlayRequest request = TakePlayRequest(arguments, status);
   if (status != kDone) return status;
   request.frames = true;
 
-  Photographer photographer(std::move(moments), *prefix);
+  Photographer photographer(std::move(moments), prefix);
   qlm::Transcript transcript;
   if (!RunPlay(request, photographer, transcript)) return kRefused;
   if (!fatalMessage) photographer.SaveRest();
@@ -113,8 +108,7 @@ int FrameCommand(Arguments& arguments) {
   }
   json.EndArray();
   status = PutFatal(json);
-  json.Print();
-  return photographer.Failed() ? kRefused : status;
+  return Print(json, photographer.Failed() ? kRefused : status);
 }
 
 }  // namespace probe

@@ -8,7 +8,7 @@ namespace probe {
 
 int HeaderCommand(Arguments& arguments) {
   StartEngine(arguments);
-  const std::vector<std::string> files = arguments.Files(1, 1);
+  const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) return kWrongUsage;
   if (!CheckReadable(files[0])) return kRefused;
 
@@ -29,8 +29,7 @@ int HeaderCommand(Arguments& arguments) {
   json.Put("stageFile", qlm::TextView(song.stageFile));
   json.Put("numWav", song.numWav);
   json.Put("numBmp", song.numBmp);
-  json.Print();
-  return kDone;
+  return Print(json, kDone);
 }
 
 }  // namespace probe

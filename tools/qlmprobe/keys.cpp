@@ -48,8 +48,8 @@ struct NewKey {
 std::optional<NewKey> ToNewKey(const std::string& word) {
   const size_t equals = word.find('=');
   if (equals == std::string::npos) return std::nullopt;
-  const std::optional<int64_t> input = ToNumber(word.substr(0, equals));
-  const std::optional<int64_t> code = ToNumber(word.substr(equals + 1));
+  const std::optional<int64_t> input = platform::ToNumber(word.substr(0, equals));
+  const std::optional<int64_t> code = platform::ToNumber(word.substr(equals + 1));
   if (!input || !code || *input < 1 || *input > qlm::KeyMap.kLast) return std::nullopt;
   if (*code != 0 && !IsMenu(*code) && !IsLane(*code)) return std::nullopt;
   return NewKey{static_cast<int32_t>(*input), static_cast<int16_t>(*code)};
@@ -107,14 +107,13 @@ void PutKeys(Json& json) {
 int KeysCommand(Arguments& arguments) {
   StartEngine(arguments);
   const std::vector<NewKey> keys = TakeNewKeys(arguments);
-  const std::vector<std::string> files = arguments.Files(1, 1);
+  const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) return kWrongUsage;
   const bool done = keys.empty() ? ReadKeyFile(files[0]) : ChangeKeyFile(files[0], keys);
   if (!done) return kRefused;
   Json json;
   PutKeys(json);
-  json.Print();
-  return kDone;
+  return Print(json, kDone);
 }
 
 }  // namespace probe

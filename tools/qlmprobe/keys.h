@@ -3,9 +3,11 @@
 
 #include <string>
 
-#include "tools/qlmprobe/json.h"
+#include "base/json.h"
 
 namespace probe {
+
+using qlm::Json;
 
 // Takes a key file into KeyMap. False when it cannot be read: standard error then says so.
 bool ReadKeyFile(const std::string& file);

@@ -1,138 +1,221 @@
-// The probe's program: picks the command.
+// The probe's program: its commands with their options, and the running of one.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <string>
 #include <vector>
 
+#include "platform/arguments.h"
 #include "platform/text.h"
 #include "shell/version.h"
-#include "tools/qlmprobe/arguments.h"
 #include "tools/qlmprobe/commands.h"
+#include "tools/qlmprobe/engine.h"
 
 namespace {
 
-struct Command {
-  std::string_view name;
-  int (*run)(probe::Arguments& arguments);
-  std::string_view usage;  // the lines that --help shows
-};
+using Options = std::vector<platform::Option>;
 
-constexpr std::string_view kLoadOptions =
-    "  --player-force N    0 as the chart says, 1 to 1P, 2 to 2P, 3 to double play\n"
-    "  --random            lanes permuted while reading\n"
-    "  --4d                a speed of its own for each note\n"
-    "  --no-bga, --no-wav  as the settings of these names\n"
-    "  --num-objs N        highest index of the object table (65535)\n"
-    "  --hazard            the gauge that starts full\n"
-    "  --preview           loads as for a preview\n"
-    "  --real-hispeed X    tempo factor (1)\n"
-    "  --before FILE       loads this chart first, in the same run; may be repeated\n";
-
-constexpr std::string_view kPlayOptions =
-    "  --events FILE       keys from this file: lines \"MS down KEY\" or \"MS up KEY\"; without it the\n"
-    "                      machine plays\n"
-    "  --set NAME=VALUE    a setting or a play option, as in --set HiSpeed=2; may be repeated\n"
-    "  --skin FILE.brd     plays with this skin; without it frame takes the stock skins, the others none\n"
-    "  --fps N             turns a second (60)\n"
-    "  --limit MS          stops the play at this time of the chart\n";
-
-constexpr Command kCommands[] = {
-    {"chart", probe::ChartCommand,
-     "qlmprobe chart FILE [OPTION]...\n"
-     "What one chart load leaves in memory, and the log of the load.\n"
-     "  --raw               stops behind the reader\n"},
-    {"course", probe::CourseCommand,
-     "qlmprobe course FILE... [OPTION]...\n"
-     "The same for charts joined as a course.\n"
-     "  --raw               stops behind the last song's read\n"},
-    {"header", probe::HeaderCommand,
-     "qlmprobe header FILE\n"
-     "The list entry that the library's header read makes.\n"},
-    {"play", probe::PlayCommand,
-     "qlmprobe play FILE [OPTION]...\n"
-     "A whole play on the virtual clock: figures, starts of sounds, tempo changes.\n"},
-    {"frame", probe::FrameCommand,
-     "qlmprobe frame FILE --at MS[,MS...] --out PREFIX [OPTION]...\n"
-     "Writes PREFIX-MS.png for each moment of a play: the frame as presented.\n"},
-    {"audio", probe::AudioCommand,
-     "qlmprobe audio FILE --out OUT.wav [OPTION]...\n"
-     "The sound of a play as 16-bit stereo at 44100 Hz.\n"
-     "  --seconds N         at most this much\n"},
-    {"check", probe::CheckCommand,
-     "qlmprobe check FILE...\n"
-     "What in a chart the game will not play as its author means it, with line numbers.\n"
-     "Exit status 0 when nothing was found, 1 otherwise.\n"},
-    {"skin", probe::SkinCommand,
-     "qlmprobe skin FILE.brd [OPTION]...\n"
-     "All tables that a skin fills, and what its author would want to know, with line numbers.\n"
-     "  --scratch1p 0|1, --scratch2p 0|1\n"
-     "                      1 with the side's turntable on the right\n"
-     "  --side-count N      for 1 or 2 sides (1)\n"},
-    {"keys", probe::KeysCommand,
-     "qlmprobe keys FILE [--set INPUT=CODE]...\n"
-     "A key file by what its keys do.\n"
-     "  --set INPUT=CODE    first has an input do something else, and writes the file; a new file\n"
-     "                      starts from the default keys. May be repeated\n"},
-    {"dump", probe::DumpCommand,
-     "qlmprobe dump qlm_conf.ini|qlm_keycnf.dat\n"
-     "The settings that the game takes from a settings file, and what it does not take; or a key\n"
-     "file by what its keys do.\n"},
-};
-
-void PrintHelp(const Command* command) {
-  std::puts(
-      "qlmprobe - the engine of quillmarch from the command line: one JSON object on standard output\n");
-  for (const Command& each : kCommands) {
-    if (command != nullptr && command != &each) continue;
-    std::printf("%.*s\n", static_cast<int>(each.usage.size()), each.usage.data());
-  }
-  const auto group = [&](std::string_view heading, std::string_view options, std::string_view names) {
-    if (command != nullptr && names.find(command->name) == std::string_view::npos) return;
-    std::printf("%.*s\n%.*s\n", static_cast<int>(heading.size()), heading.data(),
-                static_cast<int>(options.size()), options.data());
+Options LoadOptions() {
+  const std::string group = "Options of a chart's load";
+  return {
+      {.name = "--player-force",
+       .value = "N",
+       .help = "0 as the chart says, 1 to 1P, 2 to 2P, 3 to double play",
+       .group = group,
+       .range = platform::WholeRange{0, 3}},
+      {.name = "--random", .help = "lanes permuted while reading", .group = group},
+      {.name = "--4d", .help = "a speed of its own for each note", .group = group},
+      {.name = "--no-bga", .help = "as the setting of this name", .group = group},
+      {.name = "--no-wav", .help = "as the setting of this name", .group = group},
+      {.name = "--num-objs",
+       .value = "N",
+       .help = "highest index of the object table (65535)",
+       .group = group,
+       .range = platform::WholeRange{0, 16'777'215}},
+      {.name = "--hazard", .help = "the gauge that starts full", .group = group},
+      {.name = "--preview", .help = "loads as for a preview", .group = group},
+      {.name = "--real-hispeed", .value = "X", .help = "tempo factor (1)", .group = group},
+      {.name = "--before",
+       .value = "FILE",
+       .help = "loads this chart first, in the same run; may be repeated",
+       .group = group,
+       .repeatable = true},
   };
-  group("Options of chart, course, play, frame and audio:", kLoadOptions, "chart course play frame audio");
-  group("Options of play, frame and audio:", kPlayOptions, "play frame audio");
-  std::puts(
-      "Options of every command:\n"
-      "  --data DIR          the folder that holds _qlmfiles (the program's own)\n"
-      "  --log FILE          writes the log lines of the run to this file\n"
-      "  --rnd 0.1,0.9,...   these numbers in place of random ones, again and again\n"
-      "\n"
-      "Exit status: 0 done, 1 the file cannot be read or is refused, 2 wrong usage.");
 }
 
-bool Asks(const std::vector<std::string>& words, std::string_view option) {
-  for (const std::string& word : words) {
-    if (word == option) return true;
-  }
-  return false;
+Options PlayOptions() {
+  const std::string group = "Options of a play";
+  return {
+      {.name = "--events",
+       .value = "FILE",
+       .help = "keys from this file: lines \"MS down KEY\" or \"MS up KEY\"; without it\n"
+               "the machine plays",
+       .group = group},
+      {.name = "--set",
+       .value = "NAME=VALUE",
+       .help = "a setting or a play option, as in --set HiSpeed=2; may be repeated",
+       .group = group,
+       .repeatable = true},
+      {.name = "--skin",
+       .value = "FILE.brd",
+       .help = "plays with this skin; without it frame takes the stock skins, the others\n"
+               "none",
+       .group = group},
+      {.name = "--fps",
+       .value = "N",
+       .help = "turns a second (60)",
+       .group = group,
+       .range = platform::WholeRange{1, 1000}},
+      {.name = "--limit",
+       .value = "MS",
+       .help = "stops the play at this time of the chart",
+       .group = group,
+       .range = platform::WholeRange{0, INT32_MAX}},
+  };
+}
+
+Options CommonOptions() {
+  const std::string group = "Options of every command";
+  return {
+      {.name = "--data",
+       .value = "DIR",
+       .help = "the folder that holds _qlmfiles (the program's own)",
+       .group = group},
+      {.name = "--log",
+       .value = "FILE",
+       .help = "writes the log lines of the run to this file",
+       .group = group},
+      {.name = "--rnd",
+       .value = "0.1,0.9,...",
+       .help = "these numbers in place of random ones, again and again",
+       .group = group},
+  };
+}
+
+struct Command {
+  platform::Command words;
+  int (*run)(probe::Arguments& arguments);
+};
+
+// The options of a command: its own and those that others have too.
+Options Joined(const std::vector<Options>& parts) {
+  Options joined;
+  for (const Options& part : parts) joined.insert(joined.end(), part.begin(), part.end());
+  return joined;
+}
+
+std::vector<Command> Commands() {
+  const Options load = LoadOptions(), play = PlayOptions(), common = CommonOptions();
+  const auto flag = [](const char* name, const char* help) {
+    return platform::Option{.name = name, .help = help};
+  };
+  const auto needed = [](const char* name, const char* value, const char* help) {
+    return platform::Option{.name = name, .value = value, .help = help, .required = true};
+  };
+  const auto number = [](const char* name, const char* help, int64_t least, int64_t most) {
+    return platform::Option{
+        .name = name, .value = "N", .help = help, .range = platform::WholeRange{least, most}};
+  };
+  constexpr size_t kMostSongs = 255;  // of a course: their number is a byte
+  return {
+      {{"chart", "What one chart load leaves in memory, and the log of the load.", "FILE [OPTION]...", 1,
+        Joined({{flag("--raw", "stops behind the reader")}, load, common})},
+       probe::ChartCommand},
+      {{"course", "The same for charts joined as a course.", "FILE... [OPTION]...", kMostSongs,
+        Joined({{flag("--raw", "stops behind the last song's read")}, load, common})},
+       probe::CourseCommand},
+      {{"header", "The list entry that the library's header read makes.", "FILE [OPTION]...", 1, common},
+       probe::HeaderCommand},
+      {{"play", "A whole play on the virtual clock: figures, starts of sounds, tempo changes.",
+        "FILE [OPTION]...", 1, Joined({play, load, common})},
+       probe::PlayCommand},
+      {{"frame", "Pictures of a play: for each moment the frame as presented.",
+        "FILE --at MS[,MS...] --out PREFIX [OPTION]...", 1,
+        Joined({{needed("--at", "MS[,MS...]", "the moments, on the chart's clock"),
+                 needed("--out", "PREFIX", "writes PREFIX-MS.png for each")},
+                play,
+                load,
+                common})},
+       probe::FrameCommand},
+      {{"audio", "The sound of a play as 16-bit stereo at 44100 Hz.", "FILE --out OUT.wav [OPTION]...", 1,
+        Joined({{needed("--out", "OUT.wav", "the file to write"),
+                 number("--seconds", "at most this much", 1, probe::kLongestSeconds)},
+                play,
+                load,
+                common})},
+       probe::AudioCommand},
+      {{"check",
+        "What in a chart the game will not play as its author means it, with line numbers.\n"
+        "Exit status 0 when nothing was found, 1 otherwise.",
+        "FILE... [OPTION]...", SIZE_MAX, common},
+       probe::CheckCommand},
+      {{"skin", "All tables that a skin fills, and what its author would want to know, with line numbers.",
+        "FILE.brd [OPTION]...", 1,
+        Joined({{number("--scratch1p", "1 with the first side's turntable on the right", 0, 1),
+                 number("--scratch2p", "1 with the second side's turntable on the right", 0, 1),
+                 number("--side-count", "for 1 or 2 sides (1)", 1, 2)},
+                common})},
+       probe::SkinCommand},
+      {{"keys", "A key file by what its keys do, and the making of one.", "FILE [--set INPUT=CODE]...", 1,
+        Joined({Options{{.name = "--set",
+                         .value = "INPUT=CODE",
+                         .help = "first has an input do something else, and writes the file; a new\n"
+                                 "file starts from the default keys. May be repeated",
+                         .repeatable = true}},
+                common})},
+       probe::KeysCommand},
+      {{"dump",
+        "A file of the game in plain words: qlm_conf.ini or qlm_keycnf.dat.\n"
+        "The settings that the game takes from a settings file, and what it does not take; or a key\n"
+        "file by what its keys do.",
+        "FILE [OPTION]...", 1, common},
+       probe::DumpCommand},
+  };
+}
+
+platform::Program ProbeProgram(const std::vector<Command>& commands) {
+  platform::Program program;
+  program.name = "qlmprobe";
+  program.version = "qlmprobe " + platform::EncodeUtf8(qlm::VersionText());
+  program.help =
+      "qlmprobe - the engine of quillmarch from the command line: one JSON object on standard output";
+  program.usage = "COMMAND FILE [OPTION]...";
+  program.footer =
+      "qlmprobe COMMAND --help tells the options of a command.\n"
+      "Exit status: 0 done, 1 the file cannot be read or is refused, or the output cannot be\n"
+      "written, 2 wrong usage.";
+  for (const Command& command : commands) program.commands.push_back(command.words);
+  return program;
+}
+
+// The streams of a program may be closed when it starts. The next file to be opened would then get such a
+// stream's number, and what is printed would go into that file.
+void HoldStandardStreams() {
+  int stream = 0;
+  do {
+    stream = open("/dev/null", O_RDWR);
+  } while (stream >= 0 && stream <= STDERR_FILENO);
+  close(stream);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::vector<std::string> words(argv + (argc > 0 ? 1 : 0), argv + argc);
-  const Command* command = nullptr;
-  for (const Command& each : kCommands) {
-    if (!words.empty() && words.front() == each.name) command = &each;
+  const bool closed = fcntl(STDOUT_FILENO, F_GETFD) < 0;
+  HoldStandardStreams();
+  if (closed) {
+    std::fputs("qlmprobe: the output cannot be written: it is closed\n", stderr);
+    return probe::kRefused;
   }
-  if (Asks(words, "--help")) {
-    PrintHelp(command);
-    return probe::kDone;
+  const std::vector<std::string> words(argv + (argc > 0 ? 1 : 0), argv + argc);
+  const std::vector<Command> commands = Commands();
+  platform::Arguments read = platform::ReadArguments(ProbeProgram(commands), words);
+  if (!read.answer.empty()) return probe::WriteOutput(read.answer) ? probe::kDone : probe::kRefused;
+  probe::Arguments arguments(std::move(read));
+  if (!arguments.Good()) return probe::kWrongUsage;
+  for (const Command& command : commands) {
+    if (command.words.name == arguments.Command()) return probe::FinishLog(command.run(arguments));
   }
-  if (Asks(words, "--version")) {
-    std::printf("qlmprobe %s\n", platform::EncodeUtf8(qlm::VersionText()).c_str());
-    return probe::kDone;
-  }
-  if (command == nullptr) {
-    const bool later = !words.empty() && Asks({"title"}, words.front());
-    std::fprintf(stderr, "qlmprobe: %s; see qlmprobe --help\n",
-                 words.empty() ? "a command is missing"
-                 : later       ? ("the command " + words.front() + " does not work in this version").c_str()
-                               : ("there is no command " + words.front()).c_str());
-    return probe::kWrongUsage;
-  }
-  words.erase(words.begin());
-  probe::Arguments arguments(std::move(words));
-  return command->run(arguments);
+  return probe::kWrongUsage;
 }

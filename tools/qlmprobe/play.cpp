@@ -91,8 +91,7 @@ int PlayCommand(Arguments& arguments) {
   PutFigures(json, transcript);
   PutTranscript(json, transcript);
   status = PutFatal(json);
-  json.Print();
-  return status;
+  return Print(json, status);
 }
 
 }  // namespace probe

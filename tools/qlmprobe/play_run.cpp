@@ -112,17 +112,15 @@ bool ReadEvents(const std::string& file, std::vector<KeyEvent>& events) {
 PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   PlayRequest taken;
   TakeLoadOptions(arguments);
-  for (const char* const option : {"--record", "--replay"}) arguments.Refuse(option);
   const std::optional<std::string> skin = arguments.Value("--skin");
   taken.before = TakeChartsBefore(arguments);
   const std::optional<std::string> eventsFile = arguments.Value("--events");
   // Without hands at the keys the machine plays, unless it is told not to.
   qlm::DEMOMode = !eventsFile;
   const std::optional<std::string> keyFile = TakeSettings(arguments);
-  if (const auto rate = arguments.Number("--fps", 1, 1000))
-    taken.turnsPerSecond = static_cast<int32_t>(*rate);
-  if (const auto limit = arguments.Number("--limit", 0, INT32_MAX)) taken.limit = *limit;
-  const std::vector<std::string> files = arguments.Files(1, 1);
+  if (const auto rate = arguments.Number("--fps")) taken.turnsPerSecond = static_cast<int32_t>(*rate);
+  if (const auto limit = arguments.Number("--limit")) taken.limit = *limit;
+  const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) {
     status = kWrongUsage;
     return taken;

@@ -173,11 +173,10 @@ void PutFilesAndWarnings(Json& json, const qlm::SkinReport& report) {
 
 int SkinCommand(Arguments& arguments) {
   StartEngine(arguments);
-  if (const auto right = arguments.Number("--scratch1p", 0, 1)) qlm::SCRATCH1P = *right != 0;
-  if (const auto right = arguments.Number("--scratch2p", 0, 1)) qlm::SCRATCH2P = *right != 0;
-  if (const auto sides = arguments.Number("--side-count", 1, 2))
-    qlm::SideCount = static_cast<int32_t>(*sides);
-  const std::vector<std::string> files = arguments.Files(1, 1);
+  if (const auto right = arguments.Number("--scratch1p")) qlm::SCRATCH1P = *right != 0;
+  if (const auto right = arguments.Number("--scratch2p")) qlm::SCRATCH2P = *right != 0;
+  if (const auto sides = arguments.Number("--side-count")) qlm::SideCount = static_cast<int32_t>(*sides);
+  const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) return kWrongUsage;
   if (!CheckReadable(files[0])) return kRefused;
 
@@ -192,8 +191,7 @@ int SkinCommand(Arguments& arguments) {
   PutPlaces(json);
   PutSingleValues(json);
   PutFilesAndWarnings(json, report);
-  json.Print();
-  return kDone;
+  return Print(json, kDone);
 }
 
 }  // namespace probe

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <concepts>
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,11 +12,16 @@
 #include "base/text.h"
 #include "platform/text.h"
 
-namespace probe {
+namespace qlm {
+
+enum class JsonLayout {
+  kLines,  // keys of the outer object, entries of what they hold, and objects in lists on lines of their own
+  kOneLine,  // everything in one line
+};
 
 class Json {
  public:
-  Json() { Open('{'); }
+  explicit Json(JsonLayout layout = JsonLayout::kLines) : layout_(layout) { Open('{'); }
 
   Json& Key(std::string_view key) {
     Separate(depth_ <= 2);
@@ -26,7 +30,7 @@ class Json {
     afterKey_ = true;
     return *this;
   }
-  void Value(qlm::TextView text) {
+  void Value(TextView text) {
     Separate(depth_ == 2);
     Quote(platform::EncodeUtf8(text));
   }
@@ -45,7 +49,7 @@ class Json {
   }
   // Reads back to the same value of its own width. What is no number stands as a string.
   void Value(std::floating_point auto number) {
-    const std::string digits = platform::EncodeUtf8(qlm::ToText(number));
+    const std::string digits = platform::EncodeUtf8(ToText(number));
     Separate(false);
     if (std::isfinite(number)) {
       text_ += digits;
@@ -82,54 +86,16 @@ class Json {
   }
   void EndArray() { Close(']'); }
 
-  // Ends the object and writes it to standard output.
-  void Print() {
-    Close('}');
-    text_ += '\n';
-    std::fwrite(text_.data(), 1, text_.size(), stdout);
-  }
+  // Ends the object and gives it, with a line end.
+  std::string Take();
 
  private:
-  // Keys of the outer object, entries of what they hold, and objects in lists stand on lines of their own.
-  void Separate(bool ownLine) {
-    if (afterKey_) {
-      afterKey_ = false;
-      return;
-    }
-    if (!empty_) text_ += ownLine ? "," : ", ";
-    if (ownLine) text_.append("\n").append(static_cast<size_t>(depth_) * 2, ' ');
-    if (ownLine) wide_.back() = true;
-    empty_ = false;
-  }
-  void Open(char bracket) {
-    text_ += bracket;
-    ++depth_;
-    wide_.push_back(false);
-    empty_ = true;
-  }
-  void Close(char bracket) {
-    const bool wide = wide_.back();
-    wide_.pop_back();
-    --depth_;
-    if (wide) text_.append("\n").append(static_cast<size_t>(depth_) * 2, ' ');
-    text_ += bracket;
-    empty_ = false;
-  }
-  void Quote(std::string_view utf8) {
-    text_ += '"';
-    for (const char byte : utf8) {
-      if (byte == '"' || byte == '\\') text_ += '\\';
-      if (static_cast<unsigned char>(byte) >= 0x20) {
-        text_ += byte;
-        continue;
-      }
-      std::array<char, 8> escaped{};
-      std::snprintf(escaped.data(), escaped.size(), "\\u%04x", static_cast<unsigned>(byte));
-      text_ += escaped.data();
-    }
-    text_ += '"';
-  }
+  void Separate(bool ownLine);
+  void Open(char bracket);
+  void Close(char bracket);
+  void Quote(std::string_view utf8);
 
+  JsonLayout layout_;
   std::string text_;
   int depth_ = 0;
   bool empty_ = true;  // nothing stands yet in the innermost bracket
@@ -137,4 +103,4 @@ class Json {
   std::vector<bool> wide_;  // by bracket: entries stand on lines of their own
 };
 
-}  // namespace probe
+}  // namespace qlm
