@@ -12,6 +12,7 @@
 #include "sound/slots.h"
 #include "state/chart.h"
 #include "state/options.h"
+#include "tools/media_files/wav.h"
 
 namespace {
 
@@ -19,17 +20,7 @@ using namespace qlm;
 
 // A stereo sound of 16 bits.
 std::string WavOf(uint32_t frames) {
-  const auto little = [](uint32_t value, int bytes) {
-    std::string out;
-    for (int i = 0; i < bytes; ++i) out += static_cast<char>(value >> (8 * i) & 255);
-    return out;
-  };
-  const uint32_t size = frames * 4;
-  std::string bytes = "RIFF" + little(size + 36, 4) + "WAVEfmt " + little(16, 4) + little(1, 2) +
-                      little(2, 2) + little(44100, 4) + little(176400, 4) + little(4, 2) + little(16, 2) +
-                      "data" + little(size, 4);
-  bytes.append(size, '\x11');
-  return bytes;
+  return media::WavBytes(std::vector<int16_t>(size_t{2} * frames, 0x1111), 2, 44100);
 }
 
 void NameSounds(const BenchGame& game, uint32_t frames) {

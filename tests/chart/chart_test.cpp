@@ -8,6 +8,7 @@
 #include "state/chart.h"
 #include "state/options.h"
 #include "state/settings.h"
+#include "tools/media_files/bmp.h"
 
 namespace qlm {
 
@@ -60,27 +61,7 @@ std::vector<std::string> ChartTest::ObjsOf(int32_t channel) {
   return all;
 }
 
-std::string ChartTest::TinyBitmap() {
-  // File header (14 bytes), picture header (40), one row of two pixels in 24 bits, filled to 8 bytes.
-  std::string bytes = "BM";
-  const auto put = [&](uint32_t value, int width) {
-    for (int i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * i) & 255);
-  };
-  put(62, 4);
-  put(0, 4);
-  put(54, 4);
-  put(40, 4);
-  put(2, 4);
-  put(1, 4);
-  put(1, 2);
-  put(24, 2);
-  put(0, 4);
-  put(8, 4);
-  for (int i = 0; i < 4; ++i) put(0, 4);
-  put(0x00FFFFFF, 4);
-  put(0, 4);
-  return bytes;
-}
+std::string ChartTest::TinyBitmap() { return media::BmpOf({{0xFFFFFF, 0}}); }
 
 int64_t ChartTest::CountLogged(TextView words) const {
   return std::count_if(log.begin(), log.end(), [&](const Text& line) { return Trim(line) == words; });

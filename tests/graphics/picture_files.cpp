@@ -1,4 +1,4 @@
-// Small pictures, written byte by byte.
+// Small pictures, and the open display.
 #include "tests/graphics/picture_files.h"
 
 #include "graphics/display.h"
@@ -6,33 +6,6 @@
 #include "state/settings.h"
 
 namespace qlm {
-namespace {
-
-void Put(std::string& bytes, uint32_t value, int count) {
-  for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> 8 * i & 255);
-}
-
-}  // namespace
-
-std::string BmpOf(const std::vector<std::vector<Colour>>& rows) {
-  const auto width = static_cast<uint32_t>(rows.front().size());
-  std::string bytes = "BM";
-  for (const uint32_t value : {0U, 0U, 54U, 40U, width, static_cast<uint32_t>(rows.size())})
-    Put(bytes, value, 4);
-  Put(bytes, 1, 2);
-  Put(bytes, 24, 2);
-  bytes.append(24, '\0');
-  for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-    for (const Colour colour : *row) Put(bytes, colour, 3);
-    bytes.append(width % 4, '\0');
-  }
-  return bytes;
-}
-
-std::string SolidBmp(int32_t width, int32_t height, Colour colour) {
-  return BmpOf({static_cast<size_t>(height), std::vector<Colour>(static_cast<size_t>(width), colour)});
-}
-
 SurfacePtr Solid(int32_t width, int32_t height, Colour colour) {
   auto surface = std::make_shared<Surface>(width, height);
   surface->Fill(surface->Bounds(), colour);

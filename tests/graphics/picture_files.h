@@ -7,15 +7,14 @@
 
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
+#include "tools/media_files/bmp.h"
 
 namespace qlm {
 
 using platform::Colour;
 
-// A 24-bit BMP of one colour.
-std::string SolidBmp(int32_t width, int32_t height, Colour colour);
-// A 24-bit BMP of these rows, top to bottom, all of one length.
-std::string BmpOf(const std::vector<std::vector<Colour>>& rows);
+using media::BmpOf;
+using media::SolidBmp;
 
 // A surface of one colour.
 SurfacePtr Solid(int32_t width, int32_t height, Colour colour);

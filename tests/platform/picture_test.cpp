@@ -10,6 +10,8 @@
 #include <iterator>
 #include <vector>
 
+#include "tools/media_files/bmp.h"
+
 namespace platform {
 namespace {
 
@@ -34,38 +36,11 @@ void Put32(Bytes& bytes, uint32_t value) {
 }
 void PutAll(Bytes& bytes, const Bytes& more) { bytes.insert(bytes.end(), more.begin(), more.end()); }
 
-struct Bmp {
-  int32_t width = 0;
-  int32_t height = 0;
-  uint32_t bits = 0;
-  uint32_t compression = 0;
-  std::vector<uint32_t> table{};  // palette, or masks
-  Bytes data{};                   // rows from the bottom up, each filled up to 4 bytes
-  uint32_t coloursUsed = 0;
-};
+using Bmp = media::BmpFile;
 
 Bytes FileOf(const Bmp& bmp) {
-  Bytes bytes{'B', 'M'};
-  const auto offset = static_cast<uint32_t>(54 + 4 * bmp.table.size());
-  Put32(bytes, offset + static_cast<uint32_t>(bmp.data.size()));
-  Put32(bytes, 0);
-  Put32(bytes, offset);
-  Put32(bytes, 40);
-  Put32(bytes, static_cast<uint32_t>(bmp.width));
-  Put32(bytes, static_cast<uint32_t>(bmp.height));
-  Put16(bytes, 1);
-  Put16(bytes, bmp.bits);
-  Put32(bytes, bmp.compression);
-  for (int i = 0; i < 3; ++i) {
-    Put32(bytes, 0);
-  }
-  Put32(bytes, bmp.coloursUsed);
-  Put32(bytes, 0);
-  for (const uint32_t entry : bmp.table) {
-    Put32(bytes, entry);
-  }
-  PutAll(bytes, bmp.data);
-  return bytes;
+  const std::string bytes = bmp.Bytes();
+  return {bytes.begin(), bytes.end()};
 }
 
 TEST(DecodeBmp, OneBit) {

@@ -15,6 +15,7 @@
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
+#include "tools/media_files/wav.h"
 
 namespace qlm {
 namespace {
@@ -23,10 +24,6 @@ constexpr uint32_t kRate = 22050;
 std::function<void(int32_t)> handOfFrame;
 uint32_t frameMs = 0;
 int32_t framesShown = 0;
-
-void AppendLittle(std::string& bytes, uint32_t value, int size) {
-  for (int i = 0; i < size; ++i) bytes.push_back(static_cast<char>(value >> (8 * i) & 255));
-}
 
 }  // namespace
 
@@ -130,20 +127,7 @@ int32_t PlayTest::LinesBeginning(TextView words) const {
 }
 
 std::string WavBytes(int32_t ms) {
-  const auto data = static_cast<uint32_t>(ms) * kRate / 1000 * 2;
-  std::string bytes = "RIFF";
-  AppendLittle(bytes, 36 + data, 4);
-  bytes += "WAVEfmt ";
-  AppendLittle(bytes, 16, 4);
-  AppendLittle(bytes, 1, 2);
-  AppendLittle(bytes, 1, 2);
-  AppendLittle(bytes, kRate, 4);
-  AppendLittle(bytes, kRate * 2, 4);
-  AppendLittle(bytes, 2, 2);
-  AppendLittle(bytes, 16, 2);
-  bytes += "data";
-  AppendLittle(bytes, data, 4);
-  return bytes.append(data, '\0');
+  return media::WavBytes(std::vector<int16_t>(static_cast<size_t>(ms) * kRate / 1000), 1, kRate);
 }
 
 }  // namespace qlm

@@ -16,6 +16,7 @@
 #include "tests/support/game_test.h"
 #include "tests/support/process.h"
 #include "tests/support/x_display.h"
+#include "tools/media_files/bmp.h"
 
 namespace qlm {
 namespace {
@@ -24,17 +25,11 @@ namespace fs = std::filesystem;
 
 // A 24-bit BMP of 256 by 256 whose four quarters have these colours.
 std::string QuarteredBmp(const std::array<platform::Colour, 4>& colours) {
-  const auto number = [](uint32_t value, int bytes) {
-    std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 255);
-    return text;
-  };
-  std::string bmp = "BM" + number(54 + 256 * 256 * 3, 4) + number(0, 4) + number(54, 4) + number(40, 4) +
-                    number(256, 4) + number(256, 4) + number(1, 2) + number(24, 2) + std::string(24, '\0');
-  for (int y = 255; y >= 0; --y) {  // the lowest row stands first
-    for (int x = 0; x < 256; ++x) bmp += number(colours[static_cast<size_t>(y / 128 * 2 + x / 128)], 3);
+  std::vector<std::vector<uint32_t>> rows(256, std::vector<uint32_t>(256));
+  for (size_t y = 0; y < 256; ++y) {
+    for (size_t x = 0; x < 256; ++x) rows[y][x] = colours[y / 128 * 2 + x / 128];
   }
-  return bmp;
+  return media::BmpOf(rows);
 }
 
 constexpr std::array<platform::Colour, 4> kQuarters = {0xC02020, 0x20C020, 0x2020C0, 0xC0C020};

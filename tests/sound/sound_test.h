@@ -9,34 +9,17 @@
 
 #include "platform/sound_device.h"
 #include "tests/support/game_test.h"
+#include "tools/media_files/wav.h"
 
 namespace qlm {
 
 using Samples = std::vector<int16_t>;
 
-// The bytes of a sound file.
-struct WavFileBytes {
-  std::string form = "RIFF";
-  std::string kind = "WAVE";
-  std::string formatId = "fmt ";
-  uint16_t tag = 1;
-  uint16_t channels = 1;
-  uint32_t rate = 44100;
-  uint32_t bytesPerSecond = 88200;
-  uint16_t align = 2;
-  uint16_t bits = 16;
-  uint32_t formatSize = 16;  // as the header says
-  std::string moreFormat;    // behind the 16 bytes of the format
-  std::string chunks;        // between the format and the data
-  std::string dataId = "data";
-  std::string data;
-  int64_t dataSize = -1;  // as the header says; -1 is the true one
+using media::Little;
+using media::SampleBytes;
+using WavFileBytes = media::WavFile;
 
-  std::string Bytes() const;
-};
 std::string Chunk(std::string_view id, std::string_view body, bool padded = false);
-std::string Little(uint32_t value, int bytes);
-std::string SampleBytes(const Samples& samples);
 // A mono file of 16 bits.
 std::string MonoWav(const Samples& samples, uint32_t rate = 44100);
 

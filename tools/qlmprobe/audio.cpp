@@ -7,6 +7,7 @@
 
 #include "platform/sound_device.h"
 #include "state/skin.h"
+#include "tools/media_files/wav.h"
 #include "tools/qlmprobe/commands.h"
 #include "tools/qlmprobe/engine.h"
 #include "tools/qlmprobe/play_run.h"
@@ -16,7 +17,6 @@ namespace {
 
 constexpr int64_t kRate = 44100;
 constexpr int64_t kChannels = 2;
-constexpr uint32_t kHeaderBytes = 44;
 
 // Frames of sound before a moment; below 0 in the pre-roll.
 int64_t FramesAt(int64_t ms) {
@@ -49,25 +49,9 @@ class Recorder : public PlayWatcher {
   std::vector<int16_t> samples_;
 };
 
-std::string Number(uint64_t value, int bytes) {
-  std::string text;
-  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> (8 * i) & 255);
-  return text;
-}
-
 bool WriteWav(const std::string& file, const std::vector<int16_t>& samples) {
-  const uint64_t bytes = samples.size() * 2;
   std::ofstream out(file, std::ios::binary | std::ios::trunc);
-  out << "RIFF" << Number(kHeaderBytes - 8 + bytes, 4) << "WAVEfmt " << Number(16, 4) << Number(1, 2)
-      << Number(kChannels, 2) << Number(kRate, 4) << Number(kRate * kChannels * 2, 4)
-      << Number(kChannels * 2, 2) << Number(16, 2) << "data" << Number(bytes, 4);
-  std::string data;
-  data.reserve(bytes);
-  for (const int16_t sample : samples) {
-    data += static_cast<char>(sample & 255);
-    data += static_cast<char>(sample >> 8 & 255);
-  }
-  out << data << std::flush;
+  out << media::WavBytes(samples, kChannels, kRate) << std::flush;
   return out.good();
 }
 
