@@ -1,9 +1,7 @@
 // Running of a play turn by turn.
 #include "tools/qlmprobe/play_run.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <sstream>
 
 #include "base/hooks.h"
 #include "chart/loading.h"
@@ -24,8 +22,6 @@
 
 namespace probe {
 namespace {
-
-constexpr int32_t kKeyNumbers = 401;
 
 // The play that runs.
 const PlayRequest* request = nullptr;
@@ -56,42 +52,6 @@ uint32_t NextTurn(uint32_t now) {
   const int64_t next = TurnTime(++turn);
   watcher->TurnOver(time, next);
   return now + static_cast<uint32_t>(next - time);
-}
-
-// "MS down KEY" or "MS up KEY", one a line.
-std::optional<std::vector<KeyEvent>> ParseEvents(const std::string& text, std::string& wrong) {
-  std::vector<KeyEvent> events;
-  std::istringstream lines(text);
-  int64_t number = 0;
-  for (std::string line; std::getline(lines, line);) {
-    ++number;
-    std::istringstream words(line);
-    KeyEvent event;
-    std::string way;
-    std::string rest;
-    if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-    if (!(words >> event.time >> way >> event.key) || (way != "down" && way != "up") || words >> rest ||
-        event.key < 0 || event.key >= kKeyNumbers) {
-      wrong = "line " + std::to_string(number) + " is not \"MS down KEY\" or \"MS up KEY\"";
-      return std::nullopt;
-    }
-    event.down = way == "down";
-    events.push_back(event);
-  }
-  return events;
-}
-
-// The turn that serves an event of this time: the first one at or behind it.
-int64_t ServingTurn(int64_t time, int32_t turnsPerSecond) {
-  constexpr int64_t kNever = INT64_MAX / 2000;
-  return (std::clamp<int64_t>(time, 0, kNever) * turnsPerSecond + 999) / 1000;
-}
-
-// A file need not be in the order of its times: each turn serves what is due by then, as the file has it.
-void OrderByTurns(std::vector<KeyEvent>& events, int32_t turnsPerSecond) {
-  std::stable_sort(events.begin(), events.end(), [&](const KeyEvent& a, const KeyEvent& b) {
-    return ServingTurn(a.time, turnsPerSecond) < ServingTurn(b.time, turnsPerSecond);
-  });
 }
 
 bool ReadEvents(const std::string& file, std::vector<KeyEvent>& events) {

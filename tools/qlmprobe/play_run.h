@@ -7,15 +7,9 @@
 
 #include "state/transcript.h"
 #include "tools/qlmprobe/arguments.h"
+#include "tools/qlmprobe/events.h"
 
 namespace probe {
-
-// An event of an events file.
-struct KeyEvent {
-  int64_t time = 0;  // ms on the chart's clock
-  bool down = false;
-  int32_t key = 0;
-};
 
 struct PlayRequest {
   std::string file;
