@@ -201,9 +201,13 @@ TEST_F(Present, ARestBelowNothingIsNone) {
 
 TEST_F(Present, GoesOnWithoutSurfaces) {
   hooks.framePresented = nullptr;
+  hooks.pumped = [] { steps.push_back(u"pump"); };
   DDBack.reset();
   ShowMessage(u"hello");
   PresentFrame();
+  EXPECT_EQ(steps, std::vector<Text>{u"pump"});
+  EXPECT_EQ(DDBack, nullptr);
+  EXPECT_TRUE(messageUp);
 }
 
 TEST_F(Present, AFrameThatNobodySeesRestsInsteadOfWaitingForTheBlank) {

@@ -67,6 +67,8 @@ TEST_F(Graph, NothingHappensWithoutItsSurface) {
   PaintGraph();
   DrawGaugeSample(1, 1);
   DrawSongMark(0, 0, 1, 1);
+  EXPECT_EQ(DDGraph, nullptr);
+  EXPECT_TRUE(Shows(DDBack, {}, 0, 0));
 }
 
 }  // namespace

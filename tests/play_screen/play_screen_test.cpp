@@ -140,10 +140,14 @@ TEST_F(WholeScreen, ASkinWithoutSheetsDrawsNothing) {
 }
 
 TEST_F(WholeScreen, SideCountsOutOfRangeDoNoHarm) {
+  DDSkinBack = Solid(640, 480, kStep + 1);
   for (const int32_t sides : {INT32_MIN, -1, 0, 3, INT32_MAX}) {
     SideCount = sides;
     HdrPlayer = 3;
+    // The ground of the skin shows, as with sides.
     Draw();
+    EXPECT_EQ(At(0, 0), kStep + 1) << sides;
+    EXPECT_EQ(At(639, 479), kStep + 1) << sides;
   }
 }
 
@@ -202,6 +206,7 @@ TEST_F(WholeScreen, ADoublePlayHasOneWordOneBarAndOneClass) {
 
 // Numbers at the ends of their ranges everywhere: nothing is worth more than that nothing overflows.
 TEST_F(WholeScreen, AbsurdNumbersDoNoHarm) {
+  DDSkinBack = Solid(640, 480, kStep);
   SideCount = 2;
   HdrPlayer = 2;
   LayStrip(1, 8, 12);
@@ -268,6 +273,8 @@ TEST_F(WholeScreen, AbsurdNumbersDoNoHarm) {
       curMeasure = 0;
       HalfField = Quil = Accel = !Quil;
       Draw();
+      // Nothing of all that lies in the last corner: the ground shows.
+      EXPECT_EQ(At(639, 479), kStep) << most << ", " << value;
     }
   }
 }
