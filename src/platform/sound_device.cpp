@@ -90,11 +90,10 @@ bool DeviceTakes(const SoundFormat& format) {
 }
 
 // The owner's pointer to a voice; letting it go leaves the voice to the mixer, which frees it in time.
-SoundBufferResult Own(Voice* voice) {
+SoundBufferResult Own(SoundBuffer* voice) {
   if (voice == nullptr) return {nullptr, kSoundOutOfMemory};
   return {SoundBufferPtr(voice,
-                         [](SoundBuffer* buffer) {
-                           auto* released = static_cast<Voice*>(buffer);
+                         [](SoundBuffer* released) {
                            const std::shared_ptr<Mixer> device = released->Device();
                            device->Retire(released);
                          }),
@@ -160,16 +159,15 @@ SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const S
   // Cleared memory costs nothing before it is written, so a size that a file only claims is cheap.
   samples->data.reset(static_cast<unsigned char*>(std::calloc(description.bytes, 1)));
   if (samples->data == nullptr) return {nullptr, kSoundOutOfMemory};
-  return Own(new (std::nothrow) Voice(mixer, std::move(samples)));
+  return Own(new (std::nothrow) SoundBuffer(mixer, std::move(samples)));
 }
 
 SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer) {
   if (buffer == nullptr) return {nullptr, kSoundInvalidParam};
-  const auto& original = static_cast<const Voice&>(*buffer);
-  if (mixer == nullptr || original.Device() != mixer) return {nullptr, kSoundUninitialized};
+  if (mixer == nullptr || buffer->Device() != mixer) return {nullptr, kSoundUninitialized};
   mixer->KeepTime();
   mixer->FreeRetired();
-  return Own(new (std::nothrow) Voice(original));
+  return Own(new (std::nothrow) SoundBuffer(*buffer));
 }
 
 void RenderSound(std::span<int16_t> out) {

@@ -1,6 +1,7 @@
 // The sound device and its buffers: resident samples that start at once, at any speed, volume and number.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -38,32 +39,80 @@ struct SoundDescription {
   uint32_t bytes = 0;  // size of the buffer
 };
 
-class SoundBuffer;
-using SoundBufferPtr = std::shared_ptr<SoundBuffer>;
+class Mixer;
+struct Samples;
 
 // One voice over samples that it may share with duplicates. All calls come from the game's thread and never
 // wait for the device's; what they ask for holds from the next block that the device asks for. They neither
 // allocate nor free. The buffer itself may be let go at any time, also while it plays: it falls silent.
 class SoundBuffer {
  public:
-  virtual ~SoundBuffer() = default;
+  // Buffers are made by CreateSoundBuffer and DuplicateSoundBuffer.
+  SoundBuffer(std::shared_ptr<Mixer> mixer, std::shared_ptr<Samples> samples);
+  SoundBuffer(const SoundBuffer& other);
+  SoundBuffer& operator=(const SoundBuffer&) = delete;
+
   // Hz; what SetFrequency set, at first the format's own.
-  virtual int32_t Frequency() const = 0;
+  int32_t Frequency() const { return frequency_; }
   // 1 to 200000 Hz; 0 stands for the format's own. Others are refused.
-  virtual SoundError SetFrequency(int32_t hertz) = 0;
+  SoundError SetFrequency(int32_t hertz);
   // Hundredths of a decibel, -10000 (silence) to 0. Others are refused.
-  virtual SoundError SetVolume(int32_t hundredths) = 0;
+  SoundError SetVolume(int32_t hundredths);
   // Byte offset of the next sample, brought down to a whole frame. At the end and past it it is refused.
-  virtual SoundError SetCurrentPosition(uint32_t byte) = 0;
+  SoundError SetCurrentPosition(uint32_t byte);
   // Starts, or goes on from where it stands. A sound that has run to its end starts over.
-  virtual SoundError Play(bool looping) = 0;
+  SoundError Play(bool looping);
   // Stands still and keeps the place.
-  virtual SoundError Stop() = 0;
-  virtual bool Playing() const = 0;
+  SoundError Stop();
+  bool Playing() const;
   // Puts bytes into the sample data. Past the end it is refused, and so is a write once a voice over these
   // samples has been played: the device may be reading them at any moment from then on.
-  virtual SoundError Write(uint32_t offset, std::span<const unsigned char> bytes) = 0;
+  SoundError Write(uint32_t offset, std::span<const unsigned char> bytes);
+
+  // The mixer of the device that was open when the buffer was made.
+  const std::shared_ptr<Mixer>& Device() const { return mixer_; }
+
+ private:
+  friend class Mixer;
+
+  // The order word: 28 bits of place in frames, enough for 256 MiB of single bytes, three flags, and above
+  // them the turn, a count that grows each time the place is set, by which the device tells a new place from
+  // the one it has already gone to.
+  static constexpr uint64_t kPlace = (uint64_t{1} << 28) - 1;
+  static constexpr uint64_t kPlaying = uint64_t{1} << 28;
+  static constexpr uint64_t kLooping = uint64_t{1} << 29;
+  static constexpr uint64_t kEnlisted = uint64_t{1} << 30;
+  static constexpr uint64_t kOneTurn = uint64_t{1} << 31;
+
+  // Replaces the order by change(order), and gives the one it replaced. Tries again only when the device let
+  // the voice go in between, which it does once at most.
+  template <typename Change>
+  uint64_t Reorder(Change change);
+
+  // False, and nothing else is done, when the device is closed.
+  bool Ready() const;
+
+  // Device's thread. Moves the voice on, and adds what it sounds like to `sum`, unless it is null. False when
+  // the voice wants no more blocks; the device has let it go then.
+  bool Run(float* sum, uint32_t frames);
+  // The same for a stretch in which the voice does not end.
+  void Advance(float* sum, uint32_t frames, uint64_t step, bool looping);
+
+  std::shared_ptr<Mixer> mixer_;
+  std::shared_ptr<Samples> samples_;
+
+  std::atomic<uint64_t> order_ = 0;
+  std::atomic<uint64_t> step_ = 0;  // source frames for one of the mix, 32 bits behind the point
+  std::atomic<float> gain_ = 1.0F;
+  int32_t frequency_ = 0;
+  SoundBuffer* nextRetired_ = nullptr;
+
+  // Device's thread, from the hand-over on.
+  SoundBuffer* next_ = nullptr;
+  uint64_t cursor_ = 0;  // source frames, 32 bits behind the point
+  uint64_t turn_ = 0;    // of the place last gone to
 };
+using SoundBufferPtr = std::shared_ptr<SoundBuffer>;
 
 // How the sound leaves the program.
 enum class SoundOutput {

@@ -144,7 +144,7 @@ void Mixer::Close() {
   open_ = false;
   // The device is gone, so all voices are the game's again.
   while (retired_ != nullptr) {
-    Voice* voice = retired_;
+    SoundBuffer* voice = retired_;
     retired_ = voice->nextRetired_;
     delete voice;
   }
@@ -167,29 +167,29 @@ void Mixer::KeepTime() {
   }
 }
 
-void Mixer::Enlist(Voice* voice) {
+void Mixer::Enlist(SoundBuffer* voice) {
   voice->next_ = intake_.load(std::memory_order_relaxed);
   while (!intake_.compare_exchange_weak(voice->next_, voice, std::memory_order_release,
                                         std::memory_order_relaxed)) {
   }
 }
 
-void Mixer::Retire(Voice* voice) {
+void Mixer::Retire(SoundBuffer* voice) {
   if (!open_) {
     delete voice;
     return;
   }
   KeepTime();
-  voice->Reorder([](uint64_t order) { return order & ~Voice::kPlaying; });
+  voice->Reorder([](uint64_t order) { return order & ~SoundBuffer::kPlaying; });
   voice->nextRetired_ = retired_;
   retired_ = voice;
   FreeRetired();
 }
 
 void Mixer::FreeRetired() {
-  for (Voice** link = &retired_; *link != nullptr;) {
-    Voice* voice = *link;
-    if ((voice->order_.load(std::memory_order_acquire) & Voice::kEnlisted) != 0) {
+  for (SoundBuffer** link = &retired_; *link != nullptr;) {
+    SoundBuffer* voice = *link;
+    if ((voice->order_.load(std::memory_order_acquire) & SoundBuffer::kEnlisted) != 0) {
       link = &voice->nextRetired_;
     } else {
       *link = voice->nextRetired_;
@@ -198,11 +198,11 @@ void Mixer::FreeRetired() {
   }
 }
 
-Voice* Mixer::TakeIn() {
-  Voice* newest = intake_.exchange(nullptr, std::memory_order_acquire);
-  Voice* oldest = nullptr;
+SoundBuffer* Mixer::TakeIn() {
+  SoundBuffer* newest = intake_.exchange(nullptr, std::memory_order_acquire);
+  SoundBuffer* oldest = nullptr;
   while (newest != nullptr) {
-    Voice* voice = newest;
+    SoundBuffer* voice = newest;
     newest = voice->next_;
     voice->next_ = oldest;
     oldest = voice;
@@ -211,12 +211,12 @@ Voice* Mixer::TakeIn() {
 }
 
 void Mixer::Run(float* sum, uint32_t frames) {
-  Voice** link = &active_;
+  SoundBuffer** link = &active_;
   while (true) {
     if (*link == nullptr) *link = TakeIn();
-    Voice* voice = *link;
+    SoundBuffer* voice = *link;
     if (voice == nullptr) return;
-    Voice* next = voice->next_;  // once let go, the voice may be freed at any moment
+    SoundBuffer* next = voice->next_;  // once let go, the voice may be freed at any moment
     if (voice->Run(sum, frames)) {
       link = &voice->next_;
     } else {
@@ -239,29 +239,28 @@ void Mixer::Render(std::span<int16_t> out) {
   std::fill(out.begin(), out.end(), int16_t{0});
 }
 
-// Voice, as the game sees it
+// The buffer, as the game sees it
 
-Voice::Voice(std::shared_ptr<Mixer> mixer, std::shared_ptr<Samples> samples)
+SoundBuffer::SoundBuffer(std::shared_ptr<Mixer> mixer, std::shared_ptr<Samples> samples)
     : mixer_(std::move(mixer)), samples_(std::move(samples)) {
   SetFrequency(0);
 }
 
-Voice::Voice(const Voice& other)
-    : SoundBuffer(other),
-      mixer_(other.mixer_),
+SoundBuffer::SoundBuffer(const SoundBuffer& other)
+    : mixer_(other.mixer_),
       samples_(other.samples_),
       step_(other.step_.load(std::memory_order_relaxed)),
       gain_(other.gain_.load(std::memory_order_relaxed)),
       frequency_(other.frequency_) {}
 
-bool Voice::Ready() const {
+bool SoundBuffer::Ready() const {
   if (!mixer_->Open()) return false;
   mixer_->KeepTime();
   return true;
 }
 
 template <typename Change>
-uint64_t Voice::Reorder(Change change) {
+uint64_t SoundBuffer::Reorder(Change change) {
   uint64_t order = order_.load(std::memory_order_relaxed);
   while (!order_.compare_exchange_weak(order, change(order), std::memory_order_acq_rel,
                                        std::memory_order_relaxed)) {
@@ -269,7 +268,7 @@ uint64_t Voice::Reorder(Change change) {
   return order;
 }
 
-SoundError Voice::SetFrequency(int32_t hertz) {
+SoundError SoundBuffer::SetFrequency(int32_t hertz) {
   if (!Ready()) return kSoundUninitialized;
   if (hertz == 0) hertz = static_cast<int32_t>(samples_->format.samplesPerSec);
   if (hertz < 1 || hertz > kHighestFrequency) return kSoundInvalidParam;
@@ -278,7 +277,7 @@ SoundError Voice::SetFrequency(int32_t hertz) {
   return kSoundOk;
 }
 
-SoundError Voice::SetVolume(int32_t hundredths) {
+SoundError SoundBuffer::SetVolume(int32_t hundredths) {
   constexpr int32_t kSilence = -10000;
   if (!Ready()) return kSoundUninitialized;
   if (hundredths < kSilence || hundredths > 0) return kSoundInvalidParam;
@@ -287,7 +286,7 @@ SoundError Voice::SetVolume(int32_t hundredths) {
   return kSoundOk;
 }
 
-SoundError Voice::SetCurrentPosition(uint32_t byte) {
+SoundError SoundBuffer::SetCurrentPosition(uint32_t byte) {
   if (!Ready()) return kSoundUninitialized;
   const uint64_t place = byte / samples_->frameBytes;
   if (place >= samples_->frames) return kSoundInvalidParam;
@@ -295,7 +294,7 @@ SoundError Voice::SetCurrentPosition(uint32_t byte) {
   return kSoundOk;
 }
 
-SoundError Voice::Play(bool looping) {
+SoundError SoundBuffer::Play(bool looping) {
   if (!Ready()) return kSoundUninitialized;
   samples_->played = true;
   const uint64_t wanted = kPlaying | kEnlisted | (looping ? kLooping : 0);
@@ -304,15 +303,17 @@ SoundError Voice::Play(bool looping) {
   return kSoundOk;
 }
 
-SoundError Voice::Stop() {
+SoundError SoundBuffer::Stop() {
   if (!Ready()) return kSoundUninitialized;
   Reorder([](uint64_t order) { return order & ~kPlaying; });
   return kSoundOk;
 }
 
-bool Voice::Playing() const { return Ready() && (order_.load(std::memory_order_relaxed) & kPlaying) != 0; }
+bool SoundBuffer::Playing() const {
+  return Ready() && (order_.load(std::memory_order_relaxed) & kPlaying) != 0;
+}
 
-SoundError Voice::Write(uint32_t offset, std::span<const unsigned char> bytes) {
+SoundError SoundBuffer::Write(uint32_t offset, std::span<const unsigned char> bytes) {
   if (!Ready()) return kSoundUninitialized;
   if (samples_->played) return kSoundInvalidParam;
   if (offset > samples_->bytes || bytes.size() > samples_->bytes - offset) return kSoundInvalidParam;
@@ -320,9 +321,9 @@ SoundError Voice::Write(uint32_t offset, std::span<const unsigned char> bytes) {
   return kSoundOk;
 }
 
-// Voice, as the device sees it
+// The buffer, as the device sees it
 
-bool Voice::Run(float* sum, uint32_t frames) {
+bool SoundBuffer::Run(float* sum, uint32_t frames) {
   uint64_t order = order_.load(std::memory_order_acquire);
   if (order / kOneTurn != turn_) {
     turn_ = order / kOneTurn;
@@ -344,7 +345,7 @@ bool Voice::Run(float* sum, uint32_t frames) {
                                          std::memory_order_relaxed);
 }
 
-void Voice::Advance(float* sum, uint32_t frames, uint64_t step, bool looping) {
+void SoundBuffer::Advance(float* sum, uint32_t frames, uint64_t step, bool looping) {
   const uint64_t end = uint64_t{samples_->frames} << 32;
   const auto moveOn = [&](uint64_t count) {
     cursor_ += step * count;

@@ -42,8 +42,6 @@ struct Samples {
   void Widen(float* out, uint32_t first, uint32_t count) const;
 };
 
-class Voice;
-
 // Where the voices of one open device meet.
 class Mixer {
  public:
@@ -61,9 +59,9 @@ class Mixer {
   int32_t Volume() const { return volume_.load(std::memory_order_relaxed); }
   void SetVolume(int32_t volume) { volume_.store(volume, std::memory_order_relaxed); }
   // Hands a voice that was not enlisted to the device.
-  void Enlist(Voice* voice);
+  void Enlist(SoundBuffer* voice);
   // The owner has let go of the voice: frees it as soon as the device does not hold it.
-  void Retire(Voice* voice);
+  void Retire(SoundBuffer* voice);
   // Frees the retired voices that the device has let go since.
   void FreeRetired();
 
@@ -74,15 +72,15 @@ class Mixer {
   static constexpr uint32_t kPieceFrames = 256;
 
   // The voices handed over since the last call, in the order of their starts.
-  Voice* TakeIn();
+  SoundBuffer* TakeIn();
   // Moves all voices on by `frames`; adds what they sound like to `sum`, unless it is null.
   void Run(float* sum, uint32_t frames);
 
-  std::atomic<Voice*> intake_ = nullptr;  // the newest first
+  std::atomic<SoundBuffer*> intake_ = nullptr;  // the newest first
   std::atomic<int32_t> volume_ = kFullSoundVolume;
 
   // Device's thread.
-  Voice* active_ = nullptr;
+  SoundBuffer* active_ = nullptr;
   float sum_[2 * kPieceFrames] = {};
 
   // Game's thread.
@@ -90,67 +88,7 @@ class Mixer {
   Time time_;
   uint32_t clock_ = 0;
   uint32_t tenths_ = 0;  // of a frame, left over from the clock's milliseconds
-  Voice* retired_ = nullptr;
-};
-
-// One sound buffer.
-class Voice final : public SoundBuffer {
- public:
-  Voice(std::shared_ptr<Mixer> mixer, std::shared_ptr<Samples> samples);
-  // A duplicate of `other`.
-  Voice(const Voice& other);
-  Voice& operator=(const Voice&) = delete;
-
-  int32_t Frequency() const override { return frequency_; }
-  SoundError SetFrequency(int32_t hertz) override;
-  SoundError SetVolume(int32_t hundredths) override;
-  SoundError SetCurrentPosition(uint32_t byte) override;
-  SoundError Play(bool looping) override;
-  SoundError Stop() override;
-  bool Playing() const override;
-  SoundError Write(uint32_t offset, std::span<const unsigned char> bytes) override;
-
-  const std::shared_ptr<Mixer>& Device() const { return mixer_; }
-
- private:
-  friend class Mixer;
-
-  // The order word: 28 bits of place in frames, enough for 256 MiB of single bytes, three flags, and above
-  // them the turn, a count that grows each time the place is set, by which the device tells a new place from
-  // the one it has already gone to.
-  static constexpr uint64_t kPlace = (uint64_t{1} << 28) - 1;
-  static constexpr uint64_t kPlaying = uint64_t{1} << 28;
-  static constexpr uint64_t kLooping = uint64_t{1} << 29;
-  static constexpr uint64_t kEnlisted = uint64_t{1} << 30;
-  static constexpr uint64_t kOneTurn = uint64_t{1} << 31;
-
-  // Replaces the order by change(order), and gives the one it replaced. Tries again only when the device let
-  // the voice go in between, which it does once at most.
-  template <typename Change>
-  uint64_t Reorder(Change change);
-
-  // False, and nothing else is done, when the device is closed.
-  bool Ready() const;
-
-  // Device's thread. Moves the voice on, and adds what it sounds like to `sum`, unless it is null. False when
-  // the voice wants no more blocks; the device has let it go then.
-  bool Run(float* sum, uint32_t frames);
-  // The same for a stretch in which the voice does not end.
-  void Advance(float* sum, uint32_t frames, uint64_t step, bool looping);
-
-  std::shared_ptr<Mixer> mixer_;
-  std::shared_ptr<Samples> samples_;
-
-  std::atomic<uint64_t> order_ = 0;
-  std::atomic<uint64_t> step_ = 0;  // source frames for one of the mix, 32 bits behind the point
-  std::atomic<float> gain_ = 1.0F;
-  int32_t frequency_ = 0;
-  Voice* nextRetired_ = nullptr;
-
-  // Device's thread, from the hand-over on.
-  Voice* next_ = nullptr;
-  uint64_t cursor_ = 0;  // source frames, 32 bits behind the point
-  uint64_t turn_ = 0;    // of the place last gone to
+  SoundBuffer* retired_ = nullptr;
 };
 
 }  // namespace platform
