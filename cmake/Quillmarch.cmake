@@ -14,10 +14,18 @@ add_library(qlm_options INTERFACE)
 target_include_directories(qlm_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR})
 # -ffp-contract=off: sums are rounded statement by statement, on every machine alike.
 target_compile_options(qlm_options INTERFACE -Wall -Wextra -Wpedantic -Werror -ffp-contract=off)
+# A mistake of ours that a strange file brings out must end the program, and not run what the file says: programs that
+# can be loaded anywhere, tables of calls that cannot be written to, guarded stacks, checked indices and copies.
+target_compile_definitions(qlm_options INTERFACE _GLIBCXX_ASSERTIONS)
+target_compile_options(qlm_options INTERFACE -fPIE -fstack-protector-strong)
+target_link_options(qlm_options INTERFACE -pie -Wl,-z,relro,-z,now)
 if(QLM_SANITIZE)
   target_compile_options(qlm_options INTERFACE -fsanitize=${QLM_SANITIZE} -fno-sanitize-recover=all
                                                -fno-omit-frame-pointer)
   target_link_options(qlm_options INTERFACE -fsanitize=${QLM_SANITIZE})
+else()
+  # Where the sanitizers watch the copies themselves it would hide them, and it needs an optimised build.
+  target_compile_options(qlm_options INTERFACE $<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>)
 endif()
 
 # qlm_library(NAME SOURCES file... [USES target...] [PRIVATE_USES target...])

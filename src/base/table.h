@@ -2,12 +2,14 @@
 #pragma once
 
 #include <array>
-#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 
 namespace qlm {
+
+// Ends the program, with both numbers on standard error: an index that had to lie in 0 to `last` does not.
+[[noreturn]] void EndOutsideTable(int64_t index, int64_t last);
 
 // Entries 0 to Last.
 template <typename T, int64_t Last>
@@ -25,15 +27,10 @@ class Table {
   const T* Find(int64_t index) const {
     return Holds(index) ? &entries_[static_cast<size_t>(index)] : nullptr;
   }
-  // For an index that is known to lie inside.
-  T& operator[](int64_t index) {
-    assert(Holds(index));
-    return entries_[static_cast<size_t>(index)];
-  }
-  const T& operator[](int64_t index) const {
-    assert(Holds(index));
-    return entries_[static_cast<size_t>(index)];
-  }
+  // For an index that is known to lie inside. One that does not is a mistake of ours, and ends the program
+  // before it can spoil anything.
+  T& operator[](int64_t index) { return entries_[Inside(index)]; }
+  const T& operator[](int64_t index) const { return entries_[Inside(index)]; }
 
   void Fill(const T& value) { entries_.fill(value); }
   void Clear() {
@@ -45,6 +42,11 @@ class Table {
   auto end() const { return entries_.end(); }
 
  private:
+  static size_t Inside(int64_t index) {
+    if (!Holds(index)) [[unlikely]] EndOutsideTable(index, Last);
+    return static_cast<size_t>(index);
+  }
+
   std::array<T, static_cast<size_t>(Last) + 1> entries_{};
 };
 

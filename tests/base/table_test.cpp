@@ -33,5 +33,12 @@ TEST(Table, ClearsEveryEntry) {
   EXPECT_EQ(table[2], 0);
 }
 
+// In every build: what follows a stray index could be anything.
+TEST(TableDeathTest, AnIndexOutsideEndsTheProgram) {
+  Table<int, 3> table;
+  EXPECT_DEATH(table[4] = 1, "entry 4 of a table that ends at 3");
+  EXPECT_DEATH(table[-1] = 1, "entry -1 of a table that ends at 3");
+}
+
 }  // namespace
 }  // namespace qlm
