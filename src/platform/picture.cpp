@@ -1,4 +1,4 @@
-// Picture files: BMP by a decoder of our own, the compressed kinds by the picture library once their header
+// Picture files: BMP and GIF by decoders of our own, PNG and JPEG by the picture library once their header
 // has told a size that we are willing to hold.
 #include "platform/picture.h"
 
@@ -14,33 +14,11 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/gif.h"
+#include "platform/picture_bytes.h"
+
 namespace platform {
 namespace {
-
-using Bytes = std::span<const unsigned char>;
-
-// Numbers at an offset; bytes behind the end read as 0.
-uint32_t Byte(Bytes bytes, size_t at) { return at < bytes.size() ? bytes[at] : 0; }
-uint32_t Little16(Bytes bytes, size_t at) { return Byte(bytes, at) | Byte(bytes, at + 1) << 8; }
-uint32_t Little32(Bytes bytes, size_t at) { return Little16(bytes, at) | Little16(bytes, at + 2) << 16; }
-uint32_t Big16(Bytes bytes, size_t at) { return Byte(bytes, at) << 8 | Byte(bytes, at + 1); }
-uint32_t Big32(Bytes bytes, size_t at) { return Big16(bytes, at) << 16 | Big16(bytes, at + 2); }
-
-Bytes From(Bytes bytes, size_t at) { return bytes.subspan(std::min(at, bytes.size())); }
-
-bool StartsWith(Bytes bytes, std::string_view text) {
-  return bytes.size() >= text.size() && std::memcmp(bytes.data(), text.data(), text.size()) == 0;
-}
-
-struct Size {
-  int64_t width = 0;
-  int64_t height = 0;
-};
-
-bool Holdable(const Size& size) {
-  return size.width >= 1 && size.height >= 1 && size.width <= Surface::kMaxSide &&
-         size.height <= Surface::kMaxSide && size.width * size.height <= kMaxPicturePixels;
-}
 
 // BMP. The library's own reader (SDL 2.26) gives the same pixels for every intact file, but no picture at all
 // for one that is cut short anywhere, be it in the padding of its last row, for run-length data without an
@@ -61,7 +39,7 @@ enum Compression : uint32_t {
 };
 
 struct BmpHeader {
-  Size size;
+  PictureSize size;
   bool topDown = false;
   uint32_t bits = 0;
   uint32_t compression = kPlain;
@@ -244,23 +222,25 @@ void ReadRunLength(const BmpHeader& header, Bytes data, Surface& surface) {
 
 // The other kinds.
 
-// Only when all chunks up to the last one lie in the file: the library takes a chunk's length on trust and
-// goes on reading, though nothing is left, for as long as it says.
-std::optional<Size> PngSize(Bytes bytes) {
+// Only when the header stands first, where the library looks for it too, and all chunks up to the last one
+// lie in the file: the library takes a chunk's length on trust and goes on reading, though nothing is left,
+// for as long as it says.
+std::optional<PictureSize> PngSize(Bytes bytes) {
   constexpr size_t kSignatureBytes = 8;
   constexpr size_t kFrameBytes = 12;  // of a chunk: length, name, checksum
+  if (!StartsWith(From(bytes, kSignatureBytes + 4), "IHDR")) return {};
   size_t at = kSignatureBytes;
   while (bytes.size() - at >= kFrameBytes) {
     const size_t length = Big32(bytes, at);
     if (length > bytes.size() - at - kFrameBytes) return {};
-    if (StartsWith(From(bytes, at + 4), "IEND")) return Size{Big32(bytes, 16), Big32(bytes, 20)};
+    if (StartsWith(From(bytes, at + 4), "IEND")) return PictureSize{Big32(bytes, 16), Big32(bytes, 20)};
     at += length + kFrameBytes;
   }
   return {};
 }
 
 // The first frame header among the segments.
-std::optional<Size> JpegSize(Bytes bytes) {
+std::optional<PictureSize> JpegSize(Bytes bytes) {
   size_t at = 2;
   while (at + 9 < bytes.size()) {
     if (bytes[at] != 0xFF) {
@@ -271,7 +251,7 @@ std::optional<Size> JpegSize(Bytes bytes) {
     const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
     const bool bare = marker == 0x01 || (marker >= 0xD0 && marker <= 0xD8);
     if (frame) {
-      return Size{Big16(bytes, at + 7), Big16(bytes, at + 5)};
+      return PictureSize{Big16(bytes, at + 7), Big16(bytes, at + 5)};
     }
     if (marker == 0xFF) {
       ++at;
@@ -284,40 +264,6 @@ std::optional<Size> JpegSize(Bytes bytes) {
   return {};
 }
 
-// The greater of the screen and the first image on it.
-std::optional<Size> GifSize(Bytes bytes) {
-  constexpr size_t kScreenBytes = 13;
-  const auto tableBytes = [](uint32_t flags) {
-    return (flags & 0x80) != 0 ? size_t{3} << ((flags & 7) + 1) : size_t{0};
-  };
-  const Size screen{Little16(bytes, 6), Little16(bytes, 8)};
-  size_t at = kScreenBytes + tableBytes(Byte(bytes, 10));
-  while (at + 9 < bytes.size()) {
-    if (bytes[at] == 0x2C) {
-      return Size{std::max<int64_t>(screen.width, Little16(bytes, at + 5)),
-                  std::max<int64_t>(screen.height, Little16(bytes, at + 7))};
-    }
-    if (bytes[at] != 0x21) {
-      ++at;
-      continue;
-    }
-    for (at += 2; Byte(bytes, at) != 0; at += 1 + bytes[at]) {  // the blocks of an extension
-    }
-    ++at;
-  }
-  return {};
-}
-
-struct Kind {
-  std::string_view start;
-  const char* name;
-  std::optional<Size> (*size)(Bytes);
-};
-constexpr std::array<Kind, 4> kKinds{{{"\x89PNG\r\n\x1A\n", "PNG", PngSize},
-                                      {"\xFF\xD8\xFF", "JPG", JpegSize},
-                                      {"GIF87a", "GIF", GifSize},
-                                      {"GIF89a", "GIF", GifSize}}};
-
 struct SdlSurfaceRelease {
   void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
 };
@@ -329,7 +275,12 @@ Colour OverBlack(uint32_t pixel) {
   return Rgb(channel(16), channel(8), channel(0));
 }
 
-SurfacePtr DecodeWithLibrary(Bytes bytes, const char* kind) {
+// By the library, once the size that the file declares is one that we are willing to hold. What it makes of
+// the file is asked again.
+SurfacePtr DecodeWithLibrary(Bytes bytes, const char* kind, const std::optional<PictureSize>& declared) {
+  if (!declared || !Holdable(*declared)) {
+    return {};
+  }
   SDL_RWops* const stream = SDL_RWFromConstMem(bytes.data(), static_cast<int>(bytes.size()));
   const SdlSurface decoded(IMG_LoadTyped_RW(stream, 1, kind));
   if (!decoded || !Holdable({decoded->w, decoded->h})) {
@@ -348,6 +299,18 @@ SurfacePtr DecodeWithLibrary(Bytes bytes, const char* kind) {
   }
   return surface;
 }
+
+SurfacePtr DecodePng(Bytes bytes) { return DecodeWithLibrary(bytes, "PNG", PngSize(bytes)); }
+SurfacePtr DecodeJpeg(Bytes bytes) { return DecodeWithLibrary(bytes, "JPG", JpegSize(bytes)); }
+
+struct Kind {
+  std::string_view start;
+  SurfacePtr (*decode)(Bytes);
+};
+constexpr std::array<Kind, 4> kKinds{{{"\x89PNG\r\n\x1A\n", DecodePng},
+                                      {"\xFF\xD8\xFF", DecodeJpeg},
+                                      {"GIF87a", DecodeGif},
+                                      {"GIF89a", DecodeGif}}};
 
 }  // namespace
 
@@ -369,11 +332,9 @@ SurfacePtr DecodeBmp(std::span<const unsigned char> bytes) {
 
 SurfacePtr DecodePicture(std::span<const unsigned char> bytes) {
   for (const Kind& kind : kKinds) {
-    if (!StartsWith(bytes, kind.start)) {
-      continue;
+    if (StartsWith(bytes, kind.start)) {
+      return kind.decode(bytes);
     }
-    const std::optional<Size> size = kind.size(bytes);
-    return size && Holdable(*size) ? DecodeWithLibrary(bytes, kind.name) : SurfacePtr{};
   }
   return DecodeBmp(bytes);
 }

@@ -1,9 +1,11 @@
 // Picture files: every kind of BMP, the compressed kinds, and files that lie about themselves.
 #include "platform/picture.h"
 
+#include <SDL.h>
 #include <gtest/gtest.h>
-
 #include <unistd.h>
+
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -257,35 +259,45 @@ TEST(DecodePicture, RefusesOtherBytes) {
 }
 
 // Two pixels: opaque (200, 100, 50) and the same at half opacity. Its compressed data are one stored block.
-Bytes SmallPng(uint32_t width, uint32_t height) {
-  const auto crc = [](const Bytes& bytes) {
+// Any PNG file, chunk by chunk.
+class PngWriter {
+ public:
+  void Chunk(const char* name, const Bytes& content) {
+    PutBig(bytes_, static_cast<uint32_t>(content.size()));
+    Bytes named(name, name + 4);
+    PutAll(named, content);
+    PutAll(bytes_, named);
+    PutBig(bytes_, Checksum(named));
+  }
+  // 8 bits a channel; colour type 6 has an opacity too.
+  void Header(uint32_t width, uint32_t height) {
+    Bytes head;
+    PutBig(head, width);
+    PutBig(head, height);
+    PutAll(head, {8, 6, 0, 0, 0});
+    Chunk("IHDR", head);
+  }
+  const Bytes& File() const { return bytes_; }
+
+  static void PutBig(Bytes& bytes, uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8) bytes.push_back(static_cast<unsigned char>(value >> shift));
+  }
+
+ private:
+  static uint32_t Checksum(const Bytes& bytes) {
     uint32_t value = 0xFFFFFFFF;
     for (const unsigned char byte : bytes) {
       value ^= byte;
-      for (int i = 0; i < 8; ++i) {
-        value = value >> 1 ^ ((value & 1) != 0 ? 0xEDB88320 : 0);
-      }
+      for (int i = 0; i < 8; ++i) value = value >> 1 ^ ((value & 1) != 0 ? 0xEDB88320 : 0);
     }
     return ~value;
-  };
-  const auto big = [](Bytes& bytes, uint32_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8) {
-      bytes.push_back(static_cast<unsigned char>(value >> shift));
-    }
-  };
-  Bytes png{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-  const auto chunk = [&](const char* name, const Bytes& content) {
-    big(png, static_cast<uint32_t>(content.size()));
-    Bytes named(name, name + 4);
-    PutAll(named, content);
-    PutAll(png, named);
-    big(png, crc(named));
-  };
-  Bytes head;
-  big(head, width);
-  big(head, height);
-  PutAll(head, {8, 6, 0, 0, 0});
-  chunk("IHDR", head);
+  }
+
+  Bytes bytes_{0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+};
+
+// The pixels of a picture of 2 by 1, for a header that says so.
+void PutTwoPixels(PngWriter& png) {
   const Bytes row{0, 200, 100, 50, 255, 200, 100, 50, 128};
   Bytes zlib{0x78, 0x01, 1, 9, 0, 0xF6, 0xFF};
   PutAll(zlib, row);
@@ -295,11 +307,51 @@ Bytes SmallPng(uint32_t width, uint32_t height) {
     low += byte;
     high += low;
   }
-  big(zlib, high << 16 | low);
-  chunk("IDAT", zlib);
-  chunk("IEND", {});
-  return png;
+  PngWriter::PutBig(zlib, high << 16 | low);
+  png.Chunk("IDAT", zlib);
+  png.Chunk("IEND", {});
 }
+
+Bytes SmallPng(uint32_t width, uint32_t height) {
+  PngWriter png;
+  png.Header(width, height);
+  PutTwoPixels(png);
+  return png.File();
+}
+
+// Sees what the picture library asks of the heap.
+class LibraryHeap {
+ public:
+  LibraryHeap() {
+    SDL_GetMemoryFunctions(&malloc_, &calloc_, &realloc_, &free_);
+    largest_ = 0;
+    SDL_SetMemoryFunctions([](size_t size) { return malloc_(Noted(size)); },
+                           [](size_t count, size_t size) {
+                             return calloc_(count, Noted(count * size) / std::max<size_t>(count, 1));
+                           },
+                           [](void* memory, size_t size) { return realloc_(memory, Noted(size)); }, free_);
+  }
+  ~LibraryHeap() { SDL_SetMemoryFunctions(malloc_, calloc_, realloc_, free_); }
+  LibraryHeap(const LibraryHeap&) = delete;
+  LibraryHeap& operator=(const LibraryHeap&) = delete;
+
+  // Bytes of the largest piece asked for.
+  static size_t Largest() { return largest_; }
+
+ private:
+  static size_t Noted(size_t size) {
+    largest_ = std::max(largest_, size);
+    return size;
+  }
+
+  static inline SDL_malloc_func malloc_ = nullptr;
+  static inline SDL_calloc_func calloc_ = nullptr;
+  static inline SDL_realloc_func realloc_ = nullptr;
+  static inline SDL_free_func free_ = nullptr;
+  static inline size_t largest_ = 0;
+};
+
+constexpr size_t kLittle = 1 << 20;
 
 TEST(DecodePicture, LaysTransparencyOverBlack) {
   // 200, 100 and 50 times 128 / 255 are 100.4, 50.2 and 25.1.
@@ -327,6 +379,17 @@ TEST(DecodePicture, RefusesPngWhoseChunksRunPastTheFile) {
   EXPECT_EQ(DecodePicture(png), nullptr);
 }
 
+// The bytes where a header would tell a small size belong to another chunk.
+TEST(DecodePicture, RefusesPngWhoseHeaderIsNotItsFirstChunk) {
+  PngWriter png;
+  png.Chunk("quLm", {0, 0, 0, 2, 0, 0, 0, 1, 8, 6, 0, 0, 0});
+  png.Header(30000, 30000);
+  PutTwoPixels(png);
+  const LibraryHeap heap;
+  EXPECT_EQ(DecodePicture(png.File()), nullptr);
+  EXPECT_LT(LibraryHeap::Largest(), kLittle);
+}
+
 // One pixel, palette black and orange, pixel value 1.
 Bytes SmallGif(uint32_t screenWidth, uint32_t imageWidth) {
   Bytes gif{'G', 'I', 'F', '8', '9', 'a'};
@@ -348,6 +411,87 @@ TEST(DecodePicture, RefusesHostileGifSizes) {
   EXPECT_EQ(DecodePicture(SmallGif(1, 65535)), nullptr);
   Bytes endless{'G', 'I', 'F', '8', '9', 'a', 1, 0, 1, 0, 0, 0, 0, 0x21, 0xFE, 200};
   EXPECT_EQ(DecodePicture(endless), nullptr);
+}
+
+// The start of a GIF whose colours 0 to 3 are black, orange, blue and white.
+Bytes GifStart(uint32_t width, uint32_t height) {
+  Bytes gif{'G', 'I', 'F', '8', '9', 'a'};
+  Put16(gif, width);
+  Put16(gif, height);
+  PutAll(gif, {0x81, 0, 0, 0, 0, 0, 0xFF, 0x80, 0x10, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF});
+  return gif;
+}
+
+void PutImage(Bytes& gif, uint32_t width, uint32_t height, unsigned char flags, const Bytes& data) {
+  PutAll(gif, {0x2C, 0, 0, 0, 0});
+  Put16(gif, width);
+  Put16(gif, height);
+  gif.push_back(flags);
+  PutAll(gif, data);
+}
+
+// Codes of 3 bits, lowest first: clear (4), then 1 2 3 1 with a fourth bit from the last one on, since 8
+// codes are then made, and the end (5) in 4 bits: 100 001 010 011 0001 0101.
+const Bytes kFourIndices = {2, 3, 0b10001100, 0b00010110, 0b00000101, 0};
+
+TEST(DecodePicture, GifRowsComeInTheOrderOfTheFile) {
+  Bytes gif = GifStart(2, 2);
+  PutImage(gif, 2, 2, 0, kFourIndices);
+  EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0xFF8010, 0x0000FF}, {0xFFFFFF, 0xFF8010}}));
+}
+
+// Each eighth row from 0, each eighth from 4, each fourth from 2, each second from 1: 0, 2, 1, 3 of four
+// rows.
+TEST(DecodePicture, InterlacedGifRowsAreSortedIn) {
+  Bytes gif = GifStart(1, 4);
+  PutImage(gif, 1, 4, 0x40, kFourIndices);
+  EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0xFF8010}, {0xFFFFFF}, {0x0000FF}, {0xFF8010}}));
+}
+
+TEST(DecodePicture, AGifsTransparentColourIsBlack) {
+  Bytes gif = GifStart(4, 1);
+  PutAll(gif, {0x21, 0xF9, 4, 1, 0, 0, 2, 0});
+  PutImage(gif, 4, 1, 0, kFourIndices);
+  EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0xFF8010, 0, 0xFFFFFF, 0xFF8010}}));
+}
+
+TEST(DecodePicture, AGifsImageMayHaveItsOwnColours) {
+  Bytes gif = GifStart(4, 1);
+  Bytes data = {1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4};
+  PutAll(data, kFourIndices);
+  PutImage(gif, 4, 1, 0x81, data);
+  EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0x020202, 0x030303, 0x040404, 0x020202}}));
+}
+
+TEST(DecodePicture, AGifThatEndsEarlyShowsWhatIsThere) {
+  Bytes gif = GifStart(4, 1);
+  PutImage(gif, 4, 1, 0, {2, 3, 0b10001100});  // clear, 1, and two bits of the next code
+  EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0xFF8010, 0, 0, 0}}));
+}
+
+// A code that is only being made: clear (4), 1, 6 which is 1 and 1 again, end: 100 001 110 101.
+TEST(DecodePicture, AGifsCodeMayNameItself) {
+  Bytes gif = GifStart(3, 1);
+  PutImage(gif, 3, 1, 0, {2, 2, 0b10001100, 0b00001011, 0});
+  EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0xFF8010, 0xFF8010, 0xFF8010}}));
+}
+
+// An animation's later images are never looked at, also where the first has no pixels or none that can be
+// read.
+TEST(DecodePicture, AGifsLaterImagesTakeNothing) {
+  for (const unsigned char codeSize : {2, 12, 255}) {
+    Bytes gif = GifStart(1, 1);
+    PutImage(gif, 1, 1, 0, {codeSize, 0});
+    PutImage(gif, 60000, 60000, 0, kFourIndices);
+    gif.push_back(0x3B);
+    const LibraryHeap heap;
+    EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0}})) << int{codeSize};
+    EXPECT_LT(LibraryHeap::Largest(), kLittle) << int{codeSize};
+  }
+  Bytes gif = GifStart(1, 1);
+  PutImage(gif, 0, 5, 0, kFourIndices);
+  PutImage(gif, 1, 1, 0, kFourIndices);
+  EXPECT_EQ(DecodePicture(gif), nullptr);
 }
 
 TEST(DecodePicture, RefusesHostileJpegSizes) {
