@@ -1,5 +1,5 @@
-// Picture files: BMP and GIF by decoders of our own, PNG and JPEG by the picture library once their header
-// has told a size that we are willing to hold.
+// Picture files: BMP by a decoder of our own, GIF by its library, PNG and JPEG by the picture library once
+// their header has told a size that we are willing to hold.
 #include "platform/picture.h"
 
 #include <SDL.h>

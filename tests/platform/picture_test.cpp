@@ -465,7 +465,7 @@ TEST(DecodePicture, AGifsImageMayHaveItsOwnColours) {
 
 TEST(DecodePicture, AGifThatEndsEarlyShowsWhatIsThere) {
   Bytes gif = GifStart(4, 1);
-  PutImage(gif, 4, 1, 0, {2, 3, 0b10001100});  // clear, 1, and two bits of the next code
+  PutImage(gif, 4, 1, 0, {2, 1, 0b10001100});  // a block with clear, 1, and two bits of the next code
   EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0xFF8010, 0, 0, 0}}));
 }
 
@@ -485,7 +485,12 @@ TEST(DecodePicture, AGifsLaterImagesTakeNothing) {
     PutImage(gif, 60000, 60000, 0, kFourIndices);
     gif.push_back(0x3B);
     const LibraryHeap heap;
-    EXPECT_EQ(Seen(DecodePicture(gif)), (Rows{{0}})) << int{codeSize};
+    const SurfacePtr seen = DecodePicture(gif);
+    if (codeSize == 2) {
+      EXPECT_EQ(Seen(seen), (Rows{{0}}));
+    } else {
+      EXPECT_EQ(seen, nullptr) << int{codeSize};  // no code is so wide
+    }
     EXPECT_LT(LibraryHeap::Largest(), kLittle) << int{codeSize};
   }
   Bytes gif = GifStart(1, 1);
