@@ -14,7 +14,9 @@ namespace qlm {
 // one place counts, and which becomes a background sound, rests on it. Keep each step as it is.
 template <typename Record, typename Key>
 void SortInScheme(std::span<Record> records, Key key) {
-  const auto keyAt = [&](int64_t i) -> decltype(auto) { return key(records[static_cast<size_t>(i)]); };
+  // The scheme never leaves a range: at each of its ends stands a record that ends the walk there.
+  Record* const first = records.data();
+  const auto keyAt = [&](int64_t i) -> decltype(auto) { return key(first[i]); };
   std::vector<std::pair<int64_t, int64_t>> ranges = {{0, static_cast<int64_t>(records.size()) - 1}};
   while (!ranges.empty()) {
     const auto [lo, hi] = ranges.back();
@@ -34,7 +36,7 @@ void SortInScheme(std::span<Record> records, Key key) {
       do --j;
       while (pivot < keyAt(j));
       if (i >= j) break;
-      std::swap(records[static_cast<size_t>(i)], records[static_cast<size_t>(j)]);
+      std::swap(first[i], first[j]);
     }
     ranges.emplace_back(j + 1, hi);
     ranges.emplace_back(lo, i - 1);

@@ -90,7 +90,7 @@ class Spread {
     auto source = static_cast<int32_t>(begin / count);
     auto error = static_cast<int32_t>(begin % count);
     for (int32_t i = 0; i < end - first; ++i) {
-      index_[static_cast<size_t>(i)] = static_cast<uint16_t>(source);
+      index_.data()[i] = static_cast<uint16_t>(source);
       source += whole;
       error += rest;
       if (error >= count) {
@@ -100,7 +100,7 @@ class Spread {
     }
   }
   // The place counts from `first`.
-  int32_t operator[](int32_t i) const { return index_[static_cast<size_t>(i)]; }
+  int32_t operator[](int32_t i) const { return index_.data()[i]; }
 
  private:
   std::array<uint16_t, Surface::kMaxSide> index_;  // filled only as far as it is read
@@ -181,7 +181,7 @@ bool Surface::Fill(const Rect& rect, Colour colour) {
   const bool whole = rect.Width() == width_;
   const int32_t count = whole ? width_ * rect.Height() : rect.Width();
   for (int32_t y = rect.top; y < rect.bottom; y += whole ? rect.Height() : 1) {
-    FillRow(Row(y).data() + rect.left, count, colour & kColourBits);
+    FillRow(PixelsFrom(rect.left, y), count, colour & kColourBits);
   }
   return true;
 }
@@ -233,7 +233,7 @@ bool Surface::Copy(int32_t x, int32_t y, const Surface& source, const Rect& from
     const bool whole = from.Width() == width_ && from.Width() == source.width_;
     const int32_t count = whole ? width_ * from.Height() : from.Width();
     for (int32_t row = 0; row < from.Height(); row += whole ? from.Height() : 1) {
-      CopyRow(source.Row(from.top + row).data() + from.left, Row(y + row).data() + x, count, key);
+      CopyRow(source.PixelsFrom(from.left, from.top + row), PixelsFrom(x, y + row), count, key);
     }
   });
   return true;
@@ -270,13 +270,13 @@ bool Surface::StretchWithin(const Rect& clip, const Rect& to, const Surface& sou
   const bool leavesOut = keyed == Keyed::kYes && source.hasKey_;
   WithKey(leavesOut, source.keyLow_, source.keyHigh_, [&](auto leftOut) {
     for (int32_t row = 0; row < seen.Height(); ++row) {
-      Colour* const target = Row(seen.top + row).data() + seen.left;
+      Colour* const target = PixelsFrom(seen.left, seen.top + row);
       // Enlarged, a row without holes is the one above it once more.
       if (!leavesOut && row > 0 && rows[row] == rows[row - 1]) {
         std::memcpy(target, target - width_, static_cast<size_t>(seen.Width()) * sizeof(Colour));
         continue;
       }
-      const Colour* const pixels = source.Row(from.top + rows[row]).data() + from.left;
+      const Colour* const pixels = source.PixelsFrom(from.left, from.top + rows[row]);
       for (int32_t i = 0; i < seen.Width(); ++i) {
         const Colour colour = pixels[columns[i]];
         target[i] = leftOut(colour) ? target[i] : colour;

@@ -84,6 +84,11 @@ class Surface {
 
  private:
   bool Holds(const Rect& rect) const;
+  // The pixels from a place on that is known to lie in the image.
+  Colour* PixelsFrom(int32_t x, int32_t y) { return pixels_.data() + (ptrdiff_t{y} * width_ + x); }
+  const Colour* PixelsFrom(int32_t x, int32_t y) const {
+    return pixels_.data() + (ptrdiff_t{y} * width_ + x);
+  }
 
   int32_t width_;
   int32_t height_;

@@ -52,10 +52,11 @@ class Converter {
 
 struct Cp932 {
   std::array<char16_t, 256> single{};
-  std::vector<char16_t> pair = std::vector<char16_t>(65536, kMiddleDot);  // by lead * 256 + trail
-  std::vector<uint16_t> bytes = std::vector<uint16_t>(65536, 0);          // by character; 0 is none
+  std::array<char16_t, 65536> pair{};   // by lead * 256 + trail
+  std::array<uint16_t, 65536> bytes{};  // by character; 0 is none
 
   Cp932() {
+    pair.fill(kMiddleDot);
     const Converter decode("UTF-16LE", "CP932");
     const Converter encode("CP932", "UTF-16LE");
     const auto unitOf = [&](const std::string& in) -> char16_t {

@@ -1,6 +1,7 @@
 // Starting of sounds: chart slots, echoes, system sounds, and the list of what sounds.
 #include "sound/play.h"
 
+#include <algorithm>
 #include <array>
 
 #include "base/log.h"
@@ -189,12 +190,12 @@ void VoiceAdd(int32_t slot) {
 }
 
 void VoiceRemove(int32_t slot) {
-  int32_t place = 0;
-  while (place < VoiceCount && VoiceList[place] != slot) ++place;
-  if (place >= VoiceCount) return;
+  const auto end = VoiceList.begin() + VoiceCount;
+  const auto place = std::find(VoiceList.begin(), end, slot);
+  if (place == end) return;
   VoiceStart[slot] = 0;
   VoiceActive[slot] = false;
-  for (; place + 1 < VoiceCount; ++place) VoiceList[place] = VoiceList[place + 1];
+  std::move(place + 1, end, place);
   --VoiceCount;
 }
 

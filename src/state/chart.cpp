@@ -6,8 +6,8 @@
 namespace qlm {
 
 ChartObj* FindObj(int64_t index) {
-  return index >= 0 && index < static_cast<int64_t>(objs.size()) ? &objs[static_cast<size_t>(index)]
-                                                                 : nullptr;
+  const auto place = static_cast<size_t>(index);  // a negative one lies far behind the end
+  return place < objs.size() ? objs.data() + place : nullptr;
 }
 
 ChartObj* AddObj() {
