@@ -2,11 +2,13 @@
 #include "platform/files.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/sysinfo.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -67,6 +69,25 @@ File OpenFile(std::u16string_view path) {
   // A folder or a pipe is no file: reading one would fail late or wait forever.
   if (!found || stat(found->c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return nullptr;
   return File(std::fopen(found->c_str(), "rb"));
+}
+
+// A new file for what will replace `target`, under a name in its folder that no file has and no other program
+// takes. Its name goes to `name`.
+File OpenTemporary(const std::string& target, std::string& name) {
+  const std::string folder = target.substr(0, target.rfind('/') + 1);
+  int descriptor = -1;
+  for (int number = 0; descriptor < 0; ++number) {
+    name = folder + ".qlm-" + std::to_string(getpid()) + "-" + std::to_string(number) + ".new";
+    descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor < 0 && errno != EEXIST) return nullptr;
+  }
+  return File(fdopen(descriptor, "wb"));
+}
+
+// Whether all bytes went into the file and are on the disk.
+bool WriteThrough(std::FILE* file, std::string_view bytes) {
+  return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0 &&
+         fsync(fileno(file)) == 0;
 }
 
 }  // namespace
@@ -132,18 +153,12 @@ std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset
 
 bool WriteFile(std::u16string_view path, std::string_view bytes) {
   const std::string target = SystemPath(path);
-  const std::string temporary = target + ".new";
-  {
-    const File file(std::fopen(temporary.c_str(), "wb"));
-    if (!file) return false;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size() ||
-        std::fflush(file.get()) != 0) {
-      unlink(temporary.c_str());
-      return false;
-    }
-    fsync(fileno(file.get()));
-  }
-  if (std::rename(temporary.c_str(), target.c_str()) == 0) return true;
+  std::string temporary;
+  File file = OpenTemporary(target, temporary);
+  if (!file) return false;
+  const bool written = WriteThrough(file.get(), bytes);
+  file.reset();
+  if (written && std::rename(temporary.c_str(), target.c_str()) == 0) return true;
   unlink(temporary.c_str());
   return false;
 }
@@ -157,6 +172,15 @@ bool AppendFile(std::u16string_view path, std::string_view bytes) {
 bool DeleteFile(std::u16string_view path) {
   const std::optional<std::string> found = FindPath(path);
   return found && unlink(found->c_str()) == 0;
+}
+
+bool LockFile(std::u16string_view path) {
+  const int descriptor = open(SystemPath(path).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  if (descriptor < 0 || flock(descriptor, LOCK_EX | LOCK_NB) == 0)
+    return true;  // the open file holds the lock
+  const bool heldByAnother = errno == EWOULDBLOCK;
+  close(descriptor);
+  return !heldByAnother;
 }
 
 bool MakeFolder(std::u16string_view path) {

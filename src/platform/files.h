@@ -26,11 +26,15 @@ std::optional<std::string> ReadFile(std::u16string_view path);
 // At most `length` bytes from `offset` on; fewer at the end of the file.
 std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset, int64_t length);
 
-// Writes a temporary name beside it and renames, so that a crash leaves the old file or the new one.
+// Writes a temporary name beside it and renames once the bytes are on the disk, so that a crash, a full disk
+// and a failing one leave the old file or the new one. False when the old one stayed.
 bool WriteFile(std::u16string_view path, std::string_view bytes);
 // Opens, appends, closes; the bytes are with the system when it returns.
 bool AppendFile(std::u16string_view path, std::string_view bytes);
 bool DeleteFile(std::u16string_view path);
+// Locks a file for as long as the program lives, and makes it when there is none. False only when another
+// program holds the lock: where no file can be made, there is nothing to keep others from.
+bool LockFile(std::u16string_view path);
 // One level; true also when it exists already.
 bool MakeFolder(std::u16string_view path);
 

@@ -149,6 +149,26 @@ TEST_F(FilesTest, WritingReplacesTheWholeFileAndLeavesNothingBeside) {
   EXPECT_EQ(platform::ListFolder(Join(AppPath, u"\\w")).size(), 1U);
 }
 
+TEST_F(FilesTest, WritingTouchesNoOtherFileOfTheFolder) {
+  const Text other = WriteData(u"w\\f.new", "somebody's");
+  const Text path = WriteData(u"w\\f", "a");
+  EXPECT_TRUE(platform::WriteFile(path, "b"));
+  EXPECT_EQ(platform::ReadFile(other), "somebody's");
+}
+
+TEST_F(FilesTest, WritingOverAFolderFailsAndLeavesNothingBeside) {
+  WriteData(u"w\\f\\inside", "a");
+  EXPECT_FALSE(platform::WriteFile(Join(AppPath, u"\\w\\f"), "b"));
+  EXPECT_EQ(platform::ListFolder(Join(AppPath, u"\\w")).size(), 1U);
+}
+
+TEST_F(FilesTest, ALockedFileIsLockedOnce) {
+  const Text path = Join(AppPath, u"\\lock");
+  EXPECT_TRUE(platform::LockFile(path));
+  EXPECT_FALSE(platform::LockFile(path));
+  EXPECT_TRUE(platform::LockFile(Join(AppPath, u"\\nothing\\lock"))) << "nobody can hold what cannot be made";
+}
+
 TEST_F(FilesTest, WritingIntoNoFolderFails) {
   EXPECT_FALSE(platform::WriteFile(Join(AppPath, u"\\nothing\\f"), "b"));
 }
