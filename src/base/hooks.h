@@ -17,6 +17,8 @@ struct Hooks {
   void (*loadingFrame)() = nullptr;
   // Lets events run during a long load; called between the files of a chart.
   void (*loadPump)() = nullptr;
+  // A file of the game's own could not be written.
+  void (*unwritten)(TextView path) = nullptr;
   // A key by its number: scan codes below 256, joystick inputs from 256.
   void (*keyDown)(int32_t key) = nullptr;
   void (*keyUp)(int32_t key) = nullptr;

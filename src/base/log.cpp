@@ -3,12 +3,15 @@
 
 #include <algorithm>
 
+#include "base/hooks.h"
 #include "base/paths.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/text.h"
 
 namespace qlm {
+
+Text LogPath() { return DataPath(u"debug.txt"); }
 
 void DebugLog(TextView message, int32_t indentDelta) {
   const TextView words = message.empty() ? TextView(u"Ready.") : Trim(message);
@@ -20,7 +23,9 @@ void DebugLog(TextView message, int32_t indentDelta) {
     const platform::WallTime now = platform::WallClock();
     const Text stamped = Join(Padded(now.hour, 2), u":", Padded(now.minute, 2), u":", Padded(now.second, 2),
                               u"> ", line, kCrLf);
-    platform::AppendFile(DataPath(u"debug.txt"), platform::EncodeCp932(stamped));
+    if (!platform::AppendFile(LogPath(), platform::EncodeCp932(stamped)) && hooks.unwritten != nullptr) {
+      hooks.unwritten(LogPath());
+    }
   }
   if (logOutput.lines != nullptr) logOutput.lines->push_back(std::move(line));
   if (logOutput.afterLine != nullptr) logOutput.afterLine();

@@ -12,8 +12,12 @@ namespace qlm {
 inline int32_t LogIndent = 0;
 
 // Appends a line to \_qlmfiles\debug.txt: the time, LogIndent * 4 blanks, the message without outer blanks
-// ("Ready." for an empty one). LogIndent then changes by indentDelta.
+// ("Ready." for an empty one). LogIndent then changes by indentDelta. A line that cannot be written is lost,
+// and the hook for unwritten files is called.
 void DebugLog(TextView message, int32_t indentDelta = 0);
+
+// The log's file.
+Text LogPath();
 
 // Where lines go besides, or instead.
 struct LogOutput {

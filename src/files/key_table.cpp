@@ -7,6 +7,7 @@
 
 #include "base/log.h"
 #include "base/paths.h"
+#include "files/data_folder.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "state/keys.h"
@@ -21,7 +22,9 @@ constexpr DefaultKey kDefaultKeys[] = {
     {kKeyPeriod, 28}, {kKeyEnter, 29}, {kKeyRightShift, 29},
 };
 
-Text KeyTablePath() { return DataPath(u"qlm_keycnf.dat"); }
+constexpr TextView kKeyTableName = u"qlm_keycnf.dat";
+
+Text KeyTablePath() { return DataPath(kKeyTableName); }
 
 uint8_t ByteAt(std::string_view bytes, size_t place) {
   return place < bytes.size() ? static_cast<uint8_t>(bytes[place]) : uint8_t{0};
@@ -72,6 +75,6 @@ void LoadKeyTable() {
   SetDefaultKeyMap();
 }
 
-void SaveKeyTable() { platform::WriteFile(KeyTablePath(), KeyTableBytes()); }
+bool SaveKeyTable() { return SaveDataFile(kKeyTableName, KeyTableBytes()); }
 
 }  // namespace qlm

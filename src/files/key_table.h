@@ -23,7 +23,7 @@ std::string KeyTableBytes();
 
 // Takes over the file, or the default map when there is none or it cannot be read.
 void LoadKeyTable();
-// A failure is passed over.
-void SaveKeyTable();
+// False when the file could not be written.
+bool SaveKeyTable();
 
 }  // namespace qlm

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/paths.h"
+#include "files/data_folder.h"
 #include "files/settings_keys.h"
 #include "platform/files.h"
 #include "platform/window.h"
@@ -17,7 +18,9 @@ namespace {
 
 constexpr int32_t kLongestValue = 127;
 
-Text SettingsPath() { return DataPath(u"qlm_conf.ini"); }
+constexpr TextView kSettingsName = u"qlm_conf.ini";
+
+Text SettingsPath() { return DataPath(kSettingsName); }
 
 }  // namespace
 
@@ -48,7 +51,7 @@ void LoadSettings() {
   if (HiSpeed == 0) RandomHiSpeed = true;
 }
 
-void SaveSettings() {
+bool SaveSettings() {
   IniText file(platform::ReadFile(SettingsPath()).value_or(std::string()));
   const platform::WindowPlacement form = platform::NormalizeWindow();
   const std::pair<TextView, int32_t> geometry[] = {{u"Left", form.left},
@@ -58,7 +61,7 @@ void SaveSettings() {
                                                    {u"WindowState", form.state}};
   for (const auto& [key, value] : geometry) file.Put(u"MainForm", key, ToText(value));
   for (const SettingKey& row : SettingKeys()) file.Put(row.section, row.key, SettingText(row.variable));
-  platform::WriteFile(SettingsPath(), file.Bytes());
+  return SaveDataFile(kSettingsName, file.Bytes());
 }
 
 }  // namespace qlm

@@ -5,8 +5,10 @@
 #include <cstdio>
 #include <optional>
 
+#include "base/hooks.h"
 #include "base/log.h"
 #include "base/paths.h"
+#include "files/data_folder.h"
 #include "files/key_table.h"
 #include "files/settings_file.h"
 #include "graphics/display.h"
@@ -23,6 +25,7 @@
 #include "shell/main_form.h"
 #include "shell/play_report.h"
 #include "shell/set_value.h"
+#include "shell/unwritten.h"
 #include "shell/version.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -59,6 +62,12 @@ void ReportMissingDataFolder() {
                platform::SystemPath(Join(AppPath, u"\\_qlmfiles")).c_str());
 }
 
+// The boot screen tells it too.
+void ReportSecondProgram() {
+  std::fprintf(stderr, "quillmarch: another one runs from %s; this one keeps no log and saves nothing\n",
+               platform::SystemPath(AppPath).c_str());
+}
+
 void MakeDataFolders() {
   for (const TextView folder : {u"", u"jukelist", u"courselist", u"wav"}) {
     platform::MakeFolder(DataPath(folder));
@@ -78,9 +87,9 @@ void SetDrawConstants() {
 void TellWhatWasPlayed() {
   const int32_t seconds = BMSLengthMs / 1000;
   const Text line = Join(u"Played \"", HdrTitle, u"\" by ", HdrArtist, u" (", seconds / 60, u":",
-                         Padded(seconds % 60, 2), u"). The log is ");
-  std::printf("%s%s\n", platform::EncodeUtf8(line).c_str(),
-              platform::SystemPath(DataPath(u"debug.txt")).c_str());
+                         Padded(seconds % 60, 2), u").");
+  const std::string log = keepsDataFolder ? " The log is " + platform::SystemPath(LogPath()) : std::string();
+  std::printf("%s%s\n", platform::EncodeUtf8(line).c_str(), log.c_str());
 }
 
 // What the command line sets is saved at the end, like what keys change in a play. False, with a word to the
@@ -103,7 +112,8 @@ bool TakeSettings(const Launch& launch) {
 int Main(const Launch& launch) {
   ResetState();
   AppPath = platform::ProgramFolder();
-  platform::DeleteFile(DataPath(u"debug.txt"));
+  const bool first = TakeDataFolder();
+  if (first) platform::DeleteFile(LogPath());
   DebugLog(Text(67, u'-'));
   DebugLog(Join(u"[Main] quillmarch ", VersionText(), u" start on ", StartTime()), 1);
   LoadSettings();
@@ -111,6 +121,8 @@ int Main(const Launch& launch) {
     ReportMissingDataFolder();
     return 1;
   }
+  hooks.unwritten = ReportUnwritten;
+  if (!first) ReportSecondProgram();
   MakeDataFolders();
   if (!TakeSettings(launch)) return 2;
   if (launch.demo) DemonstrateThisRun();
@@ -133,6 +145,7 @@ void Start(TextView command) {
   PrintBoot(u"");
   PrintBoot(u"");
   PrintBoot(Join(u"quillmarch ", ProgramVersion().revision, u" booting... "));
+  if (!keepsDataFolder) PrintBoot(u"another one runs: nothing is saved");
   InitDS();
   BootLog(u"[Start] preparing...");
   if (PreviewDelay == 0) PreviewDelay = 1;

@@ -12,6 +12,7 @@
 #include "input/input.h"
 #include "platform/message_box.h"
 #include "platform/timers.h"
+#include "shell/unwritten.h"
 #include "sound/play.h"
 #include "state/settings.h"
 
@@ -20,19 +21,26 @@ namespace {
 
 std::optional<bool> savedDemoMode;
 
+struct Saved {
+  bool keys = false;
+  bool settings = false;
+};
+
 // What every end does first, with or without a window system.
-void SaveAndStop() {
+Saved SaveAndStop() {
+  Saved saved;
   DebugLog(u"[ExitApp]");
   DebugLog(u"saving settings...");
-  SaveKeyTable();
+  saved.keys = SaveKeyTable();
   if (savedDemoMode) DEMOMode = *savedDemoMode;
-  SaveSettings();
+  saved.settings = SaveSettings();
   DebugLog(u"Kill timers...");
   for (const int timer :
        {platform::kTimerPlay, platform::kTimerNetwork, platform::kTimerNetwork99, platform::kTimerPreview}) {
     platform::KillTimer(timer);
   }
   DebugLog(u"complete.");
+  return saved;
 }
 
 }  // namespace
@@ -43,12 +51,13 @@ void DemonstrateThisRun() {
 }
 
 void ExitApp(int status) {
-  SaveAndStop();
+  const Saved saved = SaveAndStop();
   ReleaseDD();
   ReleaseDS();
   ReleaseDI();
+  ShowUnsaved(saved.keys, saved.settings);
   std::fflush(nullptr);
-  std::exit(status);
+  std::exit(status == 0 && !(saved.keys && saved.settings) ? 1 : status);
 }
 
 void SaveWithoutDisplay() {

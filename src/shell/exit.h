@@ -5,7 +5,8 @@
 
 namespace qlm {
 
-// Saves keys and settings, gives everything back and ends the program with this status.
+// Saves keys and settings, gives everything back and ends the program with this status, which is 1 in place
+// of 0 when keys or settings could not be saved.
 [[noreturn]] void ExitApp(int status = 0);
 
 // The end after a failure that nothing can go on from: a box, then ExitApp with status 1.

@@ -3,7 +3,9 @@
 
 #include <regex>
 
+#include "base/hooks.h"
 #include "base/paths.h"
+#include "platform/files.h"
 #include "tests/support/game_test.h"
 
 namespace qlm {
@@ -52,6 +54,19 @@ TEST_F(LogTest, AFileThatCannotBeWrittenIsPassedOver) {
   AppPath = u"\\no such folder\\anywhere";
   DebugLog(u"a");
   EXPECT_TRUE(Logged(u"a"));
+}
+
+// The file's place is taken by a folder.
+TEST_F(LogTest, ALineThatCannotBeWrittenIsTold) {
+  static std::vector<Text> told;
+  told.clear();
+  hooks.unwritten = [](TextView path) { told.emplace_back(path); };
+  DebugLog(u"one");
+  EXPECT_TRUE(told.empty());
+  platform::DeleteFile(LogPath());
+  platform::MakeFolder(LogPath());
+  DebugLog(u"two");
+  EXPECT_EQ(told, (std::vector<Text>{LogPath()}));
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 // The real program from its start to its end, without a display or a sound card.
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <thread>
 
 #include "base/paths.h"
 #include "files/key_table.h"
@@ -34,6 +36,23 @@ class BootTest : public GameTest {
                      {"SDL_VIDEODRIVER", "dummy"},
                      {"SDL_AUDIODRIVER", "dummy"}},
                     seconds);
+  }
+  // With files of at most that many KiB, as on a full disk.
+  ProcessResult StartOnFullDisk(const std::string& kib, const std::string& arguments) const {
+    return qlm::Run(
+        {"bash", "-c",
+         "trap '' XFSZ; ulimit -f " + kib + "; exec " + SystemFolder() + "/quillmarch " + arguments},
+        {{"DISPLAY", ""},
+         {"WAYLAND_DISPLAY", ""},
+         {"SDL_VIDEODRIVER", "dummy"},
+         {"SDL_AUDIODRIVER", "dummy"}},
+        60);
+  }
+  // How often the words stand in the text.
+  static int Count(const std::string& text, const std::string& words) {
+    int count = 0;
+    for (size_t at = text.find(words); at != std::string::npos; at = text.find(words, at + 1)) ++count;
+    return count;
   }
   std::string Chart(TextView name) const { return platform::SystemPath(WriteText(name, kChart)); }
 
@@ -276,6 +295,67 @@ TEST_F(BootTest, SetOfWhatDoesNotExistIsRefusedBeforeTheGameStarts) {
   EXPECT_EQ(result.errors,
             "quillmarch: --set Warp=9: there is no setting and no play option by the name Warp\n");
   EXPECT_EQ(Start({"--set", "HiSpeed", "-P"}).exitStatus, 2);
+}
+
+TEST_F(BootTest, ASecondProgramPlaysWithoutWriting) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Setting]\r\nRealHiSpeed=1\r\nHiSpeed=1\r\n");
+  const std::string settings = Settings();
+  // A play of a minute and more.
+  const std::string longChart = platform::SystemPath(
+      WriteText(u"s\\long.bms", u"\r\n#PLAYER 1\r\n#TITLE long\r\n#BPM 60\r\n#02011:01\r\n"));
+  Process first(
+      {SystemFolder() + "/quillmarch", longChart},
+      {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", "dummy"}, {"SDL_AUDIODRIVER", "dummy"}});
+  for (int i = 0; i < 1000 && !LogHolds("playloop start"); ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  ASSERT_TRUE(LogHolds("playloop start"));
+
+  const ProcessResult second = Start({"--set", "HiSpeed=3", Chart(u"s\\a.bms")});
+  EXPECT_EQ(second.exitStatus, 0) << second.errors;
+  EXPECT_EQ(Count(second.errors,
+                  "another one runs from " + SystemFolder() + "; this one keeps no log and saves nothing\n"),
+            1)
+      << second.errors;
+  EXPECT_NE(second.output.find("Played \"boot\" by us"), std::string::npos) << second.output;
+  EXPECT_TRUE(first.Running());
+  EXPECT_TRUE(LogHolds("[BMSLoad] long.bms"));
+  EXPECT_FALSE(LogHolds("[BMSLoad] a.bms"));
+  EXPECT_EQ(Settings(), settings);
+  EXPECT_FALSE(FileExists(DataPath(u"qlm_keycnf.dat")));
+
+  // A program that was killed leaves no lock behind.
+  first.Kill();
+  EXPECT_EQ(Start({"-P"}).errors.find("another one"), std::string::npos);
+  EXPECT_FALSE(LogHolds("[BMSLoad] long.bms"));
+}
+
+TEST_F(BootTest, SettingsThatCannotBeSavedAreToldAndMakeTheExitStatusOne) {
+  fs::create_directories(SystemFolder() + "/_qlmfiles/qlm_conf.ini/in its place");
+  const ProcessResult result = Start({"--set", "RealHiSpeed=1", Chart(u"s\\a.bms")});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(Count(result.errors, "/_qlmfiles/qlm_conf.ini cannot be written;"), 1) << result.errors;
+  EXPECT_TRUE(LogHolds("playloop end"));
+}
+
+TEST_F(BootTest, ALogThatCannotBeWrittenIsToldOnceAndThePlayGoesOn) {
+  fs::create_directories(SystemFolder() + "/_qlmfiles/debug.txt/in its place");
+  const ProcessResult result = Start({"--set", "RealHiSpeed=1", Chart(u"s\\a.bms")});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_EQ(Count(result.errors, "/_qlmfiles/debug.txt cannot be written;"), 1) << result.errors;
+  EXPECT_NE(result.output.find("Played \"boot\" by us"), std::string::npos) << result.output;
+}
+
+TEST_F(BootTest, OnAFullDiskTheOldSettingsStay) {
+  const std::string settings = "[Setting]\r\nRealHiSpeed=1\r\nHiSpeed=1\r\n";
+  WriteData(u"_qlmfiles\\qlm_conf.ini", settings);
+  // The log and the settings are both longer than that, what is said at the terminal is not.
+  const ProcessResult result = StartOnFullDisk("1", Chart(u"s\\a.bms"));
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(Count(result.errors, "/_qlmfiles/debug.txt cannot be written;"), 1) << result.errors;
+  EXPECT_EQ(Count(result.errors, "/_qlmfiles/qlm_conf.ini cannot be written;"), 1) << result.errors;
+  EXPECT_EQ(Settings(), settings);
+  EXPECT_NE(result.output.find("Played \"boot\" by us"), std::string::npos) << result.output;
 }
 
 TEST_F(BootTest, HelpAndVersionAreAnsweredBeforeAnythingHappens) {

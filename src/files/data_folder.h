@@ -1,0 +1,22 @@
+// The data folder: which of two programs may write into it, and how the files of the game are written.
+#pragma once
+
+#include <string_view>
+
+#include "base/text.h"
+
+namespace qlm {
+
+// Whether this program keeps log, settings and all else below \_qlmfiles. A second one that runs from the
+// same folder plays without writing, so that it takes nothing away from the first.
+inline bool keepsDataFolder = true;
+
+// Takes the folder for as long as the program lives, by a lock beside the log. False, with keepsDataFolder
+// and the log switched off, when another program has it.
+bool TakeDataFolder();
+
+// Writes a file below \_qlmfiles. False, with the hook for unwritten files called, when that fails and the
+// old file stayed; in a second program nothing is written and nothing has failed.
+bool SaveDataFile(TextView name, std::string_view bytes);
+
+}  // namespace qlm

@@ -1,0 +1,33 @@
+// A file that cannot be written is told once.
+#include "shell/unwritten.h"
+
+#include "base/paths.h"
+#include "state/message.h"
+#include "tests/support/game_test.h"
+
+namespace qlm {
+namespace {
+
+class UnwrittenTest : public GameTest {};
+
+TEST_F(UnwrittenTest, OnceOnTheScreenAndOnTheTerminal) {
+  testing::internal::CaptureStderr();
+  ReportUnwritten(DataPath(u"once.txt"));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "quillmarch: " + SystemFolder() +
+                "/_qlmfiles/once.txt cannot be written; is the disk full, or the folder read-only?\n");
+  EXPECT_TRUE(messageUp);
+  EXPECT_EQ(messageText, u"once.txt cannot be written");
+
+  ResetMessage();
+  testing::internal::CaptureStderr();
+  ReportUnwritten(DataPath(u"once.txt"));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_FALSE(messageUp);
+
+  ReportUnwritten(DataPath(u"other.txt"));
+  EXPECT_EQ(messageText, u"other.txt cannot be written");
+}
+
+}  // namespace
+}  // namespace qlm
