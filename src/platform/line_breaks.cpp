@@ -1,29 +1,24 @@
-// Line breaks: the longest beginning that fits, back to the last place that may be broken.
+// Line breaks by ICU: the longest beginning that fits, back to the last place that may be broken.
 #include "platform/line_breaks.h"
 
-#include <cstddef>
+#include <unicode/ubrk.h>
+#include <unicode/utf16.h>
+
+#include <memory>
 
 namespace platform {
 namespace {
 
-constexpr std::u16string_view kClosing =
-    u"、。，．・：；？！゛゜ー〜…‥々〉》」』】〕）］｝ぁぃぅぇぉっゃゅょゎァィゥェォッャュョヮヵヶ"
-    u"!),.:;?]}%";
-constexpr std::u16string_view kOpening = u"〈《「『【〔（［｛([{";
+struct CloseBreaks {
+  void operator()(UBreakIterator* breaks) const { ubrk_close(breaks); }
+};
+using Breaks = std::unique_ptr<UBreakIterator, CloseBreaks>;
 
-bool LowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
-
-// Signs that stand in words, which are not broken.
-bool OfWords(char16_t unit) { return unit < 0x2E80; }
-
-// Whether a line may end in front of `text[i]`, which is not the first unit.
-bool MayBreak(std::u16string_view text, size_t i) {
-  const char16_t before = text[i - 1];
-  const char16_t after = text[i];
-  if (after == u' ' || LowSurrogate(after)) return false;
-  if (before == u' ') return true;
-  if (kClosing.find(after) != kClosing.npos || kOpening.find(before) != kOpening.npos) return false;
-  return !OfWords(before) || !OfWords(after);
+// In the strict manner of Japanese: no line begins with a small kana.
+Breaks BreaksOf(std::u16string_view text) {
+  UErrorCode status = U_ZERO_ERROR;
+  return Breaks(
+      ubrk_open(UBRK_LINE, "ja@lb=strict", text.data(), static_cast<int32_t>(text.size()), &status));
 }
 
 std::u16string_view WithoutBlanksAtTheEnd(std::u16string_view line) {
@@ -33,17 +28,25 @@ std::u16string_view WithoutBlanksAtTheEnd(std::u16string_view line) {
 // Units of the first line of a text without line feeds; at least 1, or 0 for an empty text.
 size_t LengthOfFirstLine(std::u16string_view text, int32_t width,
                          int32_t (*widthOf)(std::u16string_view line)) {
+  const auto fits = [&](size_t length) {
+    return widthOf(WithoutBlanksAtTheEnd(text.substr(0, length))) <= width;
+  };
+  if (fits(text.size())) return text.size();
   size_t breakable = 0;
-  for (size_t i = 1; i <= text.size(); ++i) {
-    if (i < text.size() && LowSurrogate(text[i])) continue;
-    if (widthOf(WithoutBlanksAtTheEnd(text.substr(0, i))) > width) {
-      if (breakable > 0) return breakable;
-      const size_t cut = LowSurrogate(text[i - 1]) ? i - 2 : i - 1;
-      return cut > 0 ? cut : i;
+  if (const Breaks breaks = BreaksOf(text)) {
+    for (int32_t place = ubrk_next(breaks.get()); place != UBRK_DONE && fits(static_cast<size_t>(place));
+         place = ubrk_next(breaks.get())) {
+      breakable = static_cast<size_t>(place);
     }
-    if (i < text.size() && MayBreak(text, i)) breakable = i;
   }
-  return text.size();
+  if (breakable > 0) return breakable;
+  // Nothing may be broken: as many characters as fit, and one at least.
+  size_t end = 0;
+  do {
+    breakable = end;
+    U16_FWD_1(text, end, text.size());
+  } while (end < text.size() && fits(end));
+  return breakable > 0 ? breakable : end;
 }
 
 }  // namespace
