@@ -20,7 +20,8 @@ bool Fits(int64_t value) { return std::in_range<int32_t>(value); }
 // Null for a sheet that is not there.
 const Surface* Sheet(uint8_t file) { return DDBack ? SkinFile[file].get() : nullptr; }
 
-// How many frames have gone by at a clip's speed; nothing for a clip that stands or cannot be reckoned.
+// How many frames have gone by at a clip's speed; nothing for a clip that stands still or whose speed is no
+// number.
 std::optional<int64_t> FramesGone(const SkinClip& clip) {
   switch (clip.animMode) {
     case kClipByClock:

@@ -127,7 +127,7 @@ void PresentFrame(bool noWait, bool quiet) {
 }
 
 // Quirk: a setting above 100 is kept and counts as 100. With one of hours the boot would not end, and a play
-// would not heed its keys.
+// would not answer its keys.
 uint32_t FrameRest() {
   constexpr int32_t kLongestRest = 100;
   return static_cast<uint32_t>(std::clamp(Sleep, 0, kLongestRest));

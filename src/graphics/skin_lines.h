@@ -18,7 +18,7 @@ namespace qlm {
 constexpr int64_t kLongestSkin = int64_t{4} << 20;
 
 // A line as the reading takes it: blanks for tabs, cut at the first "//", trimmed.
-// Quirk: the cut takes no heed of what it cuts, so a file name that holds "//" loses its end.
+// Quirk: the cut does not ask what it cuts, so a file name that holds "//" loses its end.
 Text CleanSkinLine(TextView raw);
 
 // Whether a line without the field makes sense to an author. The reading itself takes either.

@@ -17,7 +17,7 @@ void ReleaseDI();
 void DispatchKey(int32_t key, bool down);
 // The keyboard has gone to another window, which sees the keys go up: every held key is let go.
 void ReleaseKeyboard();
-// Polls the controllers, and hands over each input that has changed, in ascending order. Inputs past the 64
+// Polls the controllers, and dispatches each input that has changed, in ascending order. Inputs past the 64
 // of JoyStateBits, those of a third controller among them, are lost.
 void ReadJoysticks();
 

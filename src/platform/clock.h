@@ -38,7 +38,7 @@ struct WallTime {
 };
 // Local time.
 WallTime WallClock();
-// Seconds since 1970, as files bear them; never virtual.
+// Seconds since 1970, as the times of files; never virtual.
 int64_t SystemSeconds();
 
 }  // namespace platform

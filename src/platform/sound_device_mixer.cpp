@@ -1,4 +1,4 @@
-// Mixing: fetching samples in any form, resampling, adding up; and the hand-over between the two threads.
+// Mixing: fetching samples in any form, resampling, adding up; and how voices pass between the two threads.
 #include "platform/sound_device_mixer.h"
 
 #include <algorithm>

@@ -5,9 +5,9 @@
 // whether it loops, and where it was last put. The game rewrites the word, the device reads it once a block.
 // Only the last state before a block can be heard, so nothing is lost however many calls come or however long
 // the device sleeps; a queue of commands would have to be bounded, and to drop or wait when it is full.
-// A voice that starts is handed over on a list linked through the voices themselves, so that costs no memory
-// either. It stays enlisted until the device lets it go by clearing one bit of the order, and this is the
-// last thing that the device does with it: from then on the game may free it.
+// A voice that starts goes to the device on a list linked through the voices themselves, so that costs no
+// memory either. It stays enlisted until the device lets it go by clearing one bit of the order, and this is
+// the last thing that the device does with it: from then on the game may free it.
 #pragma once
 
 #include <atomic>
@@ -71,7 +71,7 @@ class Mixer {
  private:
   static constexpr uint32_t kPieceFrames = 256;
 
-  // The voices handed over since the last call, in the order of their starts.
+  // The voices that started since the last call, in the order of their starts.
   SoundBuffer* TakeIn();
   // Moves all voices on by `frames`; adds what they sound like to `sum`, unless it is null.
   void Run(float* sum, uint32_t frames);

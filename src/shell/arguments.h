@@ -1,4 +1,4 @@
-// What the system hands over at program start, made into the one command text that the game parses.
+// The words that the program is started with, made into the one command text that the game parses.
 #pragma once
 
 #include <span>

@@ -42,7 +42,7 @@ const Text* WantedFile(int32_t slot, TextView& word) {
   return song != nullptr ? song->Find(slot) : nullptr;
 }
 
-// Milliseconds that the sound lasts at its own frequency; 0 where its header has no rate to reckon with.
+// Milliseconds that the sound lasts at its own frequency; 0 where its header has no rate.
 float LengthMs(const platform::SoundDescription& description, const platform::SoundFormat& format) {
   const double length = static_cast<double>(description.bytes) / format.avgBytesPerSec * 1000;
   return std::isfinite(length) ? static_cast<float>(length) : 0.0F;
