@@ -36,6 +36,7 @@ void PlaceSong(int32_t index) {
 }
 
 void ReadSong(SongEntry& song) {
+  if (RefuseLongChart(song.path)) return;
   BMSRead(song.path);
   song.rank = HdrRank;
   song.playLevel = HdrPlayLevel;
@@ -49,6 +50,10 @@ int32_t BMSLoad(TextView path) {
   BMSInit();
   if (!FileExists(path)) {
     DebugLog(u"file not exist.", -1);
+    return -1;
+  }
+  if (RefuseLongChart(path)) {
+    DebugLog(u"not loaded.", -1);
     return -1;
   }
   LoadAbort = false;

@@ -14,6 +14,7 @@
 #include "base/titles.h"
 #include "chart/reader.h"
 #include "graphics/bga.h"
+#include "platform/heap.h"
 #include "sound/slots.h"
 #include "state/chart.h"
 #include "state/gauge.h"
@@ -222,14 +223,14 @@ void BMSPrepare() {
   ChooseSides();
   AddSeparators();
   DebugLog(u"sorting objects...");
-  SortObjs();
+  platform::WithinMemory(SortObjs);
   ScalePositions();
   if (!PreviewActive) ReleaseUnnamed();
   BMSLengthMs = GetBMSLength();
   ComputeBMSID();
   LogInfo();
   ComputeGains();
-  ShowTitles();
+  platform::WithinMemory(ShowTitles);
   SetTempo();
   if (const ChartObj* last = LastObj()) lastObjPos = last->pos;
   SetSideCount();

@@ -14,9 +14,12 @@
 #include "graphics/bga.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/heap.h"
 #include "sound/slots.h"
 #include "state/chart.h"
 #include "state/gauge.h"
+#include "state/load_budget.h"
+#include "state/message.h"
 #include "state/options.h"
 #include "state/records.h"
 #include "state/session.h"
@@ -121,7 +124,9 @@ bool LineReader::ReadLines(TextView text) {
     // Quirk: the end is looked for behind the line's first character, so that a line holding only # takes in
     // the next.
     const size_t end = FindLineEnd(text, place + 1);
-    if (!ReadLine(text.substr(place, end - place))) return false;
+    bool goesOn = true;
+    platform::WithinMemory([&] { goesOn = ReadLine(text.substr(place, end - place)); });
+    if (!goesOn) return false;
     place = FindCommand(text, end);
   }
   return true;
@@ -338,7 +343,10 @@ void BMSInit() {
   VoiceActive.Clear();
 
   objs.clear();
-  if (numObjs >= 0 && numObjs < kMostObjs) objs.resize(static_cast<size_t>(numObjs) + 1);
+  if (numObjs >= 0 && numObjs < kMostObjs) {
+    platform::WithinMemory([] { objs.resize(static_cast<size_t>(numObjs) + 1); });
+  }
+  tableMissing = numObjs >= 0 && objs.empty();
   shortageRaised = false;
 
   objCount = 0;
@@ -352,6 +360,15 @@ void BMSInit() {
   posTotal = 0;
   EchoCount = 0;
   VoiceCount = 0;
+  ResetBudgetNotice();
+}
+
+bool RefuseLongChart(TextView path) {
+  if (platform::FileLength(path).value_or(0) <= kLongestChart) return false;
+  const Text words = Join(u"chart of more than 256 MiB refused: ", GetFileName(path));
+  DebugLog(words);
+  ShowMessage(words);
+  return true;
 }
 
 void BMSRead(TextView path) { BMSReadBytes(path, platform::ReadFile(path).value_or("")); }
@@ -362,7 +379,9 @@ void BMSReadBytes(TextView path, std::string_view bytes) {
   DescribeSounds();
   DebugLog(Join(u"[BMSRead] ", GetFileName(path)), 1);
 
-  const ChartText chart = DecodeChart(bytes);
+  ChartText chart;
+  if (!platform::WithinMemory([&] { chart = DecodeChart(bytes); }))
+    DebugLog(u"# there is no memory for its text");
   if (chart.converted) DebugLog(u"Return-code converted");
 
   BMSPath = path;
@@ -382,8 +401,15 @@ void BMSReadBytes(TextView path, std::string_view bytes) {
 }
 
 bool ReportShortage() {
-  if (objCount <= numObjs || shortageRaised) return false;
+  const bool tooFew = objCount > numObjs;
+  if (shortageRaised || (!tooFew && !tableMissing)) return false;
   shortageRaised = true;
+  if (!tooFew) {
+    FatalError(u"too many numObjs!",
+               Join(u"a table of ", numObjs, u" objs does not fit into the memory.", kCrLf,
+                    u"please check \"numObjs\" value in \"qlm_conf.ini\" file."));
+    return true;
+  }
   FatalError(u"too few numObjs!",
              Join(u"this time, I need at least ", objCount, u" objs. but current numObjs value is ", numObjs,
                   u".", kCrLf, u"please check \"numObjs\" value in \"qlm_conf.ini\" file."));

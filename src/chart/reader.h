@@ -15,8 +15,13 @@ void BMSInit();
 void BMSRead(TextView path);
 // The same for bytes at hand. The chart's sounds and pictures lie in the folder of `path`.
 void BMSReadBytes(TextView path, std::string_view bytes);
-// Raises the fatal message if the object table is too small, once since BMSInit. True when it did: the load
-// then stops.
+// No text chart is longer; what is, takes minutes to read and has no music in it.
+constexpr int64_t kLongestChart = int64_t{256} << 20;
+// True, with a word in the log and on the screen, for a file that is longer.
+bool RefuseLongChart(TextView path);
+
+// Raises the fatal message if the object table is too small or could not be made, once since BMSInit. True
+// when it did: the load then stops.
 bool ReportShortage();
 
 }  // namespace qlm

@@ -32,8 +32,10 @@ Text GetIniValue(const IniText& file, TextView section, TextView key, TextView a
 }
 
 void SetDefaultSettings() {
-  for (const SettingKey& row : SettingKeys()) {
-    if (row.noFile) StoreSetting(row.variable, DefaultText(row.variable, *row.noFile));
+  for (const auto& rows : {SettingKeys(), OwnSettingKeys()}) {
+    for (const SettingKey& row : rows) {
+      if (row.noFile) StoreSetting(row.variable, DefaultText(row.variable, *row.noFile));
+    }
   }
 }
 
@@ -41,9 +43,11 @@ void LoadSettings() {
   numObjs = 65535;
   if (const std::optional<std::string> bytes = platform::ReadFile(SettingsPath())) {
     const IniText file(*bytes);
-    for (const SettingKey& row : SettingKeys()) {
-      StoreSetting(row.variable,
-                   GetIniValue(file, row.section, row.key, DefaultText(row.variable, row.absent)));
+    for (const auto& rows : {SettingKeys(), OwnSettingKeys()}) {
+      for (const SettingKey& row : rows) {
+        StoreSetting(row.variable,
+                     GetIniValue(file, row.section, row.key, DefaultText(row.variable, row.absent)));
+      }
     }
   } else {
     SetDefaultSettings();
@@ -61,6 +65,10 @@ bool SaveSettings() {
                                                    {u"WindowState", form.state}};
   for (const auto& [key, value] : geometry) file.Put(u"MainForm", key, ToText(value));
   for (const SettingKey& row : SettingKeys()) file.Put(row.section, row.key, SettingText(row.variable));
+  for (const SettingKey& row : OwnSettingKeys()) {
+    const Text value = SettingText(row.variable);
+    if (file.Find(row.section, row.key) || value != row.noFile) file.Put(row.section, row.key, value);
+  }
   return SaveDataFile(kSettingsName, file.Bytes());
 }
 

@@ -15,7 +15,8 @@ Text GetIniValue(const IniText& file, TextView section, TextView key, TextView a
 void LoadSettings();
 // The values of a new installation.
 void SetDefaultSettings();
-// Writes every key, and leaves all else in the file as it is. False when the file could not be written.
+// Writes every key of the table, and leaves all else in the file as it is. False when the file could not be
+// written.
 bool SaveSettings();
 
 }  // namespace qlm

@@ -83,6 +83,10 @@ constexpr SettingKey kKeys[] = {
     {u"Core", u"Debug", &Debug, u"False", u"False"},
 };
 
+constexpr SettingKey kOwnKeys[] = {
+    {u"quillmarch", u"LoadBudget", &LoadBudget, u"0", u"0"},
+};
+
 template <typename T, typename U>
 bool Store(T& target, const std::optional<U>& value) {
   Assign(target, value);
@@ -92,6 +96,8 @@ bool Store(T& target, const std::optional<U>& value) {
 }  // namespace
 
 std::span<const SettingKey> SettingKeys() { return kKeys; }
+
+std::span<const SettingKey> OwnSettingKeys() { return kOwnKeys; }
 
 bool StoreSetting(const SettingVariable& variable, TextView text) {
   return std::visit(Overloaded{

@@ -32,6 +32,9 @@ constexpr TextView kNothing;
 constexpr std::nullopt_t kStays = std::nullopt;
 
 std::span<const SettingKey> SettingKeys();
+// Keys that came later, in a section of their own. They are written only where the file has them already or
+// their value is not that of a new installation, so that files which do without them stay as they are.
+std::span<const SettingKey> OwnSettingKeys();
 
 // Stores the value that a text of the file stands for. False when it does not convert: the variable then
 // stays as it is.

@@ -8,8 +8,10 @@
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
 #include "platform/clock.h"
+#include "platform/heap.h"
 #include "state/chart.h"
 #include "state/judgement.h"
+#include "state/load_budget.h"
 #include "state/message.h"
 #include "state/settings.h"
 #include "state/surfaces.h"
@@ -33,6 +35,10 @@ void LoadChartPicture(const Text& path, SurfacePtr& surface, Rect& rect) {
     LoadBitmap(path, surface, rect);
   } else {
     LoadExBitmap(path, surface, rect);
+  }
+  if (surface && OverLoadBudget(path)) {
+    surface.reset();
+    rect = {};
   }
   if (surface) surface->SetColourKey(0, kDarkest);
 }
@@ -129,7 +135,7 @@ void BgaLoad(int32_t slot) {
   }
   BmpHeldName[slot] = file;
   BmpSurface[slot].reset();
-  LoadChartPicture(file, BmpSurface[slot], BmpRect[slot]);
+  platform::WithinMemory([&] { LoadChartPicture(file, BmpSurface[slot], BmpRect[slot]); });
   const Text name = Hex(static_cast<uint32_t>(slot));
   const int32_t ms = platform::Elapsed(platform::Now(), begin);
   const Rect& rect = BmpRect[slot];
@@ -153,6 +159,7 @@ void ReleaseStage() { DDStage.reset(); }
 void LoadStage(TextView path) {
   ReleaseStage();
   if (FileExists(path)) DDStage = ReadPicture(path);
+  if (DDStage && OverLoadBudget(path)) DDStage.reset();
   StageW = DDStage ? DDStage->Width() : kScreen.Width();
   StageH = DDStage ? DDStage->Height() : kScreen.Height();
   StageRect = {0, 0, StageW, StageH};

@@ -14,6 +14,7 @@
 #include <memory>
 
 #include "platform/folder_names.h"
+#include "platform/heap.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -144,7 +145,9 @@ std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset
   struct stat info {};
   if (!file || fstat(fileno(file.get()), &info) != 0) return std::nullopt;
   const int64_t left = std::max<int64_t>(0, info.st_size - offset);
-  std::string bytes(static_cast<size_t>(std::clamp<int64_t>(length, 0, left)), '\0');
+  std::string bytes;
+  if (!WithinMemory([&] { bytes.resize(static_cast<size_t>(std::clamp<int64_t>(length, 0, left))); }))
+    return {};
   if (bytes.empty()) return bytes;
   if (fseeko(file.get(), offset, SEEK_SET) != 0) return std::nullopt;
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));

@@ -22,6 +22,7 @@ std::u16string InnerPath(const std::string& systemPath);
 std::optional<int64_t> FileLength(std::u16string_view path);
 bool IsFolder(std::u16string_view path);
 
+// Nothing when it is no readable file, or longer than memory can be had for.
 std::optional<std::string> ReadFile(std::u16string_view path);
 // At most `length` bytes from `offset` on; fewer at the end of the file.
 std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset, int64_t length);

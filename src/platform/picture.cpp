@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "platform/gif.h"
+#include "platform/heap.h"
 #include "platform/picture_bytes.h"
 
 namespace platform {
@@ -300,21 +301,7 @@ SurfacePtr DecodeWithLibrary(Bytes bytes, const char* kind, const std::optional<
   return surface;
 }
 
-SurfacePtr DecodePng(Bytes bytes) { return DecodeWithLibrary(bytes, "PNG", PngSize(bytes)); }
-SurfacePtr DecodeJpeg(Bytes bytes) { return DecodeWithLibrary(bytes, "JPG", JpegSize(bytes)); }
-
-struct Kind {
-  std::string_view start;
-  SurfacePtr (*decode)(Bytes);
-};
-constexpr std::array<Kind, 4> kKinds{{{"\x89PNG\r\n\x1A\n", DecodePng},
-                                      {"\xFF\xD8\xFF", DecodeJpeg},
-                                      {"GIF87a", DecodeGif},
-                                      {"GIF89a", DecodeGif}}};
-
-}  // namespace
-
-SurfacePtr DecodeBmp(std::span<const unsigned char> bytes) {
+SurfacePtr ReadBmp(Bytes bytes) {
   const std::optional<BmpHeader> header = ReadBmpHeader(bytes);
   if (!header) {
     return {};
@@ -330,10 +317,33 @@ SurfacePtr DecodeBmp(std::span<const unsigned char> bytes) {
   return surface;
 }
 
+SurfacePtr ReadPng(Bytes bytes) { return DecodeWithLibrary(bytes, "PNG", PngSize(bytes)); }
+SurfacePtr ReadJpeg(Bytes bytes) { return DecodeWithLibrary(bytes, "JPG", JpegSize(bytes)); }
+
+struct Kind {
+  std::string_view start;
+  SurfacePtr (*read)(Bytes);
+};
+constexpr std::array<Kind, 4> kKinds{{{"\x89PNG\r\n\x1A\n", ReadPng},
+                                      {"\xFF\xD8\xFF", ReadJpeg},
+                                      {"GIF87a", DecodeGif},
+                                      {"GIF89a", DecodeGif}}};
+
+// Null also when there is no memory for what the reader makes.
+SurfacePtr Decode(SurfacePtr (*read)(Bytes), Bytes bytes) {
+  SurfacePtr surface;
+  WithinMemory([&] { surface = read(bytes); });
+  return surface;
+}
+
+}  // namespace
+
+SurfacePtr DecodeBmp(std::span<const unsigned char> bytes) { return Decode(ReadBmp, bytes); }
+
 SurfacePtr DecodePicture(std::span<const unsigned char> bytes) {
   for (const Kind& kind : kKinds) {
     if (StartsWith(bytes, kind.start)) {
-      return kind.decode(bytes);
+      return Decode(kind.read, bytes);
     }
   }
   return DecodeBmp(bytes);

@@ -13,7 +13,8 @@ constexpr int64_t kMaxPicturePixels = int64_t{4096} * 4096;
 
 // BMP with 1, 4, 8, 16, 24 or 32 bits a pixel, run-length coded ones too. A fourth channel is passed over.
 // Pixels that the data do not reach stay black. Null when the bytes are no such picture, are cut short in the
-// header, or ask for more than Surface::kMaxSide pixels on a side or kMaxPicturePixels in all.
+// header, or ask for more than Surface::kMaxSide pixels on a side, kMaxPicturePixels in all or the memory
+// there is.
 SurfacePtr DecodeBmp(std::span<const unsigned char> bytes);
 
 // BMP, PNG, JPEG or GIF (its first image), told apart by their first bytes. Transparency is laid over black,

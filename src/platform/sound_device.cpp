@@ -6,9 +6,9 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <new>
 #include <string_view>
 
+#include "platform/heap.h"
 #include "platform/sound_device_mixer.h"
 
 namespace platform {
@@ -89,15 +89,34 @@ bool DeviceTakes(const SoundFormat& format) {
          format.samplesPerSec <= kHighestRate;
 }
 
-// The owner's pointer to a voice; letting it go leaves the voice to the mixer, which frees it in time.
-SoundBufferResult Own(SoundBuffer* voice) {
-  if (voice == nullptr) return {nullptr, kSoundOutOfMemory};
-  return {SoundBufferPtr(voice,
-                         [](SoundBuffer* released) {
-                           const std::shared_ptr<Mixer> device = released->Device();
-                           device->Retire(released);
-                         }),
-          kSoundOk};
+// Samples without a sound. Null when there is no memory for them.
+std::shared_ptr<Samples> MakeSamples(const SoundDescription& description, const SoundFormat& format) {
+  auto samples = std::make_shared<Samples>();
+  samples->format = format;
+  samples->frameBytes = format.channels * format.bitsPerSample / 8U;
+  samples->frames = description.bytes / samples->frameBytes;
+  // Cleared memory costs nothing before it is written, so a size that a file only claims is cheap.
+  samples->data.reset(static_cast<unsigned char*>(std::calloc(description.bytes, 1)));
+  if (samples->data == nullptr) return nullptr;
+  samples->bytes = description.bytes;
+  Samples::bytesHeld += samples->bytes;
+  return samples;
+}
+
+// The owner's pointer to a voice that `make` makes; letting it go leaves the voice to the mixer, which frees
+// it in time.
+template <typename Make>
+SoundBufferResult Own(Make make) {
+  SoundBufferPtr owned;
+  WithinMemory([&] {
+    if (SoundBuffer* const voice = make()) {
+      owned = SoundBufferPtr(voice, [](SoundBuffer* released) {
+        const std::shared_ptr<Mixer> device = released->Device();
+        device->Retire(released);
+      });
+    }
+  });
+  return {owned, owned == nullptr ? kSoundOutOfMemory : kSoundOk};
 }
 
 }  // namespace
@@ -150,16 +169,10 @@ SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const S
   if (description.bytes > kMostBytes) return {nullptr, kSoundOutOfMemory};
   mixer->KeepTime();
   mixer->FreeRetired();
-
-  auto samples = std::make_shared<Samples>();
-  samples->format = format;
-  samples->bytes = description.bytes;
-  samples->frameBytes = format.channels * format.bitsPerSample / 8U;
-  samples->frames = description.bytes / samples->frameBytes;
-  // Cleared memory costs nothing before it is written, so a size that a file only claims is cheap.
-  samples->data.reset(static_cast<unsigned char*>(std::calloc(description.bytes, 1)));
-  if (samples->data == nullptr) return {nullptr, kSoundOutOfMemory};
-  return Own(new (std::nothrow) SoundBuffer(mixer, std::move(samples)));
+  return Own([&]() -> SoundBuffer* {
+    std::shared_ptr<Samples> samples = MakeSamples(description, format);
+    return samples == nullptr ? nullptr : new SoundBuffer(mixer, std::move(samples));
+  });
 }
 
 SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer) {
@@ -167,8 +180,10 @@ SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer) {
   if (mixer == nullptr || buffer->Device() != mixer) return {nullptr, kSoundUninitialized};
   mixer->KeepTime();
   mixer->FreeRetired();
-  return Own(new (std::nothrow) SoundBuffer(*buffer));
+  return Own([&] { return new SoundBuffer(*buffer); });
 }
+
+int64_t SoundBytesHeld() { return Samples::bytesHeld; }
 
 void RenderSound(std::span<int16_t> out) {
   if (mixer != nullptr && offline) {

@@ -149,12 +149,16 @@ struct SoundBufferResult {
 
 // A buffer of description.bytes bytes, all 0, at full volume and standing at 0. kSoundUninitialized without a
 // device, kSoundBadFormat for what is not PCM of 8 or 16 bits, 1 or 2 channels, 1 to 200000 Hz,
-// kSoundInvalidParam for 0 bytes, kSoundOutOfMemory above 256 MiB. What is left over behind the last whole
-// frame is not heard. The format's block align and bytes per second are not looked at.
+// kSoundInvalidParam for 0 bytes, kSoundOutOfMemory above 256 MiB and where there is not so much. What is
+// left over behind the last whole frame is not heard. The format's block align and bytes per second are not
+// looked at.
 SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format);
 // A new voice over the same samples, with the frequency and volume of `buffer`, standing at 0.
 // kSoundInvalidParam for a null buffer, kSoundUninitialized for one of an earlier device.
 SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer);
+
+// Bytes of all samples that voices hold, duplicates counted once.
+int64_t SoundBytesHeld();
 
 // With the offline output: mixes the next out.size() / 2 frames of 16-bit stereo at 44100 Hz, by the same
 // routine that the device runs. Silence with any other output. How a stretch is cut into calls makes no

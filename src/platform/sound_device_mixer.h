@@ -27,6 +27,14 @@ struct Samples {
     void operator()(unsigned char* bytes) const { std::free(bytes); }
   };
 
+  Samples() = default;
+  ~Samples() { bytesHeld -= bytes; }
+  Samples(const Samples&) = delete;
+  Samples& operator=(const Samples&) = delete;
+
+  // By all that live.
+  static inline int64_t bytesHeld = 0;
+
   SoundFormat format;
   uint32_t bytes = 0;
   uint32_t frameBytes = 0;

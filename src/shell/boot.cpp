@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <optional>
 
-#include "base/hooks.h"
 #include "base/log.h"
 #include "base/paths.h"
 #include "files/data_folder.h"
@@ -25,7 +24,6 @@
 #include "shell/main_form.h"
 #include "shell/play_report.h"
 #include "shell/set_value.h"
-#include "shell/unwritten.h"
 #include "shell/version.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -121,7 +119,6 @@ int Main(const Launch& launch) {
     ReportMissingDataFolder();
     return 1;
   }
-  hooks.unwritten = ReportUnwritten;
   if (!first) ReportSecondProgram();
   MakeDataFolders();
   if (!TakeSettings(launch)) return 2;

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "base/paths.h"
+#include "chart/reader.h"
 #include "library/jukebox.h"
 #include "library/song_list.h"
 #include "platform/files.h"
@@ -74,7 +75,12 @@ bool RunCommandLine(TextView command) {
       if (!chartNamed) ClearList();
       chartNamed = true;
       AddSong(word);
-      if (!FileExists(word)) ReportMissingChart(word);
+      if (!FileExists(word)) {
+        ReportMissingChart(word);
+      } else if (platform::FileLength(word).value_or(0) > kLongestChart) {
+        std::fprintf(stderr, "quillmarch: %s: a chart of more than 256 MiB is refused\n",
+                     platform::SystemPath(word).c_str());
+      }
     }
   }
   return !chartNamed || PlayListEntry(0);

@@ -12,6 +12,7 @@
 #include "screens/screen_table.h"
 #include "screens/stills.h"
 #include "shell/exit.h"
+#include "shell/unwritten.h"
 #include "state/keys.h"
 #include "state/session.h"
 #include "state/surfaces.h"
@@ -68,6 +69,7 @@ void ConnectHooks() {
   hooks.displayRegained = RestorePictures;
   hooks.fatalError = EndOnFatalError;
   hooks.setCaption = SetCaption;
+  hooks.unwritten = ReportUnwritten;
   hooks.loadingFrame = Loading;
   hooks.loadPump = DoEvents;
   hooks.keyDown = ButtonDown;

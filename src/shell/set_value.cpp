@@ -64,10 +64,12 @@ std::optional<Text> SetValue(TextView name, TextView value) {
     *option.flag = *flag;
     return std::nullopt;
   }
-  for (const SettingKey& row : SettingKeys()) {
-    if (!EqualsAnyCase(name, row.key)) continue;
-    if (!StoreSetting(row.variable, value)) return Unfit(name, value);
-    return std::nullopt;
+  for (const auto& rows : {SettingKeys(), OwnSettingKeys()}) {
+    for (const SettingKey& row : rows) {
+      if (!EqualsAnyCase(name, row.key)) continue;
+      if (!StoreSetting(row.variable, value)) return Unfit(name, value);
+      return std::nullopt;
+    }
   }
   return Join(u"there is no setting and no play option by the name ", name);
 }

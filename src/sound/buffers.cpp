@@ -12,6 +12,7 @@
 #include "base/paths.h"
 #include "platform/files.h"
 #include "sound/decoder.h"
+#include "state/load_budget.h"
 
 namespace qlm {
 namespace {
@@ -149,7 +150,8 @@ SoundBufferPtr CreateSndBuf(Text& path, platform::SoundDescription& description,
     return decoded;
   }
 
-  const platform::SoundBufferResult created = platform::CreateSoundBuffer(description, format);
+  platform::SoundBufferResult created = platform::CreateSoundBuffer(description, format);
+  if (created.buffer != nullptr && OverLoadBudget(path)) created = {nullptr, platform::kSoundOutOfMemory};
   error = created.error;
   if (created.buffer != nullptr) ReadSamples(*created.buffer, description.bytes);
   soundFile.Close();

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/numbers.h"
 #include "platform/clock.h"
+#include "platform/heap.h"
 #include "sound/buffers.h"
 #include "state/chart.h"
 #include "state/message.h"
@@ -78,9 +79,9 @@ void loadwav(int32_t slot) {
 
   DebugLog(Join(u"loadwav: ", slot));
   Text path = *wanted;
-  platform::SoundError error = platform::kSoundOk;
+  platform::SoundError error = platform::kSoundOutOfMemory;
   WavBuffer[slot].reset();
-  WavBuffer[slot] = CreateSndBuf(path, wavDescription, wavFormat, error);
+  platform::WithinMemory([&] { WavBuffer[slot] = CreateSndBuf(path, wavDescription, wavFormat, error); });
   // Quirk: this is the corrected name. A slot whose file has another extension than the chart says is taken
   // for another file from then on, and is loaded anew each time.
   WavHeldName[slot] = path;

@@ -20,6 +20,7 @@ const ChartObj* LastObj() { return FindObj(int64_t{objCount} - 1); }
 void ResetChart() {
   objs.clear();
   objCount = 0;
+  tableMissing = false;
   shortageRaised = false;
   HdrTitle.clear();
   HdrArtist.clear();

@@ -42,6 +42,8 @@ ChartObj* FindObj(int64_t index);
 ChartObj* AddObj();
 // The last object; null for an empty table or a last object that did not fit.
 const ChartObj* LastObj();
+// The table that numObjs asks for could not be made.
+inline bool tableMissing = false;
 // The message of too small a table was raised since the table was emptied.
 inline bool shortageRaised = false;
 

@@ -15,6 +15,7 @@ void ResetMessage() {
   messageUp = false;
   messageTime = 0;
   messageText.clear();
+  loadNotice.clear();
 }
 
 }  // namespace qlm

@@ -17,6 +17,7 @@ void ResetSettings() {
   BMSPreview = ENDLESSMODE = 0;
   PreviewDelay = 0;
   CourseEffect = false;
+  LoadBudget = 0;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
   MyName.clear();

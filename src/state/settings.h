@@ -42,6 +42,7 @@ inline uint8_t BMSPreview = 0;
 inline uint8_t ENDLESSMODE = 0;
 inline int32_t PreviewDelay = 0;  // ms
 inline bool CourseEffect = false;
+inline int32_t LoadBudget = 0;  // MiB that sounds and pictures may hold together; up to 0: half of the memory
 
 // Play
 inline bool ShowBGA = false;

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "files/settings_keys.h"
 #include "tests/support/game_test.h"
@@ -35,7 +36,9 @@ TEST(FilesDocument, TellsEverySettingInItsOrder) {
   const std::string document = Document();
   size_t place = document.find("## qlm_conf.ini");
   ASSERT_NE(place, std::string::npos);
-  for (const SettingKey& row : SettingKeys()) {
+  std::vector<SettingKey> rows(SettingKeys().begin(), SettingKeys().end());
+  rows.insert(rows.end(), OwnSettingKeys().begin(), OwnSettingKeys().end());
+  for (const SettingKey& row : rows) {
     const Text absent = row.absent.data() == nullptr ? Text(u"nothing") : Written(row.absent);
     const Text noFile = row.noFile ? Written(*row.noFile) : Text(u"stays");
     const std::string line = Utf8(Join(u"| ", row.section, u" | ", row.key, u" | ", FormOf(row.variable),

@@ -98,6 +98,20 @@ TEST_F(SettingsTest, KeysStandInTheirOrder) {
   }
 }
 
+TEST_F(SettingsTest, OwnKeysAreReadAlwaysAndWrittenWhereTheyStandOrWereChanged) {
+  WriteSettings(u"");
+  LoadSettings();
+  EXPECT_EQ(LoadBudget, 0);
+  EXPECT_EQ(Saved().find("[quillmarch]"), std::string::npos);
+  LoadBudget = 300;
+  EXPECT_TRUE(Saved().ends_with("[quillmarch]\r\nLoadBudget=300\r\n")) << Saved();
+  LoadBudget = 0;
+  LoadSettings();
+  EXPECT_EQ(LoadBudget, 300);
+  LoadBudget = 0;
+  EXPECT_TRUE(Saved().ends_with("[quillmarch]\r\nLoadBudget=0\r\n")) << Saved();
+}
+
 TEST_F(SettingsTest, MissingFileGivesANewInstallation) {
   LoadSettings();
   for (size_t i = 0; i < kExpected.size(); ++i) {

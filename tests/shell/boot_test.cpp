@@ -297,6 +297,27 @@ TEST_F(BootTest, SetOfWhatDoesNotExistIsRefusedBeforeTheGameStarts) {
   EXPECT_EQ(Start({"--set", "HiSpeed", "-P"}).exitStatus, 2);
 }
 
+TEST_F(BootTest, AChartOfMoreThan256MiBIsRefused) {
+  const std::string chart = Chart(u"s\\a.bms");
+  fs::resize_file(chart, (256U << 20) + 1);
+  const ProcessResult result = Start({"--set", "RealHiSpeed=1", chart});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_NE(result.errors.find("quillmarch: " + chart + ": a chart of more than 256 MiB is refused\n"),
+            std::string::npos)
+      << result.errors;
+  EXPECT_TRUE(LogHolds("chart of more than 256 MiB refused: a.bms"));
+}
+
+TEST_F(BootTest, ATableTooLargeForTheMemoryEndsTheProgram) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Core]\r\nnumObjs=2000000000\r\n[Setting]\r\nRealHiSpeed=1\r\n");
+  const ProcessResult result = Start({Chart(u"s\\a.bms")});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_NE(result.errors.find("too many numObjs!: a table of 2000000000 objs does not fit into the memory."),
+            std::string::npos)
+      << result.errors;
+  EXPECT_FALSE(LogHolds("[PlayLoop]"));
+}
+
 TEST_F(BootTest, ASecondProgramPlaysWithoutWriting) {
   WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Setting]\r\nRealHiSpeed=1\r\nHiSpeed=1\r\n");
   const std::string settings = Settings();

@@ -574,6 +574,16 @@ TEST_F(ProbeTest, KeyFileIsChangedInItsPlace) {
   EXPECT_TRUE(Holds(output, "\"07→\\u0009[260][261]\""));
 }
 
+TEST_F(ProbeTest, ChartsOfMoreThan256MiBAreRefused) {
+  const std::string chart = Chart("a.bms", {"#BPM 240", "#00111:01"});
+  std::filesystem::resize_file(chart, (256U << 20) + 1);
+  for (const char* const command : {"chart", "check", "header", "play"}) {
+    const ProcessResult result = Probe({command, chart});
+    EXPECT_EQ(result.exitStatus, 1) << command;
+    EXPECT_EQ(result.errors, "qlmprobe: " + chart + ": a chart of more than 256 MiB is refused\n") << command;
+  }
+}
+
 TEST_F(ProbeTest, FunctionsStandInTheOrderOfTheList) {
   const std::string output = Probe({"keys", At("k.dat"), "--set", "260=7"}).output;
   size_t from = 0;
@@ -626,7 +636,8 @@ TEST_F(ProbeTest, HandsPlayByTheDefaultKeysOrByThoseOfAFile) {
 
 TEST_F(ProbeTest, DumpTellsWhatTheGameTakesFromItsSettings) {
   WriteText(u"_qlmfiles\\qlm_conf.ini",
-            u"[Setting]\r\nHiSpeed=2.5\r\nSleep=abc\r\nSCRATCH1P=1\r\nMine=x\r\n[MainForm]\r\nLeft=3\r\n");
+            u"[Setting]\r\nHiSpeed=2.5\r\nSleep=abc\r\nSCRATCH1P=1\r\nMine=x\r\n[MainForm]\r\nLeft=3\r\n"
+            u"[quillmarch]\r\nLoadBudget=9\r\n");
   const ProcessResult result = Probe({"dump", At("_qlmfiles/qlm_conf.ini")});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
   ExpectKeysInOrder(result.output, {"settings", "absent", "refused", "unknown"});

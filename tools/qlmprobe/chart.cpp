@@ -16,7 +16,7 @@ int ChartCommand(Arguments& arguments) {
   const std::vector<std::string> before = TakeChartsBefore(arguments);
   const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) return kWrongUsage;
-  if (!CheckReadable(files[0]) || !LoadChartsBefore(before)) return kRefused;
+  if (!CheckReadableChart(files[0]) || !LoadChartsBefore(before)) return kRefused;
 
   const qlm::Text path = GamePath(files[0]);
   if (raw) {

@@ -57,7 +57,7 @@ int CheckCommand(Arguments& arguments) {
   Json json;
   json.Key("charts").BeginArray();
   for (const std::string& file : files) {
-    if (!CheckReadable(file)) {
+    if (!CheckReadableChart(file)) {
       anything = true;
       continue;
     }

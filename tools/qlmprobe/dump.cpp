@@ -41,8 +41,10 @@ void PutVariable(Json& json, const qlm::SettingVariable& variable) {
 void PutRow(Json& json, TextView section, TextView key) { json.Row(section, key); }
 
 const qlm::SettingKey* FindRow(TextView section, TextView key) {
-  for (const qlm::SettingKey& row : qlm::SettingKeys()) {
-    if (qlm::EqualsAnyCase(row.section, section) && qlm::EqualsAnyCase(row.key, key)) return &row;
+  for (const auto& rows : {qlm::SettingKeys(), qlm::OwnSettingKeys()}) {
+    for (const qlm::SettingKey& row : rows) {
+      if (qlm::EqualsAnyCase(row.section, section) && qlm::EqualsAnyCase(row.key, key)) return &row;
+    }
   }
   return nullptr;
 }

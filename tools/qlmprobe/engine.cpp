@@ -11,6 +11,7 @@
 #include "base/paths.h"
 #include "base/rnd.h"
 #include "chart/loading.h"
+#include "chart/reader.h"
 #include "files/key_table.h"
 #include "files/settings_file.h"
 #include "platform/clock.h"
@@ -139,9 +140,16 @@ bool CheckReadable(const std::string& path) {
   return false;
 }
 
+bool CheckReadableChart(const std::string& path) {
+  if (!CheckReadable(path)) return false;
+  if (platform::FileLength(GamePath(path)).value_or(0) <= qlm::kLongestChart) return true;
+  std::fprintf(stderr, "qlmprobe: %s: a chart of more than 256 MiB is refused\n", path.c_str());
+  return false;
+}
+
 bool LoadChartsBefore(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) {
-    if (!CheckReadable(path)) return false;
+    if (!CheckReadableChart(path)) return false;
     qlm::BMSLoad(GamePath(path));
   }
   return true;

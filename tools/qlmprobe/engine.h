@@ -37,6 +37,8 @@ qlm::Text GamePath(const std::string& path);
 std::string PrintedPath(const std::string& path);
 // False when there is no such file to be read: standard error then says so.
 bool CheckReadable(const std::string& path);
+// The same for a chart, which may also be too long.
+bool CheckReadableChart(const std::string& path);
 // Loads charts ahead of the one in question. False when one cannot be read.
 bool LoadChartsBefore(const std::vector<std::string>& paths);
 

@@ -10,7 +10,7 @@ int HeaderCommand(Arguments& arguments) {
   StartEngine(arguments);
   const std::vector<std::string>& files = arguments.Files();
   if (!arguments.Good()) return kWrongUsage;
-  if (!CheckReadable(files[0])) return kRefused;
+  if (!CheckReadableChart(files[0])) return kRefused;
 
   qlm::AddSong(GamePath(files[0]));
   const qlm::SongEntry& song = qlm::songList.front();

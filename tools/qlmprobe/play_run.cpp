@@ -95,7 +95,7 @@ PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
 }
 
 bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& transcript) {
-  if (!CheckReadable(wanted.file)) return false;
+  if (!CheckReadableChart(wanted.file)) return false;
   request = &wanted;
   watcher = &watching;
   turn = -wanted.turnsPerSecond;
