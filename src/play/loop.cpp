@@ -41,6 +41,16 @@ void PreRoll() {
   }
 }
 
+// What would leave the player before a play that stands still, or without some of its sounds and pictures.
+void TellWhatIsAmiss() {
+  if (RealHiSpeed == 0) {
+    ShowMessage(u"RealHiSpeed is 0: nothing moves. Hold 3 and press 2");
+  } else if (!loadNotice.empty()) {
+    ShowMessage(loadNotice);
+  }
+  loadNotice.clear();
+}
+
 void RunTurns() {
   while (!PlayEnd) {
     // Quirk: a failure in the very turn that passes the last object comes too late: the play counts as
@@ -110,6 +120,7 @@ void PlayLoop() {
   ShowMessage(u"R E A D Y ?");
   RankLocked = false;
   PreRoll();
+  TellWhatIsAmiss();
   // 0 ms of the chart is this moment.
   SeekChart(0, true);
   if (!PlayEnd) Run();

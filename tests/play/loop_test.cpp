@@ -55,6 +55,34 @@ TEST_F(LoopTest, ChartBeginsBehindTheReadyMessage) {
   EXPECT_TRUE(Sounding(3));
 }
 
+TEST_F(LoopTest, ASpeedOfNothingIsToldWithTheKeyThatMendsIt) {
+  Lay(ObjSeparator, 0);
+  RealHiSpeed = 0;
+  Text before;
+  Text seen;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 990) before = messageText;
+    if (ms == 1010) seen = messageText;
+    if (ms >= 1010) PlayEnd = true;
+  });
+  PlayLoop();
+  EXPECT_EQ(before, u"R E A D Y ?");
+  EXPECT_EQ(seen, u"RealHiSpeed is 0: nothing moves. Hold 3 and press 2");
+}
+
+TEST_F(LoopTest, WhatTheLoadHadToTellIsShownWhenThePlayBegins) {
+  Lay(ObjSeparator, 0);
+  loadNotice = u"over the load budget of 1 MiB: a.wav";
+  Text seen;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 1010) seen = messageText;
+    if (ms >= 1010) PlayEnd = true;
+  });
+  PlayLoop();
+  EXPECT_EQ(seen, u"over the load budget of 1 MiB: a.wav");
+  EXPECT_TRUE(loadNotice.empty());
+}
+
 TEST_F(LoopTest, LastObjectLeadsToAShortFade) {
   Lay(ObjSeparator, 0);
   Lay(ObjSeparator, 100);
