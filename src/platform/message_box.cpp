@@ -5,6 +5,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <bitset>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -43,6 +44,10 @@ constexpr int32_t kWidest = 448;
 constexpr int32_t kButtonWidth = 104;
 constexpr int32_t kButtonHeight = 32;
 constexpr int32_t kAboveButton = 20;
+
+// For these milliseconds keys do not count: nobody can have read anything, and a Shift that is held is told
+// anew.
+constexpr Uint64 kUnread = 250;
 
 int32_t WidthOfLine(std::u16string_view line) { return FontTextWidth(line, kTextHeight); }
 
@@ -178,6 +183,14 @@ struct Release {
   void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
 };
 
+std::bitset<SDL_NUM_SCANCODES> HeldKeys() {
+  std::bitset<SDL_NUM_SCANCODES> held;
+  int count = 0;
+  const Uint8* const states = SDL_GetKeyboardState(&count);
+  for (int key = 0; key < count; ++key) held.set(static_cast<size_t>(key), states[key] != 0);
+  return held;
+}
+
 class BoxWindow {
  public:
   BoxWindow(Box box, SDL_Window* parent, int screen) : box_(std::move(box)) {
@@ -198,7 +211,8 @@ class BoxWindow {
         if (event.window.event == SDL_WINDOWEVENT_CLOSE) return true;
         if (event.window.event == SDL_WINDOWEVENT_EXPOSED) Show();
         return false;
-      case SDL_KEYDOWN: return event.key.repeat == 0;
+      case SDL_KEYDOWN: return IsPressed(event.key);
+      case SDL_KEYUP: held_.reset(event.key.keysym.scancode); return false;
       case SDL_MOUSEMOTION: Light(OnButton(event.motion.x, event.motion.y)); return false;
       case SDL_MOUSEBUTTONUP:
         return event.button.button == SDL_BUTTON_LEFT && OnButton(event.button.x, event.button.y);
@@ -215,6 +229,10 @@ class BoxWindow {
   }
 
  private:
+  // The first word of a key that was held before is no press.
+  bool IsPressed(const SDL_KeyboardEvent& key) const {
+    return !held_.test(key.keysym.scancode) && SDL_GetTicks64() - opened_ >= kUnread;
+  }
   bool OnButton(int32_t x, int32_t y) const {
     const Rect& button = box_.button;
     return x >= button.left && x < button.right && y >= button.top && y < button.bottom;
@@ -226,6 +244,8 @@ class BoxWindow {
   }
 
   Box box_;
+  std::bitset<SDL_NUM_SCANCODES> held_ = HeldKeys();
+  Uint64 opened_ = SDL_GetTicks64();
   bool lit_ = false;
   std::unique_ptr<SDL_Window, Release> window_;
 };

@@ -77,7 +77,7 @@ std::vector<int32_t> keys;  // as they went down; negative as they went up
 
 // Lets what the display has to tell come in.
 void PumpAll() {
-  for (int i = 0; i < 10; ++i) {
+  for (int i = 0; i < 20; ++i) {
     PumpWindowEvents({.closeRequested = [] { ++closeRequests; },
                       .activated = [](bool is) { active = is ? 1 : 0; },
                       .key = [](int32_t key, bool down) { keys.push_back(down ? key : -key); }});
@@ -95,7 +95,10 @@ class MessageBoxTest : public testing::Test {
   }
   static void TearDownTestSuite() { delete std::exchange(display, nullptr); }
 
-  MessageBoxTest() { closeRequests = 0; }
+  MessageBoxTest() {
+    closeRequests = 0;
+    keys.clear();
+  }
   ~MessageBoxTest() override { CloseGameWindow(); }
 
   // Shows a box, whose title is BoxTest, to a person who looks at it and then does something.
@@ -109,6 +112,8 @@ class MessageBoxTest : public testing::Test {
       for (int i = 0; i < 100 && (!screen_ || Around(*screen_, kEdge) == Rect{}); ++i) {
         screen_ = display->Screenshot();
       }
+      // By then it may have been read, and heeds keys.
+      std::this_thread::sleep_for(std::chrono::milliseconds(250));
       person();
     });
     MessageBox(icon, u"BoxTest", text);
@@ -116,9 +121,9 @@ class MessageBoxTest : public testing::Test {
     hands.join();
     ASSERT_NE(screen_, nullptr);
   }
-  // Whether it is closed within a second.
+  // Waits for it to be closed.
   bool Closes() const {
-    for (int i = 0; i < 100 && open_; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    for (int i = 0; i < 500 && open_; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
     return !open_;
   }
   void PressKey() const { display->Do({"key", "a"}); }
@@ -152,6 +157,31 @@ TEST_F(MessageBoxTest, AnyKeyClosesIt) {
   }
 }
 
+TEST_F(MessageBoxTest, KeyThatWasHeldBeforeDoesNotCloseIt) {
+  std::string why;
+  ASSERT_TRUE(OpenGameWindow({.title = u"game", .windowed = true}, why)) << why;
+  PumpAll();
+  display->Do({"keydown", "x"});
+  PumpAll();
+  EXPECT_EQ(keys, std::vector<int32_t>{45});
+  Show(BoxIcon::kInformation, u"text", [&] {
+    // Long enough for the key to be repeated.
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    EXPECT_TRUE(open_);
+    display->Do({"keyup", "x"});
+    PressKey();
+  });
+}
+
+TEST_F(MessageBoxTest, ShiftThatIsHeldBeforeThereIsAWindowDoesNotCloseItEither) {
+  display->Do({"keydown", "Shift_L"});
+  Show(BoxIcon::kInformation, u"text", [&] {
+    EXPECT_TRUE(open_);
+    display->Do({"keyup", "Shift_L"});
+    PressKey();
+  });
+}
+
 TEST_F(MessageBoxTest, ItsButtonClosesItAndNoOtherPlace) {
   Show(BoxIcon::kInformation, u"text", [&] {
     // The button's gold frame reaches furthest to the right and down.
@@ -173,7 +203,8 @@ TEST_F(MessageBoxTest, ItsButtonLightsUpUnderThePointer) {
     const int32_t y = gold.bottom - 10;
     EXPECT_NE(screen_->Pixel(x, y), kGold);
     display->Do({"mousemove", std::to_string(x), std::to_string(y)});
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    for (int i = 0; i < 100 && display->Screenshot()->Pixel(x, y) != kGold; ++i) {
+    }
     EXPECT_EQ(display->Screenshot()->Pixel(x, y), kGold);
     PressKey();
   });

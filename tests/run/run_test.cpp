@@ -94,6 +94,13 @@ class RunTest : public GameTest {
     EXPECT_EQ(screen.Pixel(left + 191 * scale, top + 200 * scale), 0U);
   }
 
+  void ReadAndCloseBox(const std::string& title) {
+    display_->WaitForWindow(title);
+    std::this_thread::sleep_for(std::chrono::milliseconds(250));
+    EXPECT_TRUE(program_->Running());
+    display_->Do({"key", "Return"});
+  }
+
   void ExpectGoodEnd(int seconds) {
     const ProcessResult result = program_->Wait(seconds);
     EXPECT_FALSE(result.timedOut) << DebugText();
@@ -230,9 +237,7 @@ TEST_F(RunTest, FatalErrorStandsInABoxUntilAKeyIsPressed) {
     WriteSettings(Join(u"numObjs=1\r\nWindowed=", windowed, u"\r\n"), u"DirectBlt=True\r\n");
     StartDisplay("640x480");
     Start();
-    display_->WaitForWindow("too few numObjs!");
-    EXPECT_TRUE(program_->Running());
-    display_->Do({"key", "Return"});
+    ReadAndCloseBox("too few numObjs!");
     const ProcessResult result = program_->Wait(10);
     EXPECT_FALSE(result.timedOut);
     EXPECT_EQ(result.exitStatus, 1) << result.errors;
@@ -244,8 +249,7 @@ TEST_F(RunTest, MissingDataFolderStandsInABoxBeforeThereIsAWindow) {
   fs::remove_all(SystemFolder() + "/_qlmfiles");
   StartDisplay("640x480");
   Start();
-  display_->WaitForWindow("critical error");
-  display_->Do({"key", "Return"});
+  ReadAndCloseBox("critical error");
   const ProcessResult result = program_->Wait(10);
   EXPECT_FALSE(result.timedOut);
   EXPECT_EQ(result.exitStatus, 1) << result.errors;
