@@ -13,6 +13,7 @@
 #include "state/settings.h"
 #include "state/sounds.h"
 #include "tests/graphics/picture_files.h"
+#include "tests/support/virtual_desktop.h"
 
 namespace qlm {
 namespace {
@@ -249,6 +250,16 @@ TEST_F(PresentInAWindow, AWindowWithoutDirectBltStaysUnseen) {
   Open(true, false);
   PresentFrame();
   EXPECT_EQ(platform::WindowFrames(), 0);
+}
+
+TEST_F(PresentInAWindow, CaptionIsTheTitleOfAWindowAndNotOfFullScreen) {
+  Open(true, true);
+  EXPECT_EQ(WindowTitle(), "quillmarch");
+  SetCaption(u"[行進曲] 羽ペンの行進");
+  EXPECT_EQ(WindowTitle(), "[行進曲] 羽ペンの行進");
+  Open(false, false);
+  SetCaption(u"[行進曲] 羽ペンの行進");
+  EXPECT_EQ(WindowTitle(), "quillmarch");
 }
 
 }  // namespace

@@ -255,6 +255,20 @@ TEST_F(RunTest, MissingDataFolderStandsInABoxBeforeThereIsAWindow) {
   EXPECT_EQ(result.exitStatus, 1) << result.errors;
 }
 
+TEST_F(RunTest, ChartIsNamedInTheTitleOfAWindowAndNotInFullScreen) {
+  WriteText(u"song\\test.bms", u"\r\n#TITLE title\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 240\r\n#00411:01\r\n");
+  WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
+  StartDisplay("640x480");
+  StartPlay();
+  display_->WaitForWindow("\\[test\\] title / us - quillmarch");
+  program_->Kill();
+  WriteSettings(u"Windowed=False\r\n", u"");
+  platform::DeleteFile(DataPath(u"debug.txt"));
+  StartDisplay("640x480");
+  StartPlay();
+  display_->WaitForWindow("quillmarch");
+}
+
 TEST_F(RunTest, CloseButtonEndsInGoodOrder) {
   WriteSettings(u"Windowed=True\r\n", u"DirectBlt=True\r\n");
   StartDisplay("640x480");

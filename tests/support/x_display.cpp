@@ -16,6 +16,7 @@
 
 // Behind the others, since its macros take names of theirs.
 #include <X11/Xlib.h>
+#include <X11/extensions/Xfixes.h>
 
 namespace qlm {
 namespace {
@@ -23,6 +24,8 @@ namespace {
 struct Disconnect {
   void operator()(Display* display) const { XCloseDisplay(display); }
 };
+using Connection = std::unique_ptr<Display, Disconnect>;
+
 struct Free {
   void operator()(void* memory) const { XFree(memory); }
 };
@@ -54,7 +57,7 @@ Window ClosableWindow(Display* display, Atom request) {
 }  // namespace
 
 XDisplay::XDisplay(const std::string& size)
-    : server_({"Xvfb", "-displayfd", "1", "-screen", "0", size + "x24", "-nolisten", "tcp"}) {
+    : server_({"Xvfb", "-displayfd", "1", "-screen", "0", size + "x24", "-nolisten", "tcp", "-noreset"}) {
   for (int i = 0; i < 3000 && !server_.Output().ends_with("\n"); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
@@ -94,8 +97,31 @@ void XDisplay::Do(const std::vector<std::string>& words) const {
   EXPECT_EQ(result.exitStatus, 0) << words[0] << ": " << result.errors;
 }
 
+XDisplay::Place XDisplay::Pointer() const {
+  const Connection server(XOpenDisplay(name_.c_str()));
+  if (server == nullptr) return {};
+  Window root = 0;
+  Window child = 0;
+  Place onRoot;
+  Place onWindow;
+  unsigned held = 0;
+  XQueryPointer(server.get(), DefaultRootWindow(server.get()), &root, &child, &onRoot.x, &onRoot.y,
+                &onWindow.x, &onWindow.y, &held);
+  return onRoot;
+}
+
+bool XDisplay::PointerShows() const {
+  const Connection server(XOpenDisplay(name_.c_str()));
+  if (server == nullptr) return false;
+  const std::unique_ptr<XFixesCursorImage, Free> image(XFixesGetCursorImage(server.get()));
+  if (image == nullptr) return false;
+  const std::span<const unsigned long> pixels(image->pixels, size_t{image->width} * image->height);
+  return std::any_of(pixels.begin(), pixels.end(),
+                     [](unsigned long pixel) { return (pixel >> 24 & 255) != 0; });
+}
+
 bool XDisplay::PressCloseButton() const {
-  const std::unique_ptr<Display, Disconnect> server(XOpenDisplay(name_.c_str()));
+  const Connection server(XOpenDisplay(name_.c_str()));
   if (server == nullptr) return false;
   const Atom request = XInternAtom(server.get(), "WM_DELETE_WINDOW", False);
   const Window window = ClosableWindow(server.get(), request);

@@ -23,10 +23,19 @@ class XDisplay {
 
   // Null when there is no picture to be had.
   platform::SurfacePtr Screenshot() const;
-  // Waits until a window with this title is seen.
+  // Waits until a window is seen whose title, as a whole, fits this regular expression.
   void WaitForWindow(const std::string& title) const;
   // Runs xdotool with these words.
   void Do(const std::vector<std::string>& words) const;
+  // Where the mouse pointer stands.
+  struct Place {
+    int x = -1;
+    int y = -1;
+    friend bool operator==(const Place&, const Place&) = default;
+  };
+  Place Pointer() const;
+  // Whether any pixel of it is drawn.
+  bool PointerShows() const;
   // Does to the first window what its close button does. False when there is none to close.
   bool PressCloseButton() const;
 
