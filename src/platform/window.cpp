@@ -8,7 +8,9 @@
 #include <cmath>
 #include <memory>
 #include <optional>
+#include <utility>
 
+#include "platform/clock.h"
 #include "platform/text.h"
 #include "platform/window_keys.h"
 
@@ -31,6 +33,9 @@ struct GameWindow {
   bool windowed = false;
   bool waitsForBlank = false;
   int64_t framesShown = 0;
+  std::optional<std::pair<int, int>> pointer;  // where it was seen last, while it is in the window
+  std::optional<uint32_t> pointerMoved;        // clock at which somebody moved it last
+  bool pointerMayShow = false;                 // with the next frame
 };
 std::optional<GameWindow> game;
 bool displayTaken = false;
@@ -101,6 +106,20 @@ std::optional<Rect> FramePlace() {
                         : PlaceFrame(width, height, game->textureWidth, game->textureHeight);
 }
 
+void PlacePointer() {
+  constexpr int32_t kShowsFor = 1000;  // ms
+  const bool moves = game->pointerMoved && Elapsed(Now(), *game->pointerMoved) < kShowsFor;
+  SDL_ShowCursor(game->windowed || (moves && game->pointerMayShow) ? SDL_ENABLE : SDL_DISABLE);
+  game->pointerMayShow = false;
+}
+
+// A pointer that comes into the window, or is where the game has put it, was not moved.
+void SeePointer(std::pair<int, int> place) {
+  if (!game) return;
+  if (game->pointer && game->pointer != place) game->pointerMoved = Now();
+  game->pointer = place;
+}
+
 void Report(const SDL_Event& event, const WindowEvents& events) {
   switch (event.type) {
     case SDL_QUIT:
@@ -109,6 +128,7 @@ void Report(const SDL_Event& event, const WindowEvents& events) {
       }
       break;
     case SDL_WINDOWEVENT:
+      if (game && event.window.event == SDL_WINDOWEVENT_LEAVE) game->pointer.reset();
       if (events.activated != nullptr && (event.window.event == SDL_WINDOWEVENT_FOCUS_GAINED ||
                                           event.window.event == SDL_WINDOWEVENT_FOCUS_LOST)) {
         events.activated(event.window.event == SDL_WINDOWEVENT_FOCUS_GAINED);
@@ -122,6 +142,7 @@ void Report(const SDL_Event& event, const WindowEvents& events) {
       }
       break;
     }
+    case SDL_MOUSEMOTION: SeePointer({event.motion.x, event.motion.y}); break;
     case SDL_DROPFILE: {
       const std::string path = event.drop.file != nullptr ? event.drop.file : "";
       SDL_free(event.drop.file);
@@ -168,7 +189,6 @@ bool OpenGameWindow(const WindowOptions& options, std::string& why) {
     return false;
   }
   SDL_StopTextInput();  // an input method would keep keys to itself
-  SDL_ShowCursor(options.windowed ? SDL_ENABLE : SDL_DISABLE);
   game = std::move(opened);
   return true;
 }
@@ -237,6 +257,7 @@ void ShowFrame(const Surface& frame, bool waitForBlank) {
   SDL_RenderCopy(game->renderer.get(), game->texture.get(), nullptr, &target);
   SDL_RenderPresent(game->renderer.get());
   ++game->framesShown;
+  PlacePointer();
 }
 
 int64_t WindowFrames() { return game ? game->framesShown : 0; }
@@ -271,6 +292,10 @@ WindowPlacement NormalizeWindow() {
   return placement;
 }
 
+void LetMovingPointerShow() {
+  if (game) game->pointerMayShow = true;
+}
+
 void MoveMouse(int32_t x, int32_t y) {
   if (!game) {
     return;
@@ -287,8 +312,8 @@ void MoveMouse(int32_t x, int32_t y) {
   const double unit = static_cast<double>(windowWidth) / outputWidth;
   const double across = place->left + static_cast<double>(x) * place->Width() / game->textureWidth;
   const double down = place->top + static_cast<double>(y) * place->Height() / game->textureHeight;
-  SDL_WarpMouseInWindow(game->window.get(), static_cast<int>(std::lround(across * unit)),
-                        static_cast<int>(std::lround(down * unit)));
+  game->pointer = {static_cast<int>(std::lround(across * unit)), static_cast<int>(std::lround(down * unit))};
+  SDL_WarpMouseInWindow(game->window.get(), game->pointer->first, game->pointer->second);
 }
 
 }  // namespace platform

@@ -71,6 +71,9 @@ struct WindowPlacement {
 // those of the last one, all 0 when there was none.
 WindowPlacement NormalizeWindow();
 
+// The next frame is shown with the mouse pointer, which full screen otherwise hides, if the mouse moved
+// within the last second. In a window the pointer always shows.
+void LetMovingPointerShow();
 // Puts the pointer on a pixel of the last frame shown.
 void MoveMouse(int32_t x, int32_t y);
 

@@ -9,6 +9,7 @@
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
+#include "platform/window.h"
 #include "play/effects.h"
 #include "play/gauge.h"
 #include "play/gauge_history.h"
@@ -85,6 +86,7 @@ void PlayFrame(int32_t cursor) {
   if (ExRandom) ShuffleAhead();
   DrawPlayFrame();
   JudgeScrolledPast();
+  platform::LetMovingPointerShow();
   PresentFrame();
 }
 

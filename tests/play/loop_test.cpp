@@ -1,6 +1,11 @@
 // Tests of the timed loop: pre-roll, turns, and every way in which a play ends.
 #include "play/loop.h"
+
+#include <cstdlib>
+
 #include "base/rnd.h"
+#include "graphics/display.h"
+#include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
 #include "play/pause.h"
@@ -13,6 +18,7 @@
 #include "state/surfaces.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
+#include "tests/support/virtual_desktop.h"
 
 namespace qlm {
 namespace {
@@ -314,6 +320,23 @@ TEST_F(LoopTest, FrameBehindTheTableIsNotDrawn) {
   EXPECT_EQ(FramesShown(), 0);
   PlayFrame(1);
   EXPECT_EQ(FramesShown(), 1);
+}
+
+TEST_F(LoopTest, FramesShowAPointerThatMoves) {
+  setenv("SDL_VIDEODRIVER", "dummy", 1);
+  NOVSync = true;
+  InitDD();
+  Lay(ObjSeparator, 0);
+  PlayFrame(0);
+  EXPECT_FALSE(PointerShows());
+  // Where it was seen first it has come to, and not moved.
+  MoveVirtualMouse(10, 10);
+  MoveVirtualMouse(20, 10);
+  PlayFrame(0);
+  EXPECT_TRUE(PointerShows());
+  PresentFrame();
+  EXPECT_FALSE(PointerShows()) << "other screens show none";
+  ReleaseDD();
 }
 
 TEST_F(LoopTest, TickEndsItsTimer) {

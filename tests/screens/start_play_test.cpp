@@ -1,7 +1,11 @@
 // Tests of a whole play, from a chart file to the return to the list.
+#include <cstdlib>
+
 #include "base/paths.h"
 #include "chart/loading.h"
+#include "graphics/display.h"
 #include "platform/clock.h"
+#include "platform/window.h"
 #include "screens/road.h"
 #include "state/gauge.h"
 #include "state/keys.h"
@@ -14,6 +18,7 @@
 #include "state/surfaces.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
+#include "tests/support/virtual_desktop.h"
 
 namespace qlm {
 namespace {
@@ -104,6 +109,21 @@ TEST_F(StartPlayTest, ReturnsToTheList) {
   EXPECT_FALSE(KeyHeld[30]);
   EXPECT_TRUE(Logged(u"[Unload-BMS] > faked"));
   EXPECT_EQ(LinesBeginning(u"Restore SkinMap(0) :"), 1);
+}
+
+TEST_F(StartPlayTest, PutsTheMouseToTheCentreBehindThePlay) {
+  // The display that nobody sees has 1024 by 768 pixels, and the frame stands in its middle.
+  setenv("SDL_VIDEODRIVER", "dummy", 1);
+  NOVSync = true;
+  InitDD();
+  ASSERT_EQ(Load(u""), 1);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 500) platform::MoveMouse(10, 20);
+  });
+  StartPlay();
+  const PointerPlace place = WhereThePointerIs();
+  ReleaseDD();
+  EXPECT_EQ(place, (PointerPlace{192 + 320, 144 + 240}));
 }
 
 TEST_F(StartPlayTest, MissingChartEndsAtOnce) {
