@@ -3,15 +3,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <optional>
 #include <span>
 
 #include "base/hooks.h"
 #include "base/log.h"
 #include "base/numbers.h"
-#include "base/rnd.h"
 #include "base/sort.h"
 #include "base/titles.h"
+#include "chart/random_lane.h"
 #include "chart/reader.h"
 #include "graphics/bga.h"
 #include "platform/heap.h"
@@ -106,15 +106,14 @@ class PositionWalk {
   // A random lane that this step has not yet used at this place. The note stays where it is when none is
   // left.
   void Scatter(ChartObj& note) {
-    constexpr int kMostDraws = 1000;
-    for (int draw = 0; draw < kMostDraws; ++draw) {
-      const int32_t channel = static_cast<int32_t>(std::floor(Rnd() * 9.0F)) + 11;
-      int32_t& usedAt = scatteredAt_[static_cast<size_t>(channel - 11)];
-      if (channel == 16 || channel == 17 || usedAt == note.pos) continue;
-      usedAt = note.pos;
-      note.channel = channel;
-      return;
-    }
+    const auto usedAt = [&](int32_t channel) -> int32_t& {
+      return scatteredAt_[static_cast<size_t>(channel - 11)];
+    };
+    const std::optional<int32_t> drawn =
+        DrawLane([&](int32_t channel) { return usedAt(channel) != note.pos; });
+    if (!drawn) return;
+    usedAt(*drawn) = note.pos;
+    note.channel = *drawn;
   }
 
   // The sound of a lane turns to that of its next note halfway between the two.

@@ -1,8 +1,8 @@
 // The reader of BMS text.
 #include "chart/reader.h"
 
-#include <cmath>
 #include <optional>
+#include <utility>
 
 #include "base/hooks.h"
 #include "base/log.h"
@@ -11,6 +11,7 @@
 #include "base/rnd.h"
 #include "chart/lines.h"
 #include "chart/random_blocks.h"
+#include "chart/random_lane.h"
 #include "graphics/bga.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -40,19 +41,12 @@ constexpr int32_t kPumpInterval = 20;
 // What each object is drawn with: a speed of its own, or the common one.
 float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
 
-// Swaps the lanes 11 to 15, 18 and 19 of the map.
+// Swaps each lane of the map with one that is drawn, which may be itself.
 void ShuffleKeymap() {
-  // The draw for one lane ends at once with real random numbers, but a given list of them may hold nothing
-  // that is a lane; such a lane stays where it is.
-  constexpr int kMostDraws = 1000;
   for (int32_t lane = 11; lane <= 19; ++lane) {
-    if (lane == 16 || lane == 17) continue;
-    for (int draw = 0; draw < kMostDraws; ++draw) {
-      const int32_t other = static_cast<int32_t>(std::floor(Rnd() * 9.0F)) + 11;
-      if (other == 16 || other == 17) continue;
-      std::swap(ChannelMap[lane], ChannelMap[other]);
-      break;
-    }
+    if (!IsShuffledLane(lane)) continue;
+    const std::optional<int32_t> other = DrawLane([](int32_t) { return true; });
+    if (other) std::swap(ChannelMap[lane], ChannelMap[*other]);
   }
 }
 
