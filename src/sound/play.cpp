@@ -24,6 +24,7 @@ namespace {
 constexpr int32_t kEchoes = 4;
 constexpr uint32_t kEchoGapMs = 200;
 constexpr int32_t kEchoQueueLength = 256;
+constexpr int16_t kNoSlot = -1;         // in the queue: an echo that sounds nothing
 constexpr int32_t kChartVolume = -500;  // leaves room for the sum of many sounds
 
 // File names, by SE.
@@ -49,13 +50,14 @@ void Restart(const SoundBufferPtr& buffer, bool looping) {
 void LoadOnDemand(int32_t slot) {
   if (CourseMode) {
     const auto* song = CourseWavLoaded.Find(CourseSong);
-    if (song == nullptr || !(*song)[slot]) loadwav(slot);
-  } else if (WavLoaded[slot] == 0 || WavBuffer[slot] == nullptr) {
+    if (song == nullptr || !song->Holds(slot) || !(*song)[slot]) loadwav(slot);
+  } else if (!WavBuffer.Holds(slot) || WavLoaded[slot] == 0 || WavBuffer[slot] == nullptr) {
     loadwav(slot);
   }
 }
 
 SoundBufferPtr BufferOf(int32_t slot) {
+  if (!WavBuffer.Holds(slot)) return nullptr;
   if (!CourseMode || CourseLoadMode != 2 || PreviewActive) return WavBuffer[slot];
   const auto* song = CourseWavBuffer.Find(CourseSong);
   return song != nullptr ? (*song)[slot] : nullptr;
@@ -78,7 +80,7 @@ void SetStartVolume(const SoundBufferPtr& buffer) {
 void QueueEchoes(int32_t slot) {
   for (loopCounter = 1; loopCounter <= kEchoes; ++loopCounter) {
     const uint32_t time = static_cast<uint32_t>(playClock) + static_cast<uint32_t>(loopCounter) * kEchoGapMs;
-    EchoPush(static_cast<int32_t>(time), static_cast<int16_t>(slot), loopCounter);
+    EchoPush(static_cast<int32_t>(time), slot, loopCounter);
   }
 }
 
@@ -122,7 +124,6 @@ void ReleaseDS() {
 }
 
 void PlayWav(int32_t slot, int32_t, int32_t echoStep) {
-  if (!WavBuffer.Holds(slot)) return;
   VoiceAdd(slot);
   LoadOnDemand(slot);
   SoundBufferPtr buffer = BufferOf(slot);
@@ -148,9 +149,10 @@ void SetSEVolume(SE sound, int32_t volume) {
   if (buffer != nullptr) SetVolume(*buffer, volume);
 }
 
-void EchoPush(int32_t time, int16_t slot, int32_t step) {
+void EchoPush(int32_t time, int32_t slot, int32_t step) {
   if (EchoCount >= kEchoQueueLength) return;
-  EchoQueue[EchoCount] = {time, slot, step};
+  const int16_t stored = WavBuffer.Holds(slot) ? static_cast<int16_t>(slot) : kNoSlot;
+  EchoQueue[EchoCount] = {time, stored, step};
   ++EchoCount;
 }
 

@@ -19,27 +19,14 @@ namespace {
 
 constexpr int32_t kLastSlot = 255;
 
-Text ErrorLine(platform::SoundError error, int32_t slot) {
-  const Text start = Join(u"> Err[", error, u"]: ");
-  switch (error) {
-    case platform::kSoundBadFormat: return start + u"DSERR_BADFORMAT";
-    case platform::kSoundUninitialized: return start + u"DSERR_UNINITIALIZED";
-    case platform::kSoundOutOfMemory: return start + u"DSERR_OUTOFMEMORY";
-    case platform::kSoundUnsupported: return start + u"DSERR_UNSUPPORTED";
-    case platform::kSoundInvalidParam: return start + u"DSERR_INVALIDPARAM";
-    case platform::kSoundAllocated: return start + u"DSERR_ALLOCATED";
-    default: return Join(start, u"other error : ", WavFile[slot]);
-  }
-}
-
 // The path that the slot has to hold, null where the tables have none. In a course that is being played it is
 // the song's own, which is marked loaded with that.
-const Text* WantedFile(int32_t slot, TextView& word) {
+Text* WantedFile(int32_t slot, TextView& word) {
   word = u"loadwav: ";
   if (!CourseMode || GameState != kStatePlay) return WavFile.Find(slot);
   word = u"loadwav2: ";
   if (auto* loaded = CourseWavLoaded.Find(CourseSong)) loaded->Put(slot, true);
-  const auto* song = CourseWavFile.Find(CourseSong);
+  auto* song = CourseWavFile.Find(CourseSong);
   return song != nullptr ? song->Find(slot) : nullptr;
 }
 
@@ -56,6 +43,7 @@ void SetSlotFrequency(int32_t slot) {
 
 // At the start, at full volume, at the speed of the play.
 void ReadySlot(int32_t slot) {
+  if (!WavBuffer.Holds(slot)) return;
   WavLoaded[slot] = 255;
   SoundBufferPtr& buffer = WavBuffer[slot];
   if (buffer == nullptr) return;
@@ -68,9 +56,9 @@ void ReadySlot(int32_t slot) {
 
 void loadwav(int32_t slot) {
   const uint32_t start = platform::Now();
-  if (slot == 0 || !WavBuffer.Holds(slot)) return;
+  if (slot == 0) return;
   TextView word;
-  const Text* wanted = WantedFile(slot, word);
+  Text* wanted = WantedFile(slot, word);
   if (wanted == nullptr || *wanted == WavHeldName[slot]) {
     DebugLog(Join(word, slot, u" > cancelled"));
     ReadySlot(slot);
@@ -78,17 +66,17 @@ void loadwav(int32_t slot) {
   }
 
   DebugLog(Join(u"loadwav: ", slot));
-  Text path = *wanted;
   platform::SoundError error = platform::kSoundOutOfMemory;
   WavBuffer[slot].reset();
-  platform::WithinMemory([&] { WavBuffer[slot] = CreateSndBuf(path, wavDescription, wavFormat, error); });
-  // Quirk: this is the corrected name. A slot whose file has another extension than the chart says is taken
-  // for another file from then on, and is loaded anew each time.
-  WavHeldName[slot] = path;
+  // Quirk: a name that another extension was found for is corrected in both tables, so that the sound stays
+  // for the play. The next read of the chart asks for the name that it gives, which is another file then, and
+  // is loaded anew.
+  platform::WithinMemory([&] { WavBuffer[slot] = CreateSndBuf(*wanted, wavDescription, wavFormat, error); });
+  WavHeldName[slot] = *wanted;
   const int32_t took = platform::Elapsed(platform::Now(), start);
   const Text complete = Join(u"> complete in ", took, u" ms");
   if (error != platform::kSoundOk) {
-    DebugLog(ErrorLine(error, slot));
+    DebugLog(LoadErrorLine(error, slot));
     DebugLog(complete);
     return;
   }
@@ -101,15 +89,27 @@ void loadwav(int32_t slot) {
   ReadySlot(slot);
 }
 
+Text LoadErrorLine(platform::SoundError error, int32_t slot) {
+  const Text start = Join(u"> Err[", error, u"]: ");
+  switch (error) {
+    case platform::kSoundBadFormat: return start + u"DSERR_BADFORMAT";
+    case platform::kSoundUninitialized: return start + u"DSERR_UNINITIALIZED";
+    case platform::kSoundOutOfMemory: return start + u"DSERR_OUTOFMEMORY";
+    case platform::kSoundUnsupported: return start + u"DSERR_UNSUPPORTED";
+    case platform::kSoundInvalidParam: return start + u"DSERR_INVALIDPARAM";
+    case platform::kSoundAllocated: return start + u"DSERR_ALLOCATED";
+    default: return Join(start, u"other error : ", WavFile[slot]);
+  }
+}
+
 void LoadCourseSound(int32_t song, int32_t slot) {
   auto* files = CourseWavFile.Find(song);
   auto* buffers = CourseWavBuffer.Find(song);
   auto* loaded = CourseWavLoaded.Find(song);
   if (files == nullptr || buffers == nullptr || loaded == nullptr || !files->Holds(slot)) return;
   (*buffers)[slot].reset();
-  Text path = (*files)[slot];
   platform::SoundError error = platform::kSoundOk;
-  (*buffers)[slot] = CreateSndBuf(path, wavDescription, wavFormat, error);
+  (*buffers)[slot] = CreateSndBuf((*files)[slot], wavDescription, wavFormat, error);
   (*loaded)[slot] = true;
 }
 

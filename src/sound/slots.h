@@ -8,9 +8,12 @@
 
 namespace qlm {
 
-// Sees that the slot's buffer holds the file that the chart wants. Slot 0 is never loaded. No failure stops a
-// chart.
+// Sees that the slot's buffer holds the file that the chart wants, whose name is corrected in the chart's
+// table when it is found under another one. Slot 0 is never loaded; slots outside the table load nothing and
+// are logged as cancelled. No failure stops a chart.
 void loadwav(int32_t slot);
+// What the log says of a load that failed.
+Text LoadErrorLine(platform::SoundError error, int32_t slot);
 // With CourseLoadMode 2: makes the buffer of a course song's slot at once and marks it loaded.
 void LoadCourseSound(int32_t song, int32_t slot);
 // Gives back each slot whose file the chart no longer names.

@@ -86,16 +86,52 @@ TEST_F(SoundStarts, SlotZeroIsSilentAndLogsNothing) {
   EXPECT_EQ(VoiceCount, 1);
 }
 
-TEST_F(SoundStarts, SlotsOutsideTheTablesDoNothing) {
-  EchoEnabled = true;
-  Transcript starts;
-  transcript = &starts;
+TEST_F(SoundStarts, SlotsOutsideTheTablesSoundNothing) {
+  LoadSound(1, u"a.wav", Level(100));
   PlayWav(-1, 0, 0);
   PlayWav(256, 0, 0);
   EXPECT_EQ(VoiceCount, 0);
+  EXPECT_EQ(Render(1), Samples({0}));
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav: -1 > cancelled", u"loadwav: 256 > cancelled"}));
+  CourseMode = true;
+  PlayWav(256, 0, 0);
+  EXPECT_EQ(Render(1), Samples({0}));
+}
+
+TEST_F(SoundStarts, SlotsOutsideTheTablesQueueEchoesThatSoundNothing) {
+  LoadSound(1, u"a.wav", Level(100));
+  EchoEnabled = true;
+  PlayWav(256, 0, 0);
+  PlayWav(65537, 0, 0);  // 1, if cut to 16 bits
+  EXPECT_EQ(EchoCount, 8);
+  EXPECT_EQ(loopCounter, 5);
+  playClock = 801;
+  EXPECT_EQ(ServeEchoes(), 8);
   EXPECT_EQ(EchoCount, 0);
-  EXPECT_TRUE(starts.starts.empty());
-  EXPECT_TRUE(log.empty());
+  EXPECT_EQ(Render(1), Samples({0}));
+}
+
+// 62 presses fill 248 of the 256 places, one outside the table 4 more, so that the last press finds room for
+// 4 and the one behind it for none.
+TEST_F(SoundStarts, EchoesOfSlotsOutsideTheTablesTakeTheirPlaces) {
+  LoadSound(1, u"a.wav", Level(100));
+  EchoEnabled = true;
+  for (int press = 0; press < 62; ++press) PlayWav(1, 0, 0);
+  PlayWav(300, 0, 0);
+  EXPECT_EQ(EchoCount, 252);
+  PlayWav(1, 0, 0);
+  PlayWav(1, 0, 0);
+  EXPECT_EQ(EchoCount, 256);
+}
+
+TEST_F(SoundStarts, AStartOutsideTheTablesInTheFailFadeChangesTheSlotOfTheSharedCounter) {
+  LoadSound(1, u"a.wav", Level(100));
+  FadeState = kFadeFail;
+  FadeStart = kNow - 1400;
+  loopCounter = 1;
+  PlayWav(256, 0, 0);
+  WavBuffer[1]->Play(false);
+  EXPECT_EQ(Render(1), Samples({1000}));  // at (1000 - 1400) * 5 hundredths of a decibel
 }
 
 TEST_F(SoundStarts, AnAttachedTranscriptGetsEachStart) {

@@ -49,9 +49,11 @@ TEST_F(SoundSlots, SlotZeroIsNeverLoaded) {
   EXPECT_TRUE(log.empty());
 }
 
-TEST_F(SoundSlots, SlotsOutsideTheTablesDoNothing) {
+TEST_F(SoundSlots, SlotsOutsideTheTablesLoadNothing) {
   loadwav(-1);
   loadwav(256);
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav: -1 > cancelled", u"loadwav: 256 > cancelled"}));
+  log.clear();
   LoadCourseSound(0, 256);
   LoadCourseSound(128, 1);
   ReleaseUnnamedSound(-1);
@@ -121,16 +123,40 @@ TEST_F(SoundSlots, ASlotThatTheChartNoLongerNamesIsReleased) {
   EXPECT_NE(WavBuffer[2], nullptr);
 }
 
-TEST_F(SoundSlots, ACorrectedNameIsHeldAndLoadedAnewTheNextTime) {
+TEST_F(SoundSlots, ACorrectedNameHoldsUntilTheChartIsReadAnew) {
   const Text mp3 = WriteData(u"kick.mp3", MonoWav({5}));
-  WavFile[1] = Join(mp3.substr(0, mp3.size() - 3), u"wav");
+  const Text given = Join(mp3.substr(0, mp3.size() - 3), u"wav");
+  WavFile[1] = given;
   loadwav(1);
   EXPECT_EQ(WavHeldName[1], mp3);
-  EXPECT_NE(WavFile[1], mp3);
+  EXPECT_EQ(WavFile[1], mp3);
+  ReleaseUnnamedSound(1);
   EXPECT_EQ(Play(1, 1), Samples({5}));
   log.clear();
   loadwav(1);
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 1 > cancelled"}));
+  log.clear();
+  WavFile[1] = given;
+  loadwav(1);
   EXPECT_EQ(log, std::vector<Text>({u"loadwav: 1", u"CreateSndBuf:kick.mp3", u"> complete in 0 ms"}));
+}
+
+TEST_F(SoundSlots, ACorrectedNameHoldsInACoursesTableToo) {
+  const Text mp3 = WriteData(u"kick.mp3", MonoWav({5}));
+  const Text given = Join(mp3.substr(0, mp3.size() - 3), u"wav");
+  CourseMode = true;
+  CourseSong = 2;
+  CourseWavFile[2][1] = given;
+  LoadCourseSound(2, 1);
+  EXPECT_EQ(CourseWavFile[2][1], mp3);
+  CourseWavFile[2][1] = given;
+  GameState = kStatePlay;
+  loadwav(1);
+  EXPECT_EQ(CourseWavFile[2][1], mp3);
+  EXPECT_EQ(WavHeldName[1], mp3);
+  log.clear();
+  loadwav(1);
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav2: 1 > cancelled"}));
 }
 
 TEST_F(SoundSlots, AMissingFileLeavesASilentSlotThatCountsAsLoaded) {
@@ -184,6 +210,18 @@ TEST_F(SoundSlots, EmptyDataIsAnInvalidParameter) {
   NameSound(1, u"empty.wav", {});
   loadwav(1);
   EXPECT_TRUE(Logged(u"> Err[-2147024809]: DSERR_INVALIDPARAM"));
+}
+
+// The numbers are 0x88780064, 0x887800AA, 7, 0x80004001, 0x80070057, 0x8878000A and 0x88780032, with a sign.
+TEST_F(SoundSlots, EachReasonOfAFailedLoadHasItsWord) {
+  WavFile[1] = u"\\song\\kick.wav";
+  EXPECT_EQ(LoadErrorLine(-2005401500, 1), u"> Err[-2005401500]: DSERR_BADFORMAT");
+  EXPECT_EQ(LoadErrorLine(-2005401430, 1), u"> Err[-2005401430]: DSERR_UNINITIALIZED");
+  EXPECT_EQ(LoadErrorLine(7, 1), u"> Err[7]: DSERR_OUTOFMEMORY");
+  EXPECT_EQ(LoadErrorLine(-2147467263, 1), u"> Err[-2147467263]: DSERR_UNSUPPORTED");
+  EXPECT_EQ(LoadErrorLine(-2147024809, 1), u"> Err[-2147024809]: DSERR_INVALIDPARAM");
+  EXPECT_EQ(LoadErrorLine(-2005401590, 1), u"> Err[-2005401590]: DSERR_ALLOCATED");
+  EXPECT_EQ(LoadErrorLine(-2005401550, 1), u"> Err[-2005401550]: other error : \\song\\kick.wav");
 }
 
 TEST_F(SoundSlots, WithoutADeviceEachLoadSaysSo) {

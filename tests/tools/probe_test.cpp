@@ -283,6 +283,20 @@ TEST_F(ProbeTest, LogFileHoldsTheLinesOfTheRun) {
   EXPECT_TRUE(log.ends_with("loaded.\n")) << log;
 }
 
+// Read with the chart, and when the play comes to it.
+TEST_F(ProbeTest, SoundOfAnotherNameIsLoadedOnceForAPlay) {
+  WriteWav("kick.mp3", {1, 2, 3});
+  const std::string chart = Chart("a.bms", {"#WAV01 kick.wav", "#00111:01010101", "#00101:01010101"});
+  EXPECT_TRUE(Holds(Probe({"chart", chart}).output, "\"01\": \"kick.mp3\""));
+  for (const std::string mode : {"WAVLoadmode=0", "WAVLoadmode=1"}) {
+    Probe({"play", chart, "--set", mode, "--log", At("log.txt")});
+    const std::string log = ReadBytes(platform::InnerPath(At("log.txt")));
+    const size_t first = log.find("CreateSndBuf:kick.mp3");
+    EXPECT_NE(first, std::string::npos) << log;
+    EXPECT_EQ(log.find("CreateSndBuf:kick.mp3", first + 1), std::string::npos) << log;
+  }
+}
+
 TEST_F(ProbeTest, HeaderHasTheEntryOfTheLibrary) {
   const ProcessResult result = Probe({"header", Chart("a.bms", kLines)});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
