@@ -85,10 +85,10 @@ void StretchFromSheet(uint8_t file, const Rect& from, const Rect& to) {
   }
 }
 
-Rect RectOf(int64_t left, int64_t top, int64_t right, int64_t bottom) {
-  if (!Fits(left) || !Fits(top) || !Fits(right) || !Fits(bottom)) return {};
-  return {static_cast<int32_t>(left), static_cast<int32_t>(top), static_cast<int32_t>(right),
-          static_cast<int32_t>(bottom)};
+std::optional<Rect> FittingRect(int64_t left, int64_t top, int64_t right, int64_t bottom) {
+  if (!Fits(left) || !Fits(top) || !Fits(right) || !Fits(bottom)) return std::nullopt;
+  return Rect{static_cast<int32_t>(left), static_cast<int32_t>(top), static_cast<int32_t>(right),
+              static_cast<int32_t>(bottom)};
 }
 
 }  // namespace qlm

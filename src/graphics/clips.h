@@ -27,7 +27,11 @@ void DrawFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y);
 // Stretched to `to`, and cut likewise.
 void StretchFromSheet(uint8_t file, const Rect& from, const Rect& to);
 
-// A rectangle of 32-bit sides; an empty one, which no copy takes, where they do not fit.
-Rect RectOf(int64_t left, int64_t top, int64_t right, int64_t bottom);
+// A rectangle of 32-bit sides; nothing where they do not fit.
+std::optional<Rect> FittingRect(int64_t left, int64_t top, int64_t right, int64_t bottom);
+// The same, with an empty one, which no copy takes, in place of none.
+inline Rect RectOf(int64_t left, int64_t top, int64_t right, int64_t bottom) {
+  return FittingRect(left, top, right, bottom).value_or(Rect());
+}
 
 }  // namespace qlm

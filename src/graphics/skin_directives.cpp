@@ -14,18 +14,6 @@
 namespace qlm {
 namespace {
 
-// Whole-number cells of a sheet; nothing when they lie beyond all numbers.
-std::optional<Rect> Cell(int64_t left, int64_t top, int32_t width, int32_t height) {
-  const int64_t right = left + width;
-  const int64_t bottom = top + height;
-  if (!std::in_range<int32_t>(left) || !std::in_range<int32_t>(top) || !std::in_range<int32_t>(right) ||
-      !std::in_range<int32_t>(bottom)) {
-    return std::nullopt;
-  }
-  return Rect{static_cast<int32_t>(left), static_cast<int32_t>(top), static_cast<int32_t>(right),
-              static_cast<int32_t>(bottom)};
-}
-
 // Place of `word` in a list of words.
 template <size_t N>
 std::optional<size_t> PlaceOf(TextView word, const std::array<TextView, N>& words) {
@@ -144,7 +132,8 @@ void ReadNumber(SkinReading& in) {
   in.Whole(u"the gap", number.gap, Field::kMayBeLeftOut);
   for (int32_t glyph = 0; glyph < kGlyphs; ++glyph) {
     const int64_t left = x + glyph * (int64_t{number.width} + spacing);
-    Assign(number.rects[static_cast<size_t>(glyph)], Cell(left, y, number.width, number.height));
+    Assign(number.rects[static_cast<size_t>(glyph)],
+           FittingRect(left, y, left + number.width, int64_t{y} + number.height));
   }
   in.Uses(SkinPart::kSheet, number.file);
 }
@@ -334,14 +323,14 @@ void ReadClass(SkinReading& in) {
   auto& rows = ClassPos[*side];
   in.ArgumentsBehindBlank();
   in.Sets(&rows);
-  in.Hex(u"the first clip", rows[0].id);
+  const std::optional<uint8_t> first = in.HexByte(u"the first clip");
   in.Whole(u"x", rows[0].x);
   in.Whole(u"y", rows[0].y);
   for (size_t row = 0; row < rows.size(); ++row) {
-    Assign(rows[row].id, RoundTo<uint8_t>(rows[0].id + static_cast<double>(row)));
+    if (first) Assign(rows[row].id, RoundTo<uint8_t>(*first + static_cast<double>(row)));
     rows[row].x = rows[0].x;
     rows[row].y = rows[0].y;
-    in.Uses(SkinPart::kClip, int64_t{rows[0].id} + static_cast<int64_t>(row));
+    in.Uses(SkinPart::kClip, first ? int64_t{*first} + static_cast<int64_t>(row) : rows[row].id);
     in.Stands(SkinPart::kClip, rows[row].id, rows[row].x, rows[row].y, AtEdge::kCut);
   }
 }
@@ -485,7 +474,7 @@ void ReadSystemFont(SkinReading& in) {
   for (int32_t code = 33; code <= 128; ++code) {
     const int64_t left = x + (code % 32 - 1) * int64_t{SysFontW};
     const int64_t top = y + (code / 32 - 1) * int64_t{SysFontH};
-    Assign(SysFont[code - 32], Cell(left, top, SysFontW, SysFontH));
+    Assign(SysFont[code - 32], FittingRect(left, top, left + SysFontW, top + SysFontH));
   }
 }
 

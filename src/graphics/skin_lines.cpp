@@ -108,6 +108,16 @@ uint32_t SkinReading::Hexadecimal(TextView name, TextView text, Field field) {
   return ValHex(text);
 }
 
+std::optional<uint8_t> SkinReading::HexByte(TextView name) {
+  const std::optional<TextView> text = Next(name, Field::kNeeded);
+  if (!text) return std::nullopt;
+  const uint32_t number = Hexadecimal(name, *text, Field::kNeeded);
+  if (text->empty() || !IsHexDigit(text->front())) return std::nullopt;
+  if (number <= UINT8_MAX) return static_cast<uint8_t>(number);
+  Remark(name, u" is out of range: ", *text);
+  return std::nullopt;
+}
+
 void SkinReading::Single(TextView name, float& target) {
   const std::optional<TextView> text = Next(name, Field::kNeeded);
   const std::optional<double> number = text ? Decimal(name, *text, Field::kNeeded) : std::nullopt;

@@ -79,6 +79,8 @@ class SkinReading {
     const uint32_t number = Hexadecimal(name, *text, field);
     Store(name, target, std::in_range<T>(number) ? std::optional(number) : std::nullopt, *text);
   }
+  // A hexadecimal one up to FF; nothing when it is missing, no number or larger.
+  std::optional<uint8_t> HexByte(TextView name);
   void Single(TextView name, float& target);
   double SingleOrZero(TextView name, Field field);
   // A name without outer blanks; empty when it is missing.

@@ -590,6 +590,15 @@ TEST_F(ReaderTest, PicturesOfOtherKindsThanBmpAreLoadedInEveryLoadMode) {
   EXPECT_EQ(BmpHeldName[2], Song(u"b.BmP"));
 }
 
+TEST_F(ReaderTest, BmpPicturesWaitInEveryLoadModeButZero) {
+  for (const int32_t mode : {1, 2, 255, -1}) {
+    BMPLoadmode = mode;
+    Read({u"#BMP01 a.bmp"});
+    EXPECT_EQ(BmpFile[1], Song(u"a.bmp"));
+    EXPECT_EQ(BmpHeldName[1], u"") << mode;
+  }
+}
+
 TEST_F(ReaderTest, CourseFilesGoToTheSongsTables) {
   CourseMode = true;
   CourseSong = 3;

@@ -124,6 +124,17 @@ TEST_F(Bga, InACourseTheNameComesFromTheSong) {
   EXPECT_FALSE(BmpSurface[1]);
 }
 
+TEST_F(Bga, OnlyALoadIsShownAndLogged) {
+  BgaLoad(1);  // the chart names none
+  BmpFile[2] = BmpHeldName[2] = u"\\two.bmp";
+  BgaLoad(2);
+  EXPECT_FALSE(messageUp);
+  EXPECT_TRUE(log.empty());
+  BmpFile[3] = u"\\nowhere\\three.bmp";
+  BgaLoad(3);
+  EXPECT_EQ(messageText, u"BGA LOAD: 3 (in 0ms)");
+}
+
 TEST_F(Bga, SlotsOutsideTheTableArePassedOver) {
   BgaLoad(-1);
   BgaLoad(256);
@@ -278,11 +289,14 @@ TEST_F(Bga, APictureReplacesTheTitlePicture) {
   EXPECT_TRUE(Shows(DDBga, {127, 0, 128, 1}, kRed, 0));
 }
 
-TEST_F(Bga, ThePictureIsLoadedWhenFirstShownUnderLoadModeOne) {
+TEST_F(Bga, ThePictureIsLoadedWhenFirstShownUnderLoadModeOneAlone) {
   BmpFile[1] = WriteData(u"one.bmp", SolidBmp(256, 256, kRed));
   curBaseBGA = 1;
-  ComposeBga();
-  EXPECT_FALSE(BmpSurface[1]);
+  for (const int32_t mode : {0, 2, -1}) {
+    BMPLoadmode = mode;
+    ComposeBga();
+    EXPECT_FALSE(BmpSurface[1]) << mode;
+  }
   BMPLoadmode = 1;
   ComposeBga();
   EXPECT_TRUE(Shows(DDBga, {0, 0, 256, 256}, kRed, 0));

@@ -347,6 +347,18 @@ TEST_F(SkinDirectivesTest, ClassMarksAreSevenClipsInARow) {
   EXPECT_EQ(ClassPos[0][4], (SkinPos{0, 1, 2, 0, 0}));  // there is no clip 100
 }
 
+// A field that is missing, no number, or above FF.
+TEST_F(SkinDirectivesTest, ClassMarksWithoutAFirstClipKeepTheirClips) {
+  Read({"#CLASS_2P ,7,8"});
+  for (const SkinPos& pos : ClassPos[1]) EXPECT_EQ(pos, (SkinPos{0, 7, 8, 0, 0}));
+  Read({"#CLASS_1P 20,1,2"});
+  for (const char* line : {"#CLASS_1P", "#CLASS_1P ZZ,3,4", "#CLASS_1P 100,5,6", "#CLASS_1P -1,7,8"}) {
+    Read({line});
+    for (uint8_t row = 0; row < 7; ++row) EXPECT_EQ(ClassPos[0][row].id, 0x20 + row) << line;
+  }
+  EXPECT_EQ(ClassPos[0][6], (SkinPos{0x26, 7, 8, 0, 0}));
+}
+
 TEST_F(SkinDirectivesTest, BombsHaveThreeRows) {
   Read({"#BOMB_GOOD 01", "#BOMB_GREAT 02", "#bomb_perfect 03", "#BOMB_BAD 09"});
   EXPECT_EQ(BombPos[0].id, 1);
@@ -452,6 +464,14 @@ TEST_F(SkinDirectivesTest, LayersAreListedInTheOrderOfTheFile) {
   EXPECT_EQ(LayerList.entries[1], 3);
   Read({"#LAYER12 0A,100,200,0"});
   EXPECT_FALSE(LayerWide[12]);
+}
+
+TEST_F(SkinDirectivesTest, AnyFourthNumberButZeroMakesALayerWide) {
+  Read({"#LAYER01 0A,1,2,2", "#LAYER02 0A,1,2,-1", "#LAYER03 0A,1,2,1000", "#LAYER04 0A,1,2,0"});
+  EXPECT_TRUE(LayerWide[1]);
+  EXPECT_TRUE(LayerWide[2]);
+  EXPECT_TRUE(LayerWide[3]);
+  EXPECT_FALSE(LayerWide[4]);
 }
 
 TEST_F(SkinDirectivesTest, FontCellsLieInRowsOf32) {

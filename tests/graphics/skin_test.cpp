@@ -54,6 +54,15 @@ TEST_F(LoadSkinTest, SecondSkinDropsEveryClipOfTheFirst) {
   EXPECT_EQ(LineList[0].last, -1);
 }
 
+TEST_F(LoadSkinTest, SecondSkinDropsTheCellOfTheFont) {
+  Load({"#SYSFONT  0,0,8,16"});
+  EXPECT_EQ(SysFontW, 8);
+  EXPECT_EQ(SysFontH, 16);
+  Load({"#YPOSITION 300"});
+  EXPECT_EQ(SysFontW, 0);
+  EXPECT_EQ(SysFontH, 0);
+}
+
 TEST_F(LoadSkinTest, KeepingAddsToTheTables) {
   Load({"#CLIP01 1,0,0,8,8", "#YPOSITION 300"});
   Load({"#CLIP02 1,0,0,4,4"}, true);

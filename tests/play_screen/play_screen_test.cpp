@@ -6,6 +6,7 @@
 
 #include "graphics/present.h"
 #include "platform/clock.h"
+#include "sound/play.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/keys.h"
@@ -13,6 +14,7 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/sounds.h"
 #include "state/timeline.h"
 #include "tests/play_screen/play_screen_ground.h"
 #include "tests/support/allocations.h"
@@ -292,6 +294,22 @@ TEST_F(WholeScreen, TheBlinkTurnsOncePerPlayer) {
 }
 
 // A skin with something everywhere, in motion.
+TEST_F(WholeScreen, EachFrameTakesTheSoundsThatHaveEndedFromTheVoices) {
+  WavLengthMs[3] = 10;
+  VoiceAdd(3);
+  platform::UseVirtualClock(kNow + 10);
+  Draw();
+  EXPECT_EQ(VoiceCount, 1);
+  platform::UseVirtualClock(kNow + 11);
+  EXPECT_EQ(VoiceCount, 1);
+  Draw();
+  EXPECT_EQ(VoiceCount, 0);
+  VoiceAdd(3);
+  platform::UseVirtualClock(kNow + 22);
+  Draw();
+  EXPECT_EQ(VoiceCount, 0);
+}
+
 TEST_F(WholeScreen, AFrameOfAFullSkinTakesNothingFromTheHeap) {
   SideCount = 2;
   HdrPlayer = 2;
