@@ -66,6 +66,7 @@ void DrawMessage() {
 }
 
 void DrawFrameRate() {
+  if (!DDBack) return;
   const int32_t y = 479 - SysFontH;
   DrawText(310, y, u"FPS:", 0);
   DrawText(310 + 4 * SysFontW, y, Fixed(Fps, 1), 0);

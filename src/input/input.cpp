@@ -79,7 +79,9 @@ void ReleaseKeyboard() {
 }
 
 void ReadJoysticks() {
+  const bool hadNone = JoyCount == 0;
   JoyCount = static_cast<uint8_t>(platform::PollJoysticks());
+  if (hadNone && JoyCount == 0) return;
   for (int32_t controller = 0; controller < platform::kMostJoysticks; ++controller) {
     // One that was unplugged holds nothing any more.
     const auto state = platform::ReadJoystick(controller);
