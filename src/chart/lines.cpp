@@ -65,7 +65,7 @@ std::optional<int32_t> PosOf(int32_t measure, int32_t tick) {
   return pos >= INT32_MIN && pos <= INT32_MAX ? std::optional(static_cast<int32_t>(pos)) : std::nullopt;
 }
 
-int32_t Cells::Value(int64_t j) const { return static_cast<int32_t>(ValHex({At(j), 2})); }
+int32_t Cells::Value(int64_t j) const { return static_cast<int32_t>(ValHex(Letters(j))); }
 
 int32_t Cells::Tick(int64_t j) const {
   return static_cast<int32_t>(RoundHalfEven(step_ * static_cast<double>(j)));

@@ -50,6 +50,8 @@ class Cells {
       : data_(line.size() > 6 ? line.substr(6) : TextView()), step_(192.0 / static_cast<double>(Count())) {}
 
   int64_t Count() const { return static_cast<int64_t>(data_.size() / 2); }
+  bool OddEnd() const { return data_.size() % 2 != 0; }
+  TextView Letters(int64_t j) const { return {At(j), 2}; }
   // A cell "00", which makes nothing.
   bool IsRest(int64_t j) const { return At(j)[0] == u'0' && At(j)[1] == u'0'; }
   // Hexadecimal digits as far as they go.
@@ -66,6 +68,10 @@ class Cells {
   double step_;
 };
 
+// The two characters that name the slot of a #WAV, #BMP or #BPM.
+inline TextView SlotDigits(TextView line) { return Mid(line, 4, 2); }
+inline int32_t SlotOf(TextView line) { return static_cast<int32_t>(ValHex(SlotDigits(line))); }
+
 // Place of a tick on the unscaled axis. Fails out of range.
 std::optional<int32_t> PosOf(int32_t measure, int32_t tick);
 
@@ -80,5 +86,7 @@ constexpr uint64_t Word(TextView letters) {
 }
 // The text from character `start` on without outer blanks.
 inline TextView Argument(TextView line, int64_t start) { return Trim(Mid(line, start)); }
+// The title picture of a #STAGEFILE.
+inline TextView StageFile(TextView line) { return Argument(line, 11); }
 
 }  // namespace qlm

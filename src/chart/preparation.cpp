@@ -5,12 +5,14 @@
 #include <array>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "base/hooks.h"
 #include "base/log.h"
 #include "base/numbers.h"
 #include "base/sort.h"
 #include "base/titles.h"
+#include "chart/chart_report.h"
 #include "chart/random_lane.h"
 #include "chart/reader.h"
 #include "graphics/bga.h"
@@ -67,7 +69,7 @@ void AddSeparators() {
 // and notes where the sound of a lane changes.
 class PositionWalk {
  public:
-  PositionWalk() {
+  explicit PositionWalk(ChartReport* report) : report_(report) {
     prevPos_.fill(-1);
     scatteredAt_.fill(-1);
   }
@@ -76,6 +78,7 @@ class PositionWalk {
     Scale(obj);
     if (obj.channel < 11 || obj.channel > 29) return;
     if (ScatterNotes && obj.channel != 16 && obj.channel != 17) Scatter(obj);
+    if (report_ != nullptr) report_->Note(&obj - objs.data(), obj);
     int32_t& prevPos = prevPos_[Lane(obj)];
     if (prevPos == obj.pos) {
       --TotalNotes[obj.channel / 10 - 1];
@@ -137,6 +140,7 @@ class PositionWalk {
 
   static void AddKeySound(const KeySoundChange& change) { KeySoundChanges.Put(keySoundCount++, change); }
 
+  ChartReport* report_;
   int32_t curMeasure_ = -1;
   std::array<int32_t, kLanes> prevPos_{};
   std::array<int32_t, kLanes> scatteredAt_{};
@@ -144,10 +148,28 @@ class PositionWalk {
   std::array<int32_t, kLanes> sound_{};
 };
 
-void ScalePositions() {
+void ScalePositions(ChartReport* report) {
   DebugLog(u"recaliculating objects position...");
-  PositionWalk walk;
+  PositionWalk walk(report);
   for (ChartObj& obj : UsedObjs()) walk.Pass(obj);
+  if (report != nullptr) report->EndOfNotes();
+}
+
+// The scheme of the sort looks at positions alone, so that the lines of the objects can go along.
+void SortWithLines(ChartReport& report) {
+  struct Row {
+    ChartObj obj;
+    int64_t line = 0;
+  };
+  const std::span<ChartObj> used = UsedObjs();
+  report.objLines.resize(objs.size());
+  std::vector<Row> rows;
+  for (size_t i = 0; i < used.size(); ++i) rows.push_back({used[i], report.objLines[i]});
+  SortInScheme(std::span(rows), [](const Row& row) { return row.obj.pos; });
+  for (size_t i = 0; i < used.size(); ++i) {
+    used[i] = rows[i].obj;
+    report.objLines[i] = rows[i].line;
+  }
 }
 
 // Sounds and pictures that the new chart still names stay loaded.
@@ -217,13 +239,13 @@ Text ChartCaption() {
 
 Text ChartMarquee() { return WithGap(Join(HdrTitle, u" / ", HdrArtist)); }
 
-void BMSPrepare() {
+void BMSPrepare(ChartReport* report) {
   DebugLog(Join(u"[BMSPrepare] minimum: ", PreviewActive), 1);
   ChooseSides();
   AddSeparators();
   DebugLog(u"sorting objects...");
-  platform::WithinMemory(SortObjs);
-  ScalePositions();
+  platform::WithinMemory([&] { report != nullptr ? SortWithLines(*report) : SortObjs(); });
+  ScalePositions(report);
   if (!PreviewActive) ReleaseUnnamed();
   BMSLengthMs = GetBMSLength();
   ComputeBMSID();

@@ -7,8 +7,11 @@
 
 namespace qlm {
 
+class ChartReport;
+
 // Once behind the last file of a load. Stops with the fatal message when the bar lines did not fit.
-void BMSPrepare();
+// A report gets the notes that share a place.
+void BMSPrepare(ChartReport* report = nullptr);
 // Length of the chart in ms, from the objects as they stand; 0 where it is no number.
 int32_t GetBMSLength();
 // Sorts the object table by pos, in the one scheme that fixes the order of equals.

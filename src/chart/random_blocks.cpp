@@ -10,6 +10,8 @@
 
 namespace qlm {
 
+std::optional<int16_t> NamedBlocks(TextView line) { return RoundTo<int16_t>(Val(Argument(line, 8))); }
+
 void RandomBlocks::SkippedLine(TextView line) {
   if (BeginsWith(line, u"IF")) {
     Assign(block_, Round(Val(Argument(line, 4))));
@@ -23,9 +25,10 @@ void RandomBlocks::SkippedLine(TextView line) {
 }
 
 void RandomBlocks::Random(TextView line) {
+  if (takeAll_) return;
   if (nest_ < INT16_MAX) ++nest_;
   if (Level* level = levels_.Find(nest_)) {
-    Assign(level->rndMax, RoundTo<int16_t>(Val(Argument(line, 8))));
+    Assign(level->rndMax, NamedBlocks(line));
     Assign(level->rndVal, RoundTo<int16_t>(std::floor(Rnd() * static_cast<float>(level->rndMax)) + 1));
     level->ifCount = 0;
     DebugLog(Join(u"RANDOM: ", level->rndVal, u"/", level->rndMax));
@@ -34,6 +37,7 @@ void RandomBlocks::Random(TextView line) {
 }
 
 void RandomBlocks::If(TextView line) {
+  if (takeAll_) return;
   DebugLog(Join(u"RANDOM END: ", line));
   if (LevelIsCounted()) {
     LeaveLevel();
@@ -44,6 +48,7 @@ void RandomBlocks::If(TextView line) {
 }
 
 void RandomBlocks::End(TextView line) {
+  if (takeAll_) return;
   DebugLog(Join(u"RANDOM END: ", line));
   if (LevelIsCounted()) {
     LeaveLevel();

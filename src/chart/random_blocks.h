@@ -2,11 +2,15 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "base/table.h"
 #include "base/text.h"
 
 namespace qlm {
+
+// How many blocks a #RANDOM names. Fails out of range.
+std::optional<int16_t> NamedBlocks(TextView line);
 
 // Blocks are told apart by counting #IF lines, not by matching #ENDIF to #IF: a level ends when as many #IF
 // as its #RANDOM named have been counted. Quirk: with fewer #IF than that the rest of the file is skipped.
@@ -15,6 +19,9 @@ namespace qlm {
 // drawn, and each test counts as passed, so that every #IF opens its block.
 class RandomBlocks {
  public:
+  // With `takeAll` nothing is drawn, and no block is ever skipped.
+  explicit RandomBlocks(bool takeAll = false) : takeAll_(takeAll) {}
+
   bool Skipping() const { return skip_; }
 
   // Each line while skipping; only #IF and #ENDIF do anything.
@@ -36,6 +43,7 @@ class RandomBlocks {
   void CountIf();
   void LeaveLevel();
 
+  bool takeAll_;
   Table<Level, 100> levels_;
   int16_t nest_ = 0;
   int32_t block_ = 0;  // number of the #IF read last

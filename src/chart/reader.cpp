@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/rnd.h"
+#include "chart/chart_report.h"
 #include "chart/lines.h"
 #include "chart/random_blocks.h"
 #include "chart/random_lane.h"
@@ -86,7 +87,8 @@ void SetHeaderDefaults() {
 // Reads the lines of one file.
 class LineReader {
  public:
-  explicit LineReader(TextView path) : folder_(GetFolder(path)) {}
+  LineReader(TextView path, ChartReport* report)
+      : report_(report), folder_(GetFolder(path)), blocks_(report != nullptr) {}
 
   // False when the load is to stop.
   bool ReadLines(TextView text);
@@ -96,12 +98,16 @@ class LineReader {
   void ReadNumbered(TextView line);
   void ReadCells(TextView line);
   bool ReadHeader(TextView line);
+  void ReadWhole(TextView line, int64_t start, HeaderField field, int32_t& target);
   void ReadTempo(TextView line);
+  void ReadTempo(TextView line, int64_t start, HeaderField field, float& target);
   void ReadRankOrRandom(TextView line);
+  void ReportUnknown(TextView line);
   void ReadWav(TextView line) const;
   void ReadBmp(TextView line) const;
   bool GoesOn();
 
+  ChartReport* report_;
   TextView folder_;
   RandomBlocks blocks_;
   int32_t measure_ = 0;  // of the last line whose measure was a number
@@ -118,11 +124,14 @@ bool LineReader::ReadLines(TextView text) {
     // Quirk: the end is looked for behind the line's first character, so that a line holding only # takes in
     // the next.
     const size_t end = FindLineEnd(text, place + 1);
+    const TextView line = text.substr(place, end - place);
+    if (report_ != nullptr) report_->Begin(text, place, line);
     bool goesOn = true;
-    platform::WithinMemory([&] { goesOn = ReadLine(text.substr(place, end - place)); });
+    platform::WithinMemory([&] { goesOn = ReadLine(line); });
     if (!goesOn) return false;
     place = FindCommand(text, end);
   }
+  if (report_ != nullptr) report_->EndOfLines();
   return true;
 }
 
@@ -140,9 +149,12 @@ bool LineReader::ReadLine(TextView line) {
 void LineReader::ReadNumbered(TextView line) {
   Assign(measure_, MeasureOf(line, BasePos));
   Assign(channel_, ChannelOf(line));
+  if (report_ != nullptr) report_->Columns(line, measure_, channel_);
   lastMeasure = MaxI32(lastMeasure, measure_);
   if (channel_ == 2) {
-    if (const std::optional<float> length = LengthOf(line)) MeasureLen.Put(measure_, *length);
+    const std::optional<float> length = LengthOf(line);
+    if (length) MeasureLen.Put(measure_, *length);
+    if (report_ != nullptr) report_->Length(length);
     return;
   }
   if (NoBGA && (channel_ == 4 || channel_ == 7)) return;
@@ -152,6 +164,7 @@ void LineReader::ReadNumbered(TextView line) {
 void LineReader::ReadCells(TextView line) {
   const Cells cells(line);
   const int64_t count = cells.Count();
+  const int32_t first = objCount;
   for (int64_t j = 0; j < count; ++j) {
     if (cells.IsRest(j)) continue;
     // Quirk: the map is applied again at each note, so that a shuffled keymap spreads one line over the lanes
@@ -175,6 +188,7 @@ void LineReader::ReadCells(TextView line) {
       obj->speedMul = DrawnSpeed();
     }
   }
+  if (report_ != nullptr) report_->Data(line, measure_, channel_, first);
 }
 
 // Quirk: as many letters as stand here decide and no more, so that #TITLES is a title too.
@@ -190,32 +204,63 @@ bool LineReader::ReadHeader(TextView line) {
     case Word(u"RAN"): ReadRankOrRandom(line); break;
     case Word(u"IF "): blocks_.If(line); break;
     case Word(u"END"): blocks_.End(line); break;
-    case Word(u"TOT"): Assign(HdrTotal, ToWhole(Argument(line, 7))); break;
-    case Word(u"VOL"): Assign(HdrVolWav, ToWhole(Argument(line, 8))); break;
+    case Word(u"TOT"): ReadWhole(line, 7, HeaderField::kTotal, HdrTotal); break;
+    case Word(u"VOL"): ReadWhole(line, 8, HeaderField::kVolume, HdrVolWav); break;
     case Word(u"MID"): HdrMidiFile = Argument(line, 10); break;
     default:
-      if (BeginsWith(line, u"PLAYER")) Assign(HdrPlayer, ToWhole(Argument(line, 8)));
-      if (BeginsWith(line, u"PLAYLE")) Assign(HdrPlayLevel, ToWhole(Argument(line, 11)));
+      if (BeginsWith(line, u"PLAYER")) {
+        ReadWhole(line, 8, HeaderField::kPlayMode, HdrPlayer);
+      } else if (BeginsWith(line, u"PLAYLE")) {
+        ReadWhole(line, 11, HeaderField::kLevel, HdrPlayLevel);
+      } else {
+        ReportUnknown(line);
+      }
   }
   return true;
 }
 
+// A whole-number field. What is no number leaves it as it is.
+void LineReader::ReadWhole(TextView line, int64_t start, HeaderField field, int32_t& target) {
+  const TextView text = Argument(line, start);
+  const std::optional<int32_t> number = ToWhole(text);
+  Assign(target, number);
+  if (report_ != nullptr) report_->Whole(field, text, number);
+}
+
 void LineReader::ReadTempo(TextView line) {
   if (Mid(line, 4, 1) == u" ") {
-    Assign(HdrBPM, ToSingle(Argument(line, 5)));
-  } else if (float* tempo = BpmTable.Find(ValHex(Mid(line, 4, 2)))) {
-    Assign(*tempo, ToSingle(Argument(line, 7)));
+    ReadTempo(line, 5, HeaderField::kTempo, HdrBPM);
+  } else if (float* tempo = BpmTable.Find(SlotOf(line))) {
+    ReadTempo(line, 7, HeaderField::kTableTempo, *tempo);
+    if (report_ != nullptr) report_->Define(report_->tempi, u"BPM", line, SlotOf(line));
   }
 }
 
+void LineReader::ReadTempo(TextView line, int64_t start, HeaderField field, float& target) {
+  const TextView text = Argument(line, start);
+  const std::optional<float> tempo = ToSingle(text);
+  Assign(target, tempo);
+  if (report_ != nullptr) report_->Tempo(field, text, tempo);
+}
+
 void LineReader::ReadRankOrRandom(TextView line) {
-  if (BeginsWith(line, u"RANK")) Assign(HdrRank, ToWhole(Argument(line, 6)));
-  if (BeginsWith(line, u"RAND")) blocks_.Random(line);
+  if (BeginsWith(line, u"RANK")) {
+    ReadWhole(line, 6, HeaderField::kRank, HdrRank);
+  } else if (BeginsWith(line, u"RAND")) {
+    blocks_.Random(line);
+  } else {
+    ReportUnknown(line);
+  }
+}
+
+void LineReader::ReportUnknown(TextView line) {
+  if (report_ != nullptr) report_->Unknown(line);
 }
 
 void LineReader::ReadWav(TextView line) const {
+  const int32_t slot = SlotOf(line);
+  if (report_ != nullptr) return report_->Define(report_->sounds, u"WAV", line, slot);
   if (NoWAV) return;
-  const auto slot = static_cast<int32_t>(ValHex(Mid(line, 4, 2)));
   Text file = Join(folder_, Argument(line, 7));
   if (!CourseMode) {
     WavLoaded.Put(slot, 0);
@@ -229,8 +274,9 @@ void LineReader::ReadWav(TextView line) const {
 }
 
 void LineReader::ReadBmp(TextView line) const {
+  const int32_t slot = SlotOf(line);
+  if (report_ != nullptr) return report_->Define(report_->pictures, u"BMP", line, slot);
   if (NoBGA) return;
-  const auto slot = static_cast<int32_t>(ValHex(Mid(line, 4, 2)));
   Text file = Join(folder_, Argument(line, 7));
   if (!CourseMode) {
     // Pictures that are slow to open never wait for the play.
@@ -367,7 +413,7 @@ bool RefuseLongChart(TextView path) {
 
 void BMSRead(TextView path) { BMSReadBytes(path, platform::ReadFile(path).value_or("")); }
 
-void BMSReadBytes(TextView path, std::string_view bytes) {
+void BMSReadBytes(TextView path, std::string_view bytes, ChartReport* report) {
   uses89 = false;
   sideUsesBga = {};
   DescribeSounds();
@@ -383,7 +429,7 @@ void BMSReadBytes(TextView path, std::string_view bytes) {
   BuildChannelMap();
   SetHeaderDefaults();
   const int32_t first = objCount;
-  if (!LineReader(path).ReadLines(chart.text)) return;
+  if (!LineReader(path, report).ReadLines(chart.text)) return;
 
   DebugLog(u"all lines compiled");
   DebugLog(Join(u"last measure: ", lastMeasure));

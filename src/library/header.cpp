@@ -112,7 +112,7 @@ void ReadWord(SongEntry& song, TextView line) {
   switch (Word(line)) {
     case Word(u"WAV"): ++song.numWav; break;
     case Word(u"BMP"): ++song.numBmp; break;
-    case Word(u"STA"): song.stageFile = Argument(line, 11); break;
+    case Word(u"STA"): song.stageFile = StageFile(line); break;
     case Word(u"TIT"): song.title = Argument(line, 7); break;
     case Word(u"ART"): song.artist = Argument(line, 8); break;
     case Word(u"GEN"): song.genre = Argument(line, 7); break;

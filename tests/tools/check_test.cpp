@@ -165,6 +165,31 @@ TEST_F(CheckTest, RandomBlocks) {
   ExpectOne({"#RANDOM 1", "#IF 1", "#RANDOM 1", "#IF 1", "#ENDIF", "#ENDIF"}, 14, "random", "inside an #IF");
 }
 
+TEST_F(CheckTest, EveryBlockOfARandomIsRead) {
+  ExpectOne({"#RANDOM 2", "#IF 1", "#00151:01", "#ENDIF", "#IF 2", "#ENDIF"}, 14, "channel", "no long notes");
+  ExpectOne({"#RANDOM 2", "#IF 1", "#ENDIF", "#IF 2", "#00151:01", "#ENDIF"}, 16, "channel", "no long notes");
+}
+
+// Each of these is told of, and the command itself is read all the same.
+TEST_F(CheckTest, HiddenCommandsAreReadAsTheirAuthorMeansThem) {
+  WriteData(u"f.bms", "#00111:0G\n#\n#00112:0G\r\n#00113:0G");
+  const std::string output = Probe({"check", At("f.bms")}).output;
+  for (const std::string line : {"1", "3", "4"}) {
+    EXPECT_TRUE(Holds(output, "{\"line\": " + line + ", \"kind\": \"cell\""));
+  }
+}
+
+TEST_F(CheckTest, FindingsPastTenThousandOfAKindAreCounted) {
+  const std::vector<std::string> blanks(10'001, " #00111:01");
+  std::string cells;
+  for (int i = 0; i < 10'003; ++i) cells += "ZZ";
+  std::vector<std::string> lines = blanks;
+  lines.push_back("#00101:" + cells);
+  const std::string output = Probe({"check", With(lines)}).output;
+  EXPECT_TRUE(Holds(output, "\"kind\": \"blank\", \"text\": \"and 1 more of this kind\""));
+  EXPECT_TRUE(Holds(output, "\"kind\": \"cell\", \"text\": \"and 3 more of this kind\""));
+}
+
 TEST_F(CheckTest, MoreObjectsThanFit) {
   std::vector<std::string> lines;
   std::string cells;

@@ -1,8 +1,8 @@
 // The command `check`: what an author would want to know about a chart.
-#include <algorithm>
-
 #include "base/paths.h"
 #include "chart/loading.h"
+#include "chart/preparation.h"
+#include "chart/reader.h"
 #include "platform/files.h"
 #include "state/chart.h"
 #include "state/settings.h"
@@ -13,37 +13,46 @@
 namespace probe {
 namespace {
 
-// What only the engine itself can tell: whether its tables hold the chart.
-void CheckTables(ChartFacts& facts, qlm::TextView path) {
+// Whether the game's tables hold the chart, as a play loads it.
+void CheckTables(Findings& findings, qlm::TextView path) {
   qlm::NoBGA = qlm::NoWAV = true;
   qlm::BMSLoad(path);
   qlm::NoBGA = qlm::NoWAV = false;
   if (fatalMessage) {
-    facts.Find(0, "objects",
-               qlm::Join(u"the chart needs ", qlm::objCount, u" objects, and the game has room for ",
-                         qlm::numObjs + 1, u": it ends with a message"));
+    findings.Add(0, "objects",
+                 qlm::Join(u"the chart needs ", qlm::objCount, u" objects, and the game has room for ",
+                           qlm::numObjs + 1, u": it ends with a message"));
     fatalMessage.reset();
     return;
   }
   const int64_t room = qlm::KeySoundChanges.kLast + 1;
   if (qlm::keySoundCount > room) {
-    facts.Find(0, "key-sounds",
-               qlm::Join(u"the lanes change their sound ", qlm::keySoundCount, u" times, and only the first ",
-                         room, u" changes are kept"));
+    findings.Add(0, "key-sounds",
+                 qlm::Join(u"the lanes change their sound ", qlm::keySoundCount,
+                           u" times, and only the first ", room, u" changes are kept"));
   }
 }
 
+// The report on a chart, from bytes with one line more in front.
+qlm::ChartReport ReadForAuthor(qlm::TextView path, const std::string& bytes) {
+  qlm::ChartReport report(0);
+  qlm::BMSInit();
+  qlm::BMSReadBytes(path, bytes, &report);
+  if (!qlm::shortageRaised) qlm::BMSPrepare(&report);
+  fatalMessage.reset();  // all blocks of #RANDOM together may be too many objects
+  return report;
+}
+
 std::vector<Finding> CheckChart(const std::string& file) {
-  ChartFacts facts;
+  Findings findings;
   const qlm::Text path = GamePath(file);
-  CheckText(facts, platform::ReadFile(path).value_or(std::string()));
-  CheckHeader(facts);
-  CheckData(facts);
-  CheckFiles(facts, path);
-  CheckTables(facts, path);
-  std::stable_sort(facts.findings.begin(), facts.findings.end(),
-                   [](const Finding& a, const Finding& b) { return a.line < b.line; });
-  return facts.findings;
+  const qlm::ChartReport report =
+      ReadForAuthor(path, CheckText(findings, platform::ReadFile(path).value_or(std::string())));
+  TellReport(findings, report);
+  CheckWhole(findings, report);
+  CheckFiles(findings, report, path);
+  CheckTables(findings, path);
+  return findings.InOrder();
 }
 
 }  // namespace

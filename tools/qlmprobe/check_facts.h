@@ -1,15 +1,14 @@
-// What a check gathers about one chart.
+// What a check tells about one chart, and its steps.
 #pragma once
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "base/text.h"
+#include "chart/chart_report.h"
 
 namespace probe {
 
@@ -19,51 +18,31 @@ struct Finding {
   qlm::Text text;
 };
 
-// A command of the chart as its author sees it.
-struct ChartLine {
-  int64_t number = 0;
-  qlm::Text command;         // behind the "#"
-  bool conditional = false;  // inside an #IF block, so that it may or may not hold
+// As many findings of a kind as an author could want, and the number of those left out.
+class Findings {
+ public:
+  void Add(int64_t line, std::string_view kind, qlm::Text text);
+  // More of a kind, which are not kept.
+  void LeaveOut(std::string_view kind, int64_t count) { leftOut_[kind] += count; }
+  // By lines, behind them what was left out.
+  std::vector<Finding> InOrder() const;
+
+ private:
+  std::vector<Finding> findings_;
+  std::map<std::string_view, int64_t> kept_;
+  std::map<std::string_view, int64_t> leftOut_;
 };
 
-struct Definition {
-  int64_t line = 0;
-  qlm::Text name;
-};
-
-// Uses of an index that the chart names.
-struct Use {
-  int64_t line = 0;  // the first one
-  int64_t count = 0;
-};
-
-struct ChartFacts {
-  std::vector<Finding> findings;
-  std::vector<ChartLine> lines;
-  std::map<int32_t, Definition> wav;  // by index, the last definition
-  std::map<int32_t, Definition> bmp;
-  std::map<int32_t, double> bpm;
-  std::map<int32_t, Use> wavUses;
-  std::map<int32_t, Use> bmpUses;    // on every channel of pictures
-  std::map<int32_t, Use> coverUses;  // on the channels of base and layer
-  std::map<int32_t, Use> bpmUses;
-  std::optional<Definition> stage;
-  std::optional<int32_t> player;
-
-  void Find(int64_t line, std::string_view kind, qlm::Text text) {
-    findings.push_back({line, kind, std::move(text)});
-  }
-};
-
-// The steps, in order. Each adds findings and facts for those behind it.
-
-// Splits the chart into commands, and tells of commands that the game does not see.
-void CheckText(ChartFacts& facts, std::string_view bytes);
-// Lines that are no data: header fields, file names, #RANDOM.
-void CheckHeader(ChartFacts& facts);
-// Numbered lines: measures, channels, cells.
-void CheckData(ChartFacts& facts);
+// What the reader of charts never gets to see: commands that are hidden from it, and the encoding. Gives the
+// bytes for the other steps, as the author means them: with one line more in front, ends that the game sees,
+// and without what hides a command.
+std::string CheckText(Findings& findings, std::string_view bytes);
+// What the reader and preparation have reported, in words.
+void TellReport(Findings& findings, const qlm::ChartReport& report);
+// The chart as a whole, as it was read for the report and stands in memory: fields that are missing, slots
+// that are used and not defined, sides and measures.
+void CheckWhole(Findings& findings, const qlm::ChartReport& report);
 // Sounds and pictures beside the chart at `path`.
-void CheckFiles(ChartFacts& facts, qlm::TextView path);
+void CheckFiles(Findings& findings, const qlm::ChartReport& report, qlm::TextView path);
 
 }  // namespace probe

@@ -28,9 +28,9 @@ Text Neighbour(TextView folder, TextView name, std::initializer_list<TextView> e
 
 Text Hint(const Text& neighbour) { return neighbour.empty() ? Text() : Join(u"; ", neighbour, u" is there"); }
 
-void CheckSound(ChartFacts& facts, TextView folder, const Definition& sound) {
+void CheckSound(Findings& findings, TextView folder, const qlm::ChartReport::Definition& sound) {
   const TextView name = sound.name;
-  if (name.empty()) return facts.Find(sound.line, "sound", u"the name of the sound is missing");
+  if (name.empty()) return findings.Add(sound.line, "sound", u"the name of the sound is missing");
   Text path = Join(folder, name);
   platform::SoundDescription description;
   platform::SoundFormat format;
@@ -38,44 +38,45 @@ void CheckSound(ChartFacts& facts, TextView folder, const Definition& sound) {
   if (qlm::CreateSndBuf(path, description, format, error) != nullptr) return;
   const bool there = qlm::FileExists(Join(folder, name)) || qlm::FileExists(Join(folder, Stem(name), u"mp3"));
   if (there) {
-    facts.Find(sound.line, "sound",
-               Join(qlm::GetFileName(path), u" is there, but is no sound that the game can load"));
+    findings.Add(sound.line, "sound",
+                 Join(qlm::GetFileName(path), u" is there, but is no sound that the game can load"));
   } else {
-    facts.Find(sound.line, "sound",
-               Join(u"no such file; tried ", name, u", ", Stem(name), u"mp3 and ", name, u"wav",
-                    Hint(Neighbour(folder, name, {u"wav", u"ogg", u"flac"}))));
+    findings.Add(sound.line, "sound",
+                 Join(u"no such file; tried ", name, u", ", Stem(name), u"mp3 and ", name, u"wav",
+                      Hint(Neighbour(folder, name, {u"wav", u"ogg", u"flac"}))));
   }
 }
 
-void CheckPicture(ChartFacts& facts, TextView folder, const Definition& picture, bool covers) {
+void CheckPicture(Findings& findings, TextView folder, const qlm::ChartReport::Definition& picture,
+                  bool covers) {
   const TextView name = picture.name;
-  if (name.empty()) return facts.Find(picture.line, "picture", u"the name of the picture is missing");
+  if (name.empty()) return findings.Add(picture.line, "picture", u"the name of the picture is missing");
   const Text path = Join(folder, name);
   if (!qlm::FileExists(path)) {
     const Text other = Neighbour(folder, name, {u"bmp", u"png", u"jpg", u"jpeg", u"gif"});
-    return facts.Find(picture.line, "picture", Join(u"no such file; tried ", name, Hint(other)));
+    return findings.Add(picture.line, "picture", Join(u"no such file; tried ", name, Hint(other)));
   }
   qlm::SurfacePtr surface;
   qlm::Rect rect;
   qlm::LoadAnyBitmap(path, surface, rect);
   if (surface == nullptr) {
-    facts.Find(picture.line, "picture", Join(name, u" is there, but is no picture that the game can load"));
+    findings.Add(picture.line, "picture", Join(name, u" is there, but is no picture that the game can load"));
   } else if (covers && (surface->Width() > kCoverSide || surface->Height() > kCoverSide)) {
-    facts.Find(picture.line, "picture",
-               Join(name, u" has ", surface->Width(), u" by ", surface->Height(),
-                    u" pixels: as base or layer nothing above 256 by 256 is shown"));
+    findings.Add(picture.line, "picture",
+                 Join(name, u" has ", surface->Width(), u" by ", surface->Height(),
+                      u" pixels: as base or layer nothing above 256 by 256 is shown"));
   }
 }
 
 }  // namespace
 
-void CheckFiles(ChartFacts& facts, TextView path) {
+void CheckFiles(Findings& findings, const qlm::ChartReport& report, TextView path) {
   const TextView folder = qlm::GetFolder(path);
-  for (const auto& [index, sound] : facts.wav) CheckSound(facts, folder, sound);
-  for (const auto& [index, picture] : facts.bmp) {
-    CheckPicture(facts, folder, picture, facts.coverUses.contains(index));
+  for (const auto& [slot, sound] : report.sounds) CheckSound(findings, folder, sound);
+  for (const auto& [slot, picture] : report.pictures) {
+    CheckPicture(findings, folder, picture, report.coverUses[static_cast<size_t>(slot)].count > 0);
   }
-  if (facts.stage && !facts.stage->name.empty()) CheckPicture(facts, folder, *facts.stage, false);
+  if (report.stage && !report.stage->name.empty()) CheckPicture(findings, folder, *report.stage, false);
 }
 
 }  // namespace probe
