@@ -106,6 +106,7 @@ ProcessResult Process::Wait(int seconds) {
   Kill();
   if (pid_ > 0) result.exitStatus = WIFEXITED(status_) ? WEXITSTATUS(status_) : 128 + WTERMSIG(status_);
   result.processorSeconds = Seconds(usage_.ru_utime) + Seconds(usage_.ru_stime);
+  result.mostMemory = int64_t{usage_.ru_maxrss} * 1024;
   result.output = Contents(outputFile_);
   result.errors = Contents(errorFile_);
   return result;

@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 #include <sys/types.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@ struct ProcessResult {
   int exitStatus = -1;  // 128 + the signal's number when it was killed by one
   bool timedOut = false;
   double processorSeconds = 0;  // its own and the system's on its behalf
+  int64_t mostMemory = 0;       // bytes that were resident at once
   std::string output;           // standard output
   std::string errors;           // standard error
 };
