@@ -1,4 +1,4 @@
-// Gauge, score, accuracy and class.
+// Gauge, score and accuracy.
 #include "play/gauge.h"
 
 #include <algorithm>
@@ -80,14 +80,6 @@ void AddJPts(size_t side, float delta) {
 }
 
 int32_t ExPts() { return JudgeCount[0][0] * 2 + JudgeCount[0][1]; }
-
-int32_t ClassOf(float ratio) {
-  // In 32 bits, so that 0.95 reaches 95.
-  const float percent = ratio * 100;
-  const auto* const reached =
-      std::ranges::find_if(kClassPercent, [&](float from) { return percent >= from; });
-  return static_cast<int32_t>(reached - kClassPercent.begin());
-}
 
 void EaseShownFigures() {
   if (Fps <= 1) return;

@@ -20,8 +20,6 @@ void AddJPts(size_t side, float delta);
 
 // ExPTS so far: two for a PERFECT, one for a GREAT of side 0.
 int32_t ExPts();
-// Class of an accuracy from -infinity to 1, JPts over JPtsMax: 0 for "SS" to 6 for "E" of RankLetters.
-int32_t ClassOf(float ratio);
 
 // Draws the shown gauge, score and J-PTS nearer to the real ones, at 10 and 18 times the way a second.
 // Nothing happens while the frame rate is 1 or less.

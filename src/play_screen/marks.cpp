@@ -14,18 +14,6 @@
 #include "state/timeline.h"
 
 namespace qlm {
-namespace {
-
-size_t ClassRow(size_t side) {
-  size_t row = 0;
-  if (JPtsMax[side] == 0) return kClassPercent.size();
-  const float rate = JPts[side] / static_cast<float>(JPtsMax[side]);
-  const float percent = rate * 100;
-  while (row < kClassPercent.size() && !(percent >= kClassPercent[row])) ++row;
-  return row;
-}
-
-}  // namespace
 
 void DrawFan(size_t side) {
   constexpr std::array<size_t, 6> kRows = {0, 1, 1, 1, 2, 3};
@@ -35,7 +23,8 @@ void DrawFan(size_t side) {
 }
 
 void DrawClassMark(size_t side) {
-  const SkinPos& pos = ClassPos[side][ClassRow(side)];
+  const int32_t reached = ClassOf(JPts[side], JPtsMax[side]);
+  const SkinPos& pos = ClassPos[side][static_cast<size_t>(reached)];
   const std::optional<int32_t> place = Round(playPos);
   if (!place) return;
   DrawClip(pos.id, pos.x, pos.y - *place % kBeatUnits / 12);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "base/table.h"
@@ -25,6 +26,15 @@ inline constexpr std::array<int32_t, 16> JudgeWindowTable = [] {
 inline constexpr std::array<TextView, 8> RankLetters = {u"SS", u"S", u"A", u"B", u"C", u"D", u"E", u"F"};
 // Per cent of the accuracy from which each class is reached; below all of them stands "E".
 inline constexpr std::array<float, 6> kClassPercent = {95, 90, 80, 70, 50, 30};
+// The class of an accuracy of `points` out of `most`, as an index of RankLetters: 0 "SS" to 6 "E". As long as
+// nothing was judged it is "E".
+constexpr int32_t ClassOf(float points, int32_t most) {
+  size_t reached = 0;
+  // In 32 bits, so that 0.95 reaches 95.
+  const float ratio = most == 0 ? 0 : points / static_cast<float>(most);
+  while (reached < kClassPercent.size() && !(ratio * 100 >= kClassPercent[reached])) ++reached;
+  return static_cast<int32_t>(reached);
+}
 inline std::array<int32_t, 4> JudgeWindow{};  // in force
 
 // Grades, best first.

@@ -138,7 +138,7 @@ TEST_F(GaugeTest, AllPoorIsEmptyAndClassE) {
   EXPECT_FLOAT_EQ(Gauge[0], 0);
   EXPECT_FLOAT_EQ(JPts[0], -1200);
   EXPECT_FALSE(PlayFailed);
-  EXPECT_EQ(ClassOf(JPts[0] / static_cast<float>(JPtsMax[0])), 6);
+  EXPECT_EQ(ClassOf(JPts[0], JPtsMax[0]), 6);
 }
 
 TEST_F(GaugeTest, ClassBeginsAtItsPercent) {
@@ -149,9 +149,12 @@ TEST_F(GaugeTest, ClassBeginsAtItsPercent) {
   for (const Case& each : {Case{1, 0}, Case{0.95F, 0}, Case{0.9499F, 1}, Case{0.9F, 1}, Case{0.8999F, 2},
                            Case{0.8F, 2}, Case{0.7999F, 3}, Case{0.7F, 3}, Case{0.6999F, 4}, Case{0.5F, 4},
                            Case{0.4999F, 5}, Case{0.3F, 5}, Case{0.2999F, 6}, Case{0, 6}, Case{-3, 6}}) {
-    EXPECT_EQ(ClassOf(each.ratio), each.index) << each.ratio;
+    EXPECT_EQ(ClassOf(each.ratio, 1), each.index) << each.ratio;
+    EXPECT_EQ(ClassOf(each.ratio * 1800, 1800), each.index) << each.ratio;
   }
-  EXPECT_EQ(ClassOf(std::numeric_limits<float>::quiet_NaN()), 6);
+  EXPECT_EQ(ClassOf(std::numeric_limits<float>::quiet_NaN(), 1), 6);
+  EXPECT_EQ(ClassOf(0, 0), 6) << "nothing judged";
+  EXPECT_EQ(ClassOf(18, 0), 6);
   EXPECT_EQ(RankLetters[0], u"SS");
   EXPECT_EQ(RankLetters[6], u"E");
 }

@@ -2,6 +2,7 @@
 #include "play/gauge.h"
 #include "state/chart.h"
 #include "state/gauge.h"
+#include "state/judgement.h"
 #include "state/session.h"
 #include "state/skin.h"
 #include "state/timeline.h"
@@ -11,9 +12,6 @@
 
 namespace probe {
 namespace {
-
-// The class of a play in which nothing was judged.
-constexpr int32_t kNoClass = 6;
 
 struct Unwatched : PlayWatcher {
   void TurnOver(int64_t, int64_t) override {}
@@ -34,11 +32,6 @@ void PutJudgement(Json& json, const qlm::Transcript::Judgement& judgement) {
   json.EndObject();
 }
 
-int32_t Class() {
-  if (qlm::JPtsMax[0] == 0) return kNoClass;
-  return qlm::ClassOf(qlm::JPts[0] / static_cast<float>(qlm::JPtsMax[0]));
-}
-
 void PutFigures(Json& json, const qlm::Transcript& transcript) {
   json.Key("judgements").BeginArray();
   for (const auto& judgement : transcript.judgements) PutJudgement(json, judgement);
@@ -52,7 +45,7 @@ void PutFigures(Json& json, const qlm::Transcript& transcript) {
   json.Put("score", qlm::Score);
   json.Put("jpts", qlm::JPts);
   json.Put("jptsMax", qlm::JPtsMax);
-  json.Put("class", Class());
+  json.Put("class", qlm::ClassOf(qlm::JPts[0], qlm::JPtsMax[0]));
   json.Put("exPts", qlm::ExPts());
   json.Put("playFailed", qlm::PlayFailed);
   json.Put("playCleared", qlm::PlayCleared);
