@@ -28,28 +28,42 @@ double Wobble(size_t side) {
   return (stirred ? ms / 30 : 2) * DrawRnd();
 }
 
+// The columns of a bar that stand for the gauge from one value to another.
+struct Columns {
+  int64_t left;
+  int64_t right;
+};
+
+std::optional<Columns> ColumnsOf(double from, double to, double step) {
+  const std::optional<int32_t> left = Round(from * step);
+  const std::optional<int32_t> right = Round(to * step);
+  if (!left || !right) return std::nullopt;
+  // On a bar of less than a column for each value, no value goes without one.
+  if (*left == *right && from < to && step > 0 && step < 1) {
+    const auto column = static_cast<int64_t>(std::floor(from * step));
+    return Columns{column, column + 1};
+  }
+  return Columns{*left, *right};
+}
+
 // The part of a bar that stands for the gauge from one value to another.
 void DrawPart(const SkinPos& pos, const SkinClip& clip, double from, double to) {
   const double sourceStep = clip.width / 100.0;
   const double step = GaugeStep == 0 ? sourceStep : double{GaugeStep};
-  const std::optional<int32_t> left = Round(from * step);
-  const std::optional<int32_t> right = Round(to * step);
-  const std::optional<int32_t> sourceLeft = Round(from * sourceStep);
-  const std::optional<int32_t> sourceRight = Round(to * sourceStep);
-  if (!left || !right || !sourceLeft || !sourceRight) return;
+  const std::optional<Columns> drawn = ColumnsOf(from, to, step);
+  const std::optional<Columns> source = ColumnsOf(from, to, sourceStep);
+  if (!drawn || !source) return;
   const Rect& rect = clip.rect;
   const int64_t bottom = int64_t{pos.y} + clip.height;
   if (pos.p3 == kRightward) {
-    StretchFromSheet(
-        clip.file,
-        RectOf(int64_t{rect.left} + *sourceLeft, rect.top, int64_t{rect.left} + *sourceRight, rect.bottom),
-        RectOf(int64_t{pos.x} + *left, pos.y, int64_t{pos.x} + *right, bottom));
+    const int64_t begin = rect.left;
+    StretchFromSheet(clip.file, RectOf(begin + source->left, rect.top, begin + source->right, rect.bottom),
+                     RectOf(pos.x + drawn->left, pos.y, pos.x + drawn->right, bottom));
   } else {
+    const int64_t begin = rect.right;
     const int64_t end = int64_t{pos.x} + clip.width;
-    StretchFromSheet(
-        clip.file,
-        RectOf(int64_t{rect.right} - *sourceRight, rect.top, int64_t{rect.right} - *sourceLeft, rect.bottom),
-        RectOf(end - *right, pos.y, end - *left, bottom));
+    StretchFromSheet(clip.file, RectOf(begin - source->right, rect.top, begin - source->left, rect.bottom),
+                     RectOf(end - drawn->right, pos.y, end - drawn->left, bottom));
   }
 }
 

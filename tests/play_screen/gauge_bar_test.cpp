@@ -137,6 +137,50 @@ TEST_F(GaugeBar, TheStepStretchesTheClip) {
   EXPECT_EQ(At(110, 55), Column(40));
 }
 
+// The slice of the reached value, with a head that stands far behind it.
+TEST_F(GaugeBar, ANarrowBarLosesNoSliceAtAnyValue) {
+  for (const int32_t width : {1, 7, 29, 50, 57, 58, 99}) {
+    LayBar(2, width);
+    GaugePos[0] = {2, 100, 50, 1, 0};
+    for (const float step : {0.0F, 0.3F, 1.0F, 2.5F}) {
+      GaugeStep = step;
+      const double pixels = step == 0 ? width / 100.0 : double{step};
+      for (int32_t value = 1; value <= 100; ++value) {
+        GaugeShown[0] = static_cast<float>(value);
+        DrawAfter(299);
+        // Either the value's first pixel or, where its rounded ends take in another one, the last.
+        const auto first = 100 + static_cast<int32_t>((value - 1) * pixels);
+        const auto last = 100 + static_cast<int32_t>(std::nearbyint(value * pixels)) - 1;
+        EXPECT_TRUE(At(first, 55) != 0 || At(last, 55) != 0) << width << ' ' << step << ' ' << value;
+      }
+    }
+  }
+}
+
+TEST_F(GaugeBar, ASliceWithoutAColumnOfItsOwnTakesTheOneItBeginsIn) {
+  LayBar(2, 50);
+  GaugePos[0] = {2, 100, 50, 1, 0};
+  const auto drawSlice = [](float value) {
+    GaugeShown[0] = value;
+    DrawAfter(0);  // the head stands at the value too
+  };
+  GaugeStep = 3;  // the slice from 40 to 41 is columns 20 to 20.5 of the clip, on pixels 120 to 123
+  drawSlice(41);
+  EXPECT_EQ(Lit(), Span(100, 223));
+  EXPECT_EQ(At(222, 55), Column(20));
+  GaugeStep = 0;
+  drawSlice(41);
+  EXPECT_EQ(Lit(), Span(100, 121));
+  EXPECT_EQ(At(120, 55), Column(20));
+  drawSlice(100);  // its last slice is the clip's last column, and goes not beyond it
+  EXPECT_EQ(Lit(), Span(100, 150));
+  EXPECT_EQ(At(149, 55), Column(49));
+  GaugePos[0].p3 = 2;
+  drawSlice(41);
+  EXPECT_EQ(Lit(), Span(129, 150));
+  EXPECT_EQ(At(129, 55), Column(29));
+}
+
 TEST_F(GaugeBar, LiesOnItsGround) {
   LayClip(2, 220, 20, kGround);
   GaugeBackPos[0] = {2, 90, 45, 0, 0};
