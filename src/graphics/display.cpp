@@ -44,6 +44,27 @@ SurfacePtr BlackSurface(int32_t width, int32_t height) {
   return surface;
 }
 
+// Once for all, so that a judgement has nothing to draw but copies them. They take no video memory.
+GraphDigits DrawGraphDigits() {
+  constexpr int32_t kHeight = 11;  // 8 points at 96 dots an inch
+  constexpr TextView kDigits = u"0123456789";
+  GraphDigits digits;
+  digits.height = kHeight;
+  for (size_t digit = 0; digit < kDigits.size(); ++digit) {
+    digits.width = std::max(digits.width, platform::FontTextWidth(kDigits.substr(digit, 1), kHeight));
+  }
+  if (digits.width == 0) return {};
+  Surface strip(10 * digits.width, kHeight);
+  int32_t left = 0;
+  for (size_t digit = 0; digit < kDigits.size(); ++digit, left += digits.width) {
+    platform::DrawFontText(strip, left, 0, kDigits.substr(digit, 1), kHeight, platform::Rgb(255, 255, 255));
+  }
+  for (int32_t y = 0; y < kHeight; ++y) {
+    for (const platform::Colour white : strip.Row(y)) digits.ink.push_back(white & 255);
+  }
+  return digits;
+}
+
 bool CanBeMade(int32_t width, int32_t height) {
   return width > 0 && height > 0 && width <= Surface::kMaxSide && height <= Surface::kMaxSide;
 }
@@ -78,6 +99,7 @@ void CreateSurfaces() {
   DDBack = BlackSurface(640, 480);
   CreateBgaSurface();
   DDGraph = BlackSurface(300, 203);
+  if (graphDigits.width == 0) graphDigits = DrawGraphDigits();
   DDSnapshot = BlackSurface(640, 480);
   DDPreview = std::make_shared<Surface>(192, 144);
 }

@@ -2,8 +2,8 @@
 #include "play_screen/gauge_graph.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
+#include <span>
 
 #include "base/numbers.h"
 #include "state/chart.h"
@@ -22,31 +22,19 @@ constexpr platform::Colour kSongMark = platform::Rgb(0, 64, 192);
 // A clear takes a gauge of 80 or more; the line of a sample above it is red.
 constexpr int32_t kClearMark = 80;
 
-// The digits 0 to 9: rows from the top, three bits each with the left pixel highest.
-constexpr int32_t kDigitWidth = 3;
-constexpr int32_t kDigitHeight = 5;
-using DigitRows = std::array<uint8_t, kDigitHeight>;
-constexpr std::array<DigitRows, 10> kDigits = {{{7, 5, 5, 5, 7},
-                                                {2, 6, 2, 2, 7},
-                                                {7, 1, 7, 4, 7},
-                                                {7, 1, 7, 1, 7},
-                                                {5, 5, 7, 1, 1},
-                                                {7, 4, 7, 1, 7},
-                                                {7, 4, 7, 5, 7},
-                                                {7, 1, 1, 1, 1},
-                                                {7, 5, 7, 5, 7},
-                                                {7, 5, 7, 1, 7}}};
-
 // A pixel outside the graph is left out.
 void PutPixel(int32_t x, int32_t y, platform::Colour colour) { DDGraph->Fill({x, y, x + 1, y + 1}, colour); }
 
-void PutDigit(int32_t x, int32_t y, int32_t digit, platform::Colour colour) {
-  const DigitRows& rows = kDigits[static_cast<size_t>(digit)];
-  for (int32_t row = 0; row < kDigitHeight; ++row) {
-    for (int32_t column = 0; column < kDigitWidth; ++column) {
-      if ((rows[static_cast<size_t>(row)] >> (kDigitWidth - 1 - column) & 1) != 0) {
-        PutPixel(x + column, y + row, colour);
-      }
+// What lies outside the graph is left out.
+void PutDigit(int32_t left, int32_t top, int32_t digit, platform::Colour colour) {
+  const GraphDigits& digits = graphDigits;
+  for (int32_t y = 0; y < digits.height; ++y) {
+    const std::span<platform::Colour> row = DDGraph->Row(top + y);
+    for (int32_t x = 0; x < digits.width; ++x) {
+      const auto column = static_cast<size_t>(left + x);
+      if (column >= row.size()) continue;
+      const auto place = static_cast<size_t>((y * 10 + digit) * digits.width + x);
+      row[column] = platform::Mix(kDarkGreen, colour, digits.ink[place]);
     }
   }
 }
@@ -56,8 +44,10 @@ std::optional<int32_t> PartOf(int32_t amount, int32_t stretch) {
   return Divide(int64_t{amount} * stretch, TotalNotes[0]);
 }
 
-// Whether the numbers are of a size that can be on the graph at all.
-bool CanShow(int32_t x, int32_t y) { return x >= 0 && x < DDGraph->Width() && y > -kDigitHeight && y <= 200; }
+// Whether something of `height` with its top left corner there can be on the graph at all.
+bool CanShow(int32_t x, int32_t y, int32_t height) {
+  return x >= 0 && x < DDGraph->Width() && y > -height && y <= 200;
+}
 
 }  // namespace
 
@@ -69,7 +59,7 @@ void PaintGraph() {
   for (int32_t y = 0; y < DDGraph->Height(); y += 20) DDGraph->Line(0, y, DDGraph->Width(), y, kGrid);
 }
 
-void DrawGaugeSample(int32_t slot, int32_t sample) {
+void DrawGaugeSample(int32_t slot, uint8_t sample) {
   if (!DDGraph || slot <= 0 || slot > DDGraph->Width()) return;
   const bool high = sample > kClearMark || CourseMode || BattleActive;
   const int32_t y = 200 - 2 * sample;
@@ -83,7 +73,7 @@ void DrawSongMark(int32_t x1, int32_t y1, int32_t x2, int32_t y2) {
 void DrawJudgedNote(int32_t judged, int32_t combo, int32_t grade) {
   const std::optional<int32_t> x = PartOf(judged, 300);
   const std::optional<int32_t> height = PartOf(combo, 200);
-  if (!DDGraph || !x || !height || !CanShow(*x, 200 - *height)) return;
+  if (!DDGraph || !x || !height || !CanShow(*x, 200 - *height, 1)) return;
   PutPixel(*x, 200 - *height,
            platform::Rgb(grade % 3 <= 1 ? 255 : 0, grade >= 3 ? 255 : 0, grade <= 2 ? 255 : 0));
 }
@@ -92,12 +82,12 @@ void DrawLostCombo(int32_t judged, int32_t combo) {
   const std::optional<int32_t> x = PartOf(judged, 284);
   const std::optional<int32_t> height = PartOf(combo, 190);
   const std::optional<int32_t> green = PartOf(judged, 255);
-  if (!DDGraph || !x || !height || !green || !CanShow(*x, 190 - *height)) return;
+  if (!DDGraph || !x || !height || !green || !CanShow(*x, 190 - *height, graphDigits.height)) return;
   // More judgements than notes are possible, with presses far too early.
   const platform::Colour colour = platform::Rgb(255, static_cast<uint32_t>(std::min(*green, 255)), 0);
   int32_t place = 1;
   while (combo / place >= 10) place *= 10;
-  for (int32_t left = *x; place > 0; place /= 10, left += kDigitWidth + 1) {
+  for (int32_t left = *x; place > 0; place /= 10, left += graphDigits.width) {
     PutDigit(left, 190 - *height, combo / place % 10, colour);
   }
 }

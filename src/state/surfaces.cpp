@@ -8,6 +8,7 @@ void ResetSurfaces() {
                               &DDStage, &SSBack, &SSBackDim, &SSObj, &SSNoStage, &ResultObj}) {
     surface->reset();
   }
+  graphDigits = {};
   StageRect = {};
   StageW = StageH = 0;
   SkinFile.Clear();

@@ -35,6 +35,14 @@ inline SurfacePtr SSObj;
 inline SurfacePtr SSNoStage;
 inline SurfacePtr ResultObj;
 
+// The digits of the graph's figures side by side, from 0 to 9, drawn when their face is opened.
+struct GraphDigits {
+  int32_t width = 0;  // of each; 0 without a font
+  int32_t height = 0;
+  std::vector<uint8_t> ink;  // rows of 10 * width pixels: 0 is all ground, 255 all ink
+};
+inline GraphDigits graphDigits;
+
 // Pictures of the chart by slot; BmpFile stands in chart.h.
 inline Table<SurfacePtr, 255> BmpSurface;
 inline Table<Text, 255> BmpHeldName;   // the file whose picture the slot holds: key of a cache over charts

@@ -3,6 +3,7 @@
 
 #include "base/hooks.h"
 #include "chart/loading.h"
+#include "graphics/display.h"
 #include "input/input.h"
 #include "platform/clock.h"
 #include "play/input.h"
@@ -117,6 +118,8 @@ TEST_F(AllocationTest, TurnsOfAPreviewAllocateNothing) {
 }
 
 TEST_F(AllocationTest, JudgementsOfEveryGradeAllocateNothing) {
+  InitDD(DisplayOutput::kUnseen);
+  CreateSurfaces();
   JudgeWindow = {3, 6, 18, 24};
   TotalNotes = {100, 0};
   JudgeCount = {};
@@ -127,7 +130,7 @@ TEST_F(AllocationTest, JudgementsOfEveryGradeAllocateNothing) {
   const size_t before = Allocations();
   for (int32_t round = 0; round < 30; ++round) {
     for (const double late : {0, 4, 10, 20, 30, -30}) {
-      Combo[0] = 99;  // a figure rises, or is noted on the graph
+      Combo[0] = 99;  // a figure rises, or is written on the graph
       ChordDelta = {100, 0};
       playPos = 1000 + late;
       float used = 0;

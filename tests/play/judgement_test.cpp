@@ -1,8 +1,13 @@
 // Tests of judgement: which grade a moment earns, and what follows from it.
 #include "play/judgement.h"
 
+#include <algorithm>
+#include <ios>
+
 #include "chart/preparation.h"
+#include "graphics/display.h"
 #include "platform/clock.h"
+#include "platform/font.h"
 #include "play/gauge.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
@@ -363,21 +368,77 @@ TEST_F(JudgementTest, JudgedNoteIsAPixelOfTheGraph) {
   EXPECT_EQ(DDGraph->Pixel(15, 200), Rgb(255, 0, 255));
 }
 
-TEST_F(JudgementTest, LostComboStandsOnTheGraph) {
+// The figures of lost combos.
+class LostFigures : public JudgementTest {
+ protected:
+  void SetUp() override {
+    InitDD(DisplayOutput::kUnseen);
+    CreateSurfaces();
+    if (graphDigits.width == 0) GTEST_SKIP() << "no font is installed";
+  }
+  // Whether the graph shows these digits at (left, top), one behind the other, as the font itself writes them
+  // on green ground.
+  static testing::AssertionResult Stands(int32_t left, int32_t top, TextView digits,
+                                         platform::Colour colour) {
+    for (size_t digit = 0; digit < digits.size(); ++digit, left += graphDigits.width) {
+      Surface written(graphDigits.width, graphDigits.height);
+      written.Fill(written.Bounds(), Rgb(0, 128, 0));
+      platform::DrawFontText(written, 0, 0, digits.substr(digit, 1), 11, colour);
+      for (int32_t y = 0; y < written.Height(); ++y) {
+        for (int32_t x = 0; x < std::min(written.Width(), 300 - left); ++x) {
+          const platform::Colour shown = DDGraph->Pixel(left + x, top + y);
+          if (shown == written.Pixel(x, y)) continue;
+          return testing::AssertionFailure()
+                 << std::hex << shown << " at " << std::dec << left + x << ',' << top + y;
+        }
+      }
+    }
+    return testing::AssertionSuccess();
+  }
+};
+
+TEST_F(LostFigures, StandOnTheGraphOnGroundThatCoversIt) {
+  DDGraph->Fill(DDGraph->Bounds(), Rgb(32, 32, 32));
   Combo[0] = 17;
   JPtsMax[0] = 18 * 49;
   Judge(11, 100, 120);
-  // The 50th judgement of 100: column 142, row 190 - 32, and half of the green. A 1 and a 7.
-  const auto colour = Rgb(255, 127, 0);
-  EXPECT_EQ(DDGraph->Pixel(143, 158), colour);
-  EXPECT_EQ(DDGraph->Pixel(142, 158), 0U);
-  EXPECT_EQ(DDGraph->Pixel(142, 162), colour);
-  EXPECT_EQ(DDGraph->Pixel(146, 158), colour);
-  EXPECT_EQ(DDGraph->Pixel(148, 162), colour);
-  EXPECT_EQ(DDGraph->Pixel(146, 162), 0U);
+  // The 50th judgement of 100: column 142, row 190 - 32, and half of the green.
+  EXPECT_TRUE(Stands(142, 158, u"17", Rgb(255, 127, 0)));
+  EXPECT_EQ(DDGraph->Pixel(141, 158), Rgb(32, 32, 32));
+  EXPECT_EQ(DDGraph->Pixel(142, 157), Rgb(32, 32, 32));
+  EXPECT_EQ(DDGraph->Pixel(142 + 2 * graphDigits.width, 158), Rgb(32, 32, 32));
+  EXPECT_EQ(DDGraph->Pixel(142, 158 + graphDigits.height), Rgb(32, 32, 32));
 }
 
-TEST_F(JudgementTest, LostComboBelowTenIsNotNoted) {
+TEST_F(LostFigures, AreWrittenWithEachDigit) {
+  TotalNotes[0] = 10'000'000;
+  JPtsMax[0] = 0;
+  Combo[0] = 1'234'567;  // 23 rows above 190
+  Judge(11, 100, 120);
+  EXPECT_TRUE(Stands(0, 167, u"1234567", Rgb(255, 0, 0)));
+  JPtsMax[0] = 0;
+  Combo[0] = 890;
+  Judge(11, 100, 120);
+  EXPECT_TRUE(Stands(0, 190, u"890", Rgb(255, 0, 0)));
+}
+
+TEST_F(LostFigures, OfTheSecondSideGoByItsOwnCount) {
+  Combo = {0, 17};
+  JPtsMax = {18 * 9, 18 * 49};
+  Judge(21, 100, 120);
+  EXPECT_TRUE(Stands(142, 158, u"17", Rgb(255, 127, 0)));
+  EXPECT_EQ(Combo[1], 0);
+  EXPECT_EQ(ComboLostValue, 17);
+}
+
+TEST_F(LostFigures, NeedAFont) {
+  graphDigits = {};
+  Combo[0] = 17;
+  Judge(11, 100, 120);
+  EXPECT_EQ(DDGraph->Pixel(3, 158), 0U);
+}
+
+TEST_F(JudgementTest, LostComboBelowTenLeavesNoFigure) {
   Combo[0] = 9;
   JPtsMax[0] = 18 * 49;
   Judge(11, 100, 120);
@@ -386,11 +447,11 @@ TEST_F(JudgementTest, LostComboBelowTenIsNotNoted) {
   }
 }
 
-TEST_F(JudgementTest, MoreJudgementsThanNotesKeepTheGraphWhole) {
+TEST_F(LostFigures, BehindMoreJudgementsThanNotesAreCutAtTheEdge) {
   Combo[0] = 12;
   JPtsMax[0] = 18 * 104;  // 105 \ 100 of the way: column 298 of 284, and more green than there is
   Judge(11, 100, 120);
-  EXPECT_EQ(DDGraph->Pixel(299, 168), Rgb(255, 255, 0));  // the 1 of 12
+  EXPECT_TRUE(Stands(298, 168, u"1", Rgb(255, 255, 0)));
 }
 
 TEST_F(JudgementTest, ChartWithoutNotesOfTheFirstSideLeavesTheGraphEmpty) {

@@ -259,6 +259,19 @@ TEST_F(Combos, ALostComboRisesLikewise) {
   EXPECT_EQ(Extent(Digit(8)), (Rect{219, 120, 235, 140}));
 }
 
+TEST_F(Combos, ALostComboRisesFromTheWordOfTheSecondSideToo) {
+  LastJudge[1] = 4;
+  LastJudgeTime[1] = kNow;
+  JudgePos[1][4] = {1, 400, 250, 0, 0};
+  ComboLost = true;
+  ComboLostTime = kNow;
+  ComboLostValue = 48;
+  platform::UseVirtualClock(kNow + 100);
+  DrawJudgement(1, true);
+  EXPECT_EQ(Extent(Digit(4)), (Rect{400, 220, 416, 240}));
+  EXPECT_EQ(Extent(Digit(8)), (Rect{419, 220, 435, 240}));
+}
+
 // The box.
 
 class ComboBox : public Word {
