@@ -66,7 +66,7 @@ void AddSeparators() {
 }
 
 // Walks the objects in order: scales their positions, turns second notes at one place into background sounds,
-// and notes where the sound of a lane changes.
+// and lists where the sound of a lane changes.
 class PositionWalk {
  public:
   explicit PositionWalk(ChartReport* report) : report_(report) {
@@ -209,8 +209,7 @@ Text WithGap(Text marquee) { return marquee.append(static_cast<size_t>(MaxI32(Ti
 
 void ShowTitles() {
   if (Windowed && hooks.setCaption != nullptr) hooks.setCaption(ChartCaption());
-  MarqueeText = CourseMode ? WithGap(u"COURSE MODE!") : ChartMarquee();
-  if (GameState == kStatePlay) MarqueeText = Cvt2ASCII(MarqueeText);
+  SetMarquee();
 }
 
 void SetTempo() {
@@ -238,6 +237,11 @@ Text ChartCaption() {
 }
 
 Text ChartMarquee() { return WithGap(Join(HdrTitle, u" / ", HdrArtist)); }
+
+void SetMarquee() {
+  MarqueeText = CourseMode ? WithGap(u"COURSE MODE!") : ChartMarquee();
+  if (GameState == kStatePlay) MarqueeText = Cvt2ASCII(MarqueeText);
+}
 
 void BMSPrepare(ChartReport* report) {
   DebugLog(Join(u"[BMSPrepare] minimum: ", PreviewActive), 1);

@@ -23,5 +23,7 @@ void SetJudgeWindow();
 // them that the marquee's width asks for.
 Text ChartCaption();
 Text ChartMarquee();
+// Sets MarqueeText for the loaded chart or course. The gap is that of the skin in use.
+void SetMarquee();
 
 }  // namespace qlm

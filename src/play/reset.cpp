@@ -2,6 +2,7 @@
 #include "play/reset.h"
 
 #include "base/log.h"
+#include "chart/preparation.h"
 #include "play/judgement.h"
 #include "play/skin_choice.h"
 #include "play_screen/gauge_graph.h"
@@ -67,6 +68,9 @@ void ResetPlay() {
   if (!EndlessRun || CourseSong == 0) ResetFigures();
   if (HdrPlayer == 4) HdrPlayer = 2;
   LoadSkinChoice();
+  // The chart was prepared under another skin, the first one under none, and its title would come round
+  // without this skin's gap.
+  if (!MarqueeText.empty()) SetMarquee();
 }
 
 void UnloadBMS() {

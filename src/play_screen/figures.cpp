@@ -108,7 +108,8 @@ void DrawFigure(const SkinPos& pos, std::optional<int64_t> value, int32_t digits
   if (value) DrawNumber(pos.id, pos.x, pos.y, *value, digits);
 }
 
-std::optional<int64_t> WholePart(double value) { return RoundTo<int64_t>(std::trunc(value)); }
+std::optional<int64_t> Rounded(double value) { return RoundTo<int64_t>(value); }
+std::optional<int64_t> WholePart(double value) { return Rounded(std::trunc(value)); }
 
 }  // namespace
 
@@ -148,8 +149,8 @@ void DrawSideFigures(size_t side) {
     const SkinPos& pos = ScoreCountPos[side][4 - grade];
     DrawFigure(pos, JudgeCount[side][grade], pos.p3);
   }
-  DrawFigure(ScorePos[side], WholePart(ScoreShown[side]));
-  DrawFigure(JPointPos[side], WholePart(JPtsShown[side]));
+  DrawFigure(ScorePos[side], Rounded(ScoreShown[side]));
+  DrawFigure(JPointPos[side], Rounded(JPtsShown[side]));
   DrawFigure(MaxPos[side], MaxCombo[side]);
   DrawFigure(GaugeNumPos[side], WholePart(GaugeShown[side]));
 }

@@ -15,7 +15,8 @@ void DrawNumber(int32_t number, int64_t x, int64_t y, int64_t value, int32_t dig
 
 // Tempo, times, frame rate, stage and the chart's progress.
 void DrawChartFigures();
-// Counts of the judgements, score, accuracy, best combo and gauge of a side.
+// Counts of the judgements, score, accuracy, best combo and gauge of a side. Score and accuracy are rounded
+// half to even; of the gauge its whole part shows.
 void DrawSideFigures(size_t side);
 
 }  // namespace qlm

@@ -215,9 +215,32 @@ TEST_F(ResetTest, WhereNoSkinWasLoadedTheMapStays) {
 TEST_F(ResetTest, SkinChangedInPlayStays) {
   HdrPlayer = 3;
   SkinPath = u"\\new.brd";
+  SkinIndex = 4;
+  SkinMapIndex = {1, 2, 3};
   StoreSkinChoice();
   EXPECT_EQ(SkinMapPath[2], u"\\new.brd");
+  EXPECT_EQ(SkinMapIndex, (std::array<int16_t, 3>{1, 2, 4}));
   EXPECT_TRUE(Logged(u"Restore SkinMap(2) :\\new.brd"));
+}
+
+// The first chart is prepared before any skin is there.
+TEST_F(ResetTest, MarqueeGetsTheGapOfThePlaysSkin) {
+  SkinMapPath[0] = WriteText(u"_qlmfiles\\gap.brd", u"#SYSFONT 0,0,8,8\r\n#SONGTITLE0,0,24,8\r\n");
+  HdrTitle = u"Song";
+  HdrArtist = u"Me";
+  MarqueeText = u"Song / Me";
+  ResetPlay();
+  EXPECT_EQ(TitleChars, 3);
+  EXPECT_EQ(MarqueeText, u"Song / Me   ");
+  CourseMode = true;
+  ResetPlay();
+  EXPECT_EQ(MarqueeText, u"COURSE MODE!   ");
+}
+
+TEST_F(ResetTest, WithoutAChartThereIsNoMarquee) {
+  TitleChars = 3;
+  ResetPlay();
+  EXPECT_EQ(MarqueeText, u"");
 }
 
 }  // namespace

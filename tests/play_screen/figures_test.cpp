@@ -210,18 +210,37 @@ TEST_F(SideFigures, CountsStandFromRow4Down) {
   EXPECT_EQ(Read(100, 50, 5), "  55 ");  // POOR
 }
 
-TEST_F(SideFigures, AreTheWholePartOfTheEasedValues) {
+TEST_F(SideFigures, ScoreAndAccuracyAreTheEasedValuesRoundedHalfToEven) {
   Score[0] = 1;
   ScoreShown[0] = 123456.9;
-  EXPECT_EQ(Shown(ScorePos[0]), "123456  ");
+  EXPECT_EQ(Shown(ScorePos[0]), "123457  ");
+  ScoreShown[0] = 40.5;
+  EXPECT_EQ(Shown(ScorePos[0]), "40      ");
+  ScoreShown[0] = 41.5;
+  EXPECT_EQ(Shown(ScorePos[0]), "42      ");
   JPts[0] = 1;
   JPtsShown[0] = 719.99F;
-  EXPECT_EQ(Shown(JPointPos[0]), "719     ");
+  EXPECT_EQ(Shown(JPointPos[0]), "720     ");
   JPtsShown[0] = -3.7F;
-  EXPECT_EQ(Shown(JPointPos[0]), "-3      ");
+  EXPECT_EQ(Shown(JPointPos[0]), "-4      ");
+  JPtsShown[0] = -2.5F;
+  EXPECT_EQ(Shown(JPointPos[0]), "-2      ");
+}
+
+TEST_F(SideFigures, ASumThatStaysALittleShortOfItsTotalShowsTheTotal) {
+  // A PERFECT for each of 410 notes.
+  for (int32_t note = 0; note < 410; ++note) ScoreShown[0] += 2 * (100000.0 / 410);
+  EXPECT_LT(ScoreShown[0], 200000);
+  EXPECT_EQ(Shown(ScorePos[0]), "200000  ");
+}
+
+TEST_F(SideFigures, TheGaugeIsTheWholePartOfTheEasedOne) {
   Gauge[0] = 1;
   GaugeShown[0] = 79.9F;
   EXPECT_EQ(Shown(GaugeNumPos[0]), "79      ");
+}
+
+TEST_F(SideFigures, TheBestComboIsCounted) {
   MaxCombo[0] = 42;
   EXPECT_EQ(Shown(MaxPos[0]), "42      ");
 }
