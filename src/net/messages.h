@@ -14,7 +14,8 @@ void SendEnd();
 // An attack on the player at place 0 to 4.
 void SendAttack(int32_t position);
 
-// The own row of the players' table takes a gauge sample, accuracy and score. Runs outside a battle too.
+// The own row of the players' table takes a gauge sample of any slot, and accuracy and score of side 0. Runs
+// outside a battle too.
 void StoreOwnGauge(int32_t slot, uint8_t sample);
 
 }  // namespace qlm

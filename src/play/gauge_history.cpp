@@ -22,7 +22,7 @@ void TakeSample(int32_t slot) {
   const int64_t next = int64_t{slot} + 1;
   HistoryNext[0] = static_cast<float>(next);
   if (BattleActive && next % kSamplesASend == 0) SendGaugeData();
-  if (!sample || !GaugeHistory[0].Holds(slot)) return;
+  if (!sample) return;
   StoreOwnGauge(slot, *sample);
   DrawGaugeSample(slot, *sample);
 }

@@ -12,6 +12,7 @@
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/keys.h"
+#include "state/network.h"
 #include "state/records.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -45,6 +46,10 @@ void ResetFigures() {
   PaintGraph();
   shownBPM = curBPM;
   for (auto& side : GaugeHistory) side.Clear();
+  for (NetUser& user : network.NetUsers) {
+    user.slot = 0;
+    user.history.Clear();
+  }
 }
 
 }  // namespace

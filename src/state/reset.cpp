@@ -8,6 +8,7 @@
 #include "state/keys.h"
 #include "state/lists.h"
 #include "state/message.h"
+#include "state/network.h"
 #include "state/options.h"
 #include "state/records.h"
 #include "state/session.h"
@@ -31,6 +32,7 @@ void ResetState() {
   ResetJudgement();
   ResetGauge();
   ResetRecords();
+  ResetNetwork();
   ResetKeys();
   ResetSkin();
   ResetSounds();

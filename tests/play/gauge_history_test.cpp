@@ -2,6 +2,7 @@
 #include "play/gauge_history.h"
 
 #include "state/gauge.h"
+#include "state/network.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
@@ -83,6 +84,48 @@ TEST_F(GaugeHistoryTest, SlotsPastTheTableAreSkipped) {
   Turn(5000);
   EXPECT_EQ(GaugeHistory[0][299], 40);
   EXPECT_FLOAT_EQ(HistoryNext[0], 501);
+}
+
+TEST_F(GaugeHistoryTest, TheOwnRecordTakesEverySample) {
+  const NetUser& own = network.NetUsers[0];
+  Gauge[0] = 40.4F;
+  JPts[0] = 17.5F;
+  Score[0] = 1000.25;
+  Turn(20);
+  EXPECT_EQ(own.slot, 2);
+  EXPECT_FLOAT_EQ(own.gauge, 40);
+  EXPECT_FLOAT_EQ(own.jpts, 17.5F);
+  EXPECT_FLOAT_EQ(own.score, 1000.25F);
+  EXPECT_EQ(own.history[2], 40);
+  EXPECT_EQ(own.history[3], 0);
+}
+
+TEST_F(GaugeHistoryTest, TheOwnRecordIsKeptPastTheEndOfTheTables) {
+  const NetUser& own = network.NetUsers[0];
+  Gauge[0] = 40;
+  Turn(2999);
+  EXPECT_EQ(own.history[99], 40);
+  Gauge[0] = 60;
+  JPts[0] = 36;
+  Score[0] = 2000;
+  Turn(5000);
+  EXPECT_EQ(own.slot, 500);
+  EXPECT_FLOAT_EQ(own.gauge, 60);
+  EXPECT_FLOAT_EQ(own.jpts, 36);
+  EXPECT_FLOAT_EQ(own.score, 2000);
+  EXPECT_EQ(own.history[99], 40);
+  EXPECT_EQ(GaugeHistory[0][299], 40);
+}
+
+TEST_F(GaugeHistoryTest, TheOwnRecordIsThatOfTheOwnPlace) {
+  network.NetMyIndex = 3;
+  Gauge[0] = 40;
+  Turn(0);
+  EXPECT_FLOAT_EQ(network.NetUsers[0].gauge, 0);
+  EXPECT_FLOAT_EQ(network.NetUsers[3].gauge, 40);
+  network.NetMyIndex = 5;
+  Turn(10);
+  EXPECT_EQ(network.NetUsers[3].slot, 0);
 }
 
 TEST_F(GaugeHistoryTest, GaugeThatIsNoByteIsSkipped) {

@@ -6,6 +6,7 @@
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/keys.h"
+#include "state/network.h"
 #include "state/records.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -41,6 +42,8 @@ class ResetTest : public PlayTest {
     JPtsMax = {36, 36};
     JudgeCount[0] = {1, 2, 3, 4, 5};
     GaugeHistory[0].Fill(70);
+    network.NetUsers[1].slot = 9;
+    network.NetUsers[1].history.Fill(70);
   }
 };
 
@@ -130,6 +133,8 @@ TEST_F(ResetTest, FreshChartStartsWithFreshFigures) {
   }
   EXPECT_EQ(JudgeCount[0][4], 0);
   EXPECT_EQ(GaugeHistory[0][10], 0);
+  EXPECT_EQ(network.NetUsers[1].slot, 0);
+  EXPECT_EQ(network.NetUsers[1].history[10], 0);
 }
 
 TEST_F(ResetTest, HazardGaugeStartsFull) {

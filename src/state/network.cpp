@@ -1,0 +1,8 @@
+// Start values of the players' table.
+#include "state/network.h"
+
+namespace qlm {
+
+void ResetNetwork() { network = {}; }
+
+}  // namespace qlm
