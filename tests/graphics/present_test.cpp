@@ -54,6 +54,15 @@ TEST_F(Present, AMessageStandsAtTheBottomOfTheLists) {
   EXPECT_EQ(Shown(0), u"hello");
 }
 
+TEST_F(Present, AMessageStandsThereInEveryStateButThePlay) {
+  for (int32_t state = 0; state <= 12; ++state) {
+    GameState = state;
+    ShowMessage(u"hello");
+    PresentFrame();
+    EXPECT_EQ(Shown(0), state == kStatePlay ? u"" : u"hello") << state;
+  }
+}
+
 TEST_F(Present, AMessageOfThePlayStandsInTheMiddleOrWhereTheSkinWantsIt) {
   GameState = kStatePlay;
   ShowMessage(u"hello");

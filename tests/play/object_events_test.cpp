@@ -1,6 +1,8 @@
 // Tests of the walk over objects and key sound changes, and of sounds loaded ahead.
 #include "play/object_events.h"
 
+#include <cmath>
+
 #include "base/rnd.h"
 #include "state/options.h"
 #include "state/session.h"
@@ -177,6 +179,19 @@ TEST_F(WalkTest, BarLinePicksARandomHiSpeed) {
   EXPECT_FLOAT_EQ(HiSpeedTarget, 3.5F);  // 0.9 * 9 is at least 7: 0.5 * 5 + 1
   Turn(192);
   EXPECT_FLOAT_EQ(HiSpeedTarget, 1.5F);  // 0.5 * 9 is not: 2 * 0.25 + 1
+}
+
+TEST_F(WalkTest, ADrawOfExactly7IsOfTheWiderRange) {
+  LayBars(3);
+  Begin();
+  RandomHiSpeed = true;
+  constexpr float kSeven = 7 / 9.0F;
+  static_assert(kSeven * 9 == 7);
+  SetRndList({kSeven, 0.5F, std::nextafter(kSeven, 0.0F), 0.5F});
+  Turn(0);
+  EXPECT_FLOAT_EQ(HiSpeedTarget, 3.5F);  // 0.5 * 5 + 1
+  Turn(192);
+  EXPECT_FLOAT_EQ(HiSpeedTarget, 2);  // 2 * 0.5 + 1
 }
 
 TEST_F(WalkTest, RandomHiSpeedIsRoundedOnce) {
