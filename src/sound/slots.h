@@ -22,9 +22,9 @@ void ReleaseAllSounds();
 
 // Natural frequency times RealHiSpeed, for every existing buffer. Walks on loopCounter.
 void ApplySoundSpeed();
-// Walks slots 1 to 255 on loopCounter: notes what plays in WavWasPlaying and stops it.
+// Walks slots 1 to 255 on loopCounter: keeps what plays in WavWasPlaying and stops it.
 void StopPlayingSounds();
-// Plays every noted slot from where it stopped. Walks on loopCounter.
+// Plays every slot kept there from where it stopped. Walks on loopCounter.
 void ResumeStoppedSounds();
 // Every existing buffer: to the start, and silent. Walks on loopCounter.
 void RewindSounds();
