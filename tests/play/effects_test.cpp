@@ -238,5 +238,71 @@ TEST_F(EffectsTest, TickWorksTheEffect) {
   EXPECT_FLOAT_EQ(RealHiSpeed, 0.5F);
 }
 
+// The stall, at 1250 BPM.
+
+using StallTest = PlayTest;
+
+TEST_F(StallTest, StallEndsAfterASecondAndFails) {
+  FillSlot(4);
+  Lay(ObjSeparator, 9000);
+  Begin();
+  Turn(500);
+  BreakActive = true;
+  BreakStart = platform::Now();
+  savedBPM = curBPM;
+  WavWasPlaying[4] = true;
+  AttackKind = 255;
+  SetBPM(0);
+  Turn(1500);
+  EXPECT_TRUE(BreakActive);
+  EXPECT_DOUBLE_EQ(playPos, 500);
+  EXPECT_FALSE(WavBuffer[4]->Playing());
+  Turn(1501);
+  EXPECT_FALSE(BreakActive);
+  EXPECT_TRUE(PlayFailed);
+  EXPECT_EQ(PlayFailedTime, kStart + 1501);
+  EXPECT_EQ(AttackKind, 255);
+  EXPECT_FLOAT_EQ(curBPM, 1250);
+  EXPECT_TRUE(WavBuffer[4]->Playing());
+  Turn(1601);
+  EXPECT_DOUBLE_EQ(playPos, 600);
+}
+
+TEST_F(StallTest, RealHiSpeedIsSquaredBehindAStall) {
+  RealHiSpeed = 1.5F;
+  HdrBPM = 100;
+  Lay(ObjSeparator, 9000);
+  Begin();
+  BreakActive = true;
+  BreakStart = kStart;
+  savedBPM = curBPM;
+  EXPECT_FLOAT_EQ(savedBPM, 150);
+  Turn(1001);
+  EXPECT_FLOAT_EQ(curBPM, 225);
+}
+
+TEST_F(StallTest, StallOfAnAttackDoesNotFail) {
+  Lay(ObjSeparator, 9000);
+  Begin();
+  BreakActive = true;
+  BreakStart = kStart;
+  AttackKind = 5;
+  savedBPM = 1250;
+  Turn(1001);
+  EXPECT_FALSE(PlayFailed);
+  EXPECT_FALSE(BreakActive);
+  EXPECT_EQ(AttackKind, 255);
+}
+
+TEST_F(StallTest, StallStaysOnceThePlayHasFailed) {
+  Lay(ObjSeparator, 9000);
+  Begin();
+  BreakActive = true;
+  BreakStart = kStart;
+  PlayFailed = true;
+  Turn(5000);
+  EXPECT_TRUE(BreakActive);
+}
+
 }  // namespace
 }  // namespace qlm

@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 
-#include "base/rnd.h"
 #include "graphics/display.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
@@ -314,14 +313,6 @@ TEST_F(LoopTest, HiSpeedReturnsToWhatAnEffectTookItFrom) {
   EXPECT_FLOAT_EQ(HiSpeedTarget, 0);
 }
 
-TEST_F(LoopTest, FrameBehindTheTableIsNotDrawn) {
-  Lay(ObjSeparator, 0);
-  PlayFrame(2);
-  EXPECT_EQ(FramesShown(), 0);
-  PlayFrame(1);
-  EXPECT_EQ(FramesShown(), 1);
-}
-
 TEST_F(LoopTest, FramesShowAPointerThatMoves) {
   setenv("SDL_VIDEODRIVER", "dummy", 1);
   NOVSync = true;
@@ -337,21 +328,6 @@ TEST_F(LoopTest, FramesShowAPointerThatMoves) {
   PresentFrame();
   EXPECT_FALSE(PointerShows()) << "other screens show none";
   ReleaseDD();
-}
-
-TEST_F(LoopTest, TickEndsItsTimer) {
-  platform::SetTimer(platform::kTimerPlay, 1, PlayTick);
-  PlayAlive = true;
-  PlayEnd = false;
-  PlayTick();
-  EXPECT_TRUE(platform::TimerArmed(platform::kTimerPlay));
-  PlayAlive = false;
-  PlayTick();
-  EXPECT_FALSE(platform::TimerArmed(platform::kTimerPlay));
-  platform::SetTimer(platform::kTimerPlay, 1, PlayTick);
-  PlayAlive = PlayEnd = true;
-  PlayTick();
-  EXPECT_FALSE(platform::TimerArmed(platform::kTimerPlay));
 }
 
 TEST_F(LoopTest, PauseDuringThePlayHoldsTheEndBack) {

@@ -1,11 +1,9 @@
 // Tests of the clock, the position and tempo changes.
 #include "play/position.h"
 
-#include "platform/clock.h"
 #include "play/turn.h"
 #include "state/message.h"
 #include "state/options.h"
-#include "state/session.h"
 #include "state/sounds.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
@@ -115,137 +113,6 @@ TEST_F(PositionTest, TempoThatOverflowsIsSkipped) {
   SetBPM(3e38F);
   EXPECT_FLOAT_EQ(curBPM, 100);
   EXPECT_EQ(posOffset, 7);
-}
-
-TEST_F(PositionTest, StallEndsAfterASecondAndFails) {
-  FillSlot(4);
-  Lay(ObjSeparator, 9000);
-  Begin();
-  Turn(500);
-  BreakActive = true;
-  BreakStart = platform::Now();
-  savedBPM = curBPM;
-  WavWasPlaying[4] = true;
-  AttackKind = 255;
-  SetBPM(0);
-  Turn(1500);
-  EXPECT_TRUE(BreakActive);
-  EXPECT_DOUBLE_EQ(playPos, 500);
-  EXPECT_FALSE(WavBuffer[4]->Playing());
-  Turn(1501);
-  EXPECT_FALSE(BreakActive);
-  EXPECT_TRUE(PlayFailed);
-  EXPECT_EQ(PlayFailedTime, kStart + 1501);
-  EXPECT_EQ(AttackKind, 255);
-  EXPECT_FLOAT_EQ(curBPM, 1250);
-  EXPECT_TRUE(WavBuffer[4]->Playing());
-  Turn(1601);
-  EXPECT_DOUBLE_EQ(playPos, 600);
-}
-
-TEST_F(PositionTest, RealHiSpeedIsSquaredBehindAStall) {
-  RealHiSpeed = 1.5F;
-  HdrBPM = 100;
-  Lay(ObjSeparator, 9000);
-  Begin();
-  BreakActive = true;
-  BreakStart = kStart;
-  savedBPM = curBPM;
-  EXPECT_FLOAT_EQ(savedBPM, 150);
-  Turn(1001);
-  EXPECT_FLOAT_EQ(curBPM, 225);
-}
-
-TEST_F(PositionTest, StallOfAnAttackDoesNotFail) {
-  Lay(ObjSeparator, 9000);
-  Begin();
-  BreakActive = true;
-  BreakStart = kStart;
-  AttackKind = 5;
-  savedBPM = 1250;
-  Turn(1001);
-  EXPECT_FALSE(PlayFailed);
-  EXPECT_FALSE(BreakActive);
-  EXPECT_EQ(AttackKind, 255);
-}
-
-TEST_F(PositionTest, StallStaysOnceThePlayHasFailed) {
-  Lay(ObjSeparator, 9000);
-  Begin();
-  BreakActive = true;
-  BreakStart = kStart;
-  PlayFailed = true;
-  Turn(5000);
-  EXPECT_TRUE(BreakActive);
-}
-
-TEST_F(PositionTest, DueEchoesAreCounted) {
-  FillSlot(1);
-  Lay(ObjSeparator, 9000);
-  Begin();
-  EchoQueue[0] = {.time = 200, .slot = 1, .step = 1};
-  EchoQueue[1] = {.time = 400, .slot = 1, .step = 2};
-  EchoCount = 2;
-  Turn(200);  // an echo waits until its time has passed
-  EXPECT_EQ(playedEchoes, 0);
-  Turn(201);
-  EXPECT_EQ(playedEchoes, 1);
-  Turn(500);
-  EXPECT_EQ(playedEchoes, 2);
-  EXPECT_EQ(EchoCount, 0);
-}
-
-TEST_F(PositionTest, EscHeldForHalfASecondFadesOut) {
-  Lay(ObjSeparator, 9000);
-  Begin();
-  EscHeld = true;
-  EscStart = kStart + 100;
-  Turn(600);
-  EXPECT_EQ(FadeState, kFadeNone);
-  Turn(601);
-  EXPECT_EQ(FadeState, kFadeEnd);
-  EXPECT_EQ(FadeStart, kStart + 601);
-  EXPECT_EQ(FadeLeaving, 1);
-  EXPECT_FALSE(EscHeld);
-  EXPECT_FALSE(PlayCleared);
-}
-
-TEST_F(PositionTest, EscReleasedInTimeDoesNothing) {
-  Lay(ObjSeparator, 9000);
-  Begin();
-  EscHeld = true;
-  EscStart = kStart + 100;
-  Turn(500);
-  EscHeld = false;
-  Turn(1000);
-  EXPECT_EQ(FadeState, kFadeNone);
-}
-
-TEST_F(PositionTest, PlayIsAliveUntilTheLastObjectHasPassed) {
-  Lay(ObjSeparator, 100);
-  Begin();
-  Turn(99);
-  EXPECT_TRUE(PlayAlive);
-  Turn(100);
-  EXPECT_FALSE(PlayAlive);
-}
-
-TEST_F(PositionTest, TranscriptTellsTemposPlacesAndTurns) {
-  Lay(3, 100, 250);
-  Lay(ObjSeparator, 5000);
-  Begin();
-  for (uint32_t turn = 0; turn < 101; ++turn) Turn(turn * 2);
-  EXPECT_EQ(played.turns, 101);
-  ASSERT_EQ(played.places.size(), 3U);
-  EXPECT_EQ(played.places[0].clock, 0);
-  EXPECT_EQ(played.places[1].clock, 100);
-  EXPECT_DOUBLE_EQ(played.places[1].playPos, 100);
-  EXPECT_EQ(played.places[2].clock, 200);
-  EXPECT_DOUBLE_EQ(played.places[2].playPos, 120);  // 100 + 100 * 0.2
-  ASSERT_EQ(played.tempi.size(), 1U);
-  EXPECT_EQ(played.tempi[0].clock, 100);
-  EXPECT_FLOAT_EQ(played.tempi[0].curBPM, 250);
-  EXPECT_EQ(played.tempi[0].posOffset, 80);  // -(250 - 1250) / 1250 * 100
 }
 
 }  // namespace
