@@ -355,6 +355,26 @@ TEST_F(FadeScreenTest, OtherKindsComeFromBlack) {
   EXPECT_EQ(blackOnTop, (std::vector<int64_t>{640, 384, 128, 0}));
 }
 
+bool soundInEachFrame = true;
+
+TEST_F(FadeScreenTest, EveryKindSoundsFromItsFirstFrameOn) {
+  platform::OpenSoundDevice(platform::SoundOutput::kOffline);
+  const platform::SoundFormat format{.tag = 1, .channels = 1, .samplesPerSec = 44100, .bitsPerSample = 16};
+  SoundBufferPtr& sound = SystemSound[static_cast<int32_t>(SE::kFade)];
+  sound = platform::CreateSoundBuffer({.flags = 0, .bytes = 88200}, format).buffer;
+  soundInEachFrame = true;
+  hooks.framePresented = [] {
+    soundInEachFrame = soundInEachFrame && SystemSound[static_cast<int32_t>(SE::kFade)]->Playing();
+  };
+  for (const int32_t kind : {1, 2}) {
+    sound->Stop();
+    FadeScreen(kind, 0);
+    EXPECT_TRUE(soundInEachFrame) << kind;
+  }
+  sound.reset();
+  platform::CloseSoundDevice();
+}
+
 TEST_F(FadeScreenTest, ALengthBelow100ShowsTheHeldFrameUntilTheLast) {
   FadeScreen(1, 99);
   EXPECT_EQ(blackOnTop, (std::vector<int64_t>{0, 0, 0, 640}));

@@ -1,9 +1,13 @@
 // The end of a frame: its steps in their order.
 #include "graphics/present.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include "base/hooks.h"
+#include "base/numbers.h"
+#include "base/paths.h"
 #include "graphics/display.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
@@ -46,6 +50,13 @@ class Present : public DisplayTest {
   }
   // What stood from x on, without what is black there and behind.
   static Text Shown(int32_t x) { return Text(TextView(shownRow).substr(static_cast<size_t>(x), 60)).c_str(); }
+  // The same to the end of the row, with its blanks, which draw nothing.
+  static Text Line(int32_t x) {
+    Text line = shownRow.substr(static_cast<size_t>(x));
+    line.erase(line.find_last_not_of(u'\0') + 1);
+    std::replace(line.begin(), line.end(), u'\0', u' ');
+    return line;
+  }
 };
 
 TEST_F(Present, AMessageStandsAtTheBottomOfTheLists) {
@@ -145,22 +156,59 @@ TEST_F(Present, TheFrameRateIsTakenEvery200Ms) {
   EXPECT_EQ(FpsTime, 1'000'250U);
 }
 
-TEST_F(Present, MemoryAndVoicesAreShownForDebugging) {
+// Surfaces beside the others, so that 8 MiB of picture memory are held.
+std::array<SurfacePtr, 2> FillEightMebibytes() {
+  const int64_t pixels = ((int64_t{8} << 20) - static_cast<int64_t>(Surface::BytesHeld())) / 4;
+  return {Solid(1000, static_cast<int32_t>(pixels / 1000), 0),
+          Solid(static_cast<int32_t>(pixels % 1000), 1, 0)};
+}
+
+TEST_F(Present, PictureMemoryIsShownAsFreeAndTotalKib) {
   Debug = true;
-  VoiceCount = 12;
-  videoMemoryTotal = static_cast<int64_t>(Surface::BytesHeld()) + 1536;
+  const auto held = FillEightMebibytes();
+  ASSERT_EQ(Surface::BytesHeld(), size_t{8} << 20);
   rowLooked = 400;
+  videoMemoryTotal = (int64_t{8} << 20) + 1536;
   PresentFrame(false, true);
-  EXPECT_EQ(Shown(320), Join(u"VRAM:\0", u"").c_str());
-  EXPECT_TRUE(TextView(shownRow).substr(326).starts_with(u"1.5"));
+  EXPECT_EQ(Line(320), u"VRAM: 1.5 / 8193.5");
+  videoMemoryTotal = (int64_t{8} << 20) + 410;  // 0.4004 KiB, with no 0 in front
+  PresentFrame(false, true);
+  EXPECT_EQ(Line(320), u"VRAM: .4 / 8192.4");
+  videoMemoryTotal = 1024;  // less than is held
+  PresentFrame(false, true);
+  EXPECT_EQ(Line(320), u"VRAM: .0 / 1.0");
+}
+
+TEST_F(Present, MemoryOfTheMachineIsShownAsFreeAndTotalKib) {
+  Debug = true;
   rowLooked = 410;
   PresentFrame(false, true);
-  EXPECT_TRUE(TextView(shownRow).substr(321).starts_with(u"MEM:"));
+  const std::vector<Text> parts = Split(Line(320), u" / ");
+  ASSERT_EQ(parts.size(), 2U);
+  EXPECT_TRUE(parts[0].starts_with(u" MEM: ")) << Utf8(parts[0]);
+  // What is free changes at any moment; the total stands.
+  EXPECT_EQ(parts[1], Split(MemoryStatus(), u" / ")[1]);
+  for (const TextView number : {TextView(parts[0]).substr(6), TextView(parts[1])}) {
+    EXPECT_GT(Val(number), 0) << Utf8(number);
+    EXPECT_EQ(number.find(u'.'), number.size() - 2) << Utf8(number);
+  }
+}
+
+TEST_F(Present, SoundingVoicesAreShown) {
+  Debug = true;
+  VoiceCount = 12;
   rowLooked = 430;
   PresentFrame(false, true);
-  EXPECT_TRUE(
-      TextView(shownRow).substr(321).starts_with(u"POL:\0"
-                                                 "12"));
+  EXPECT_EQ(Line(320), u" POL: 12");
+}
+
+TEST_F(Present, MemoryAndVoicesAreShownForDebuggingAlone) {
+  VoiceCount = 12;
+  for (const int32_t row : {400, 410, 430}) {
+    rowLooked = row;
+    PresentFrame(false, true);
+    EXPECT_EQ(Line(320), u"") << row;
+  }
 }
 
 TEST_F(Present, StepsComeInTheirOrder) {
@@ -226,6 +274,18 @@ TEST_F(Present, AFrameThatNobodySeesRestsInsteadOfWaitingForTheBlank) {
   for (int32_t i = 0; i < 4; ++i) PresentFrame();
   // Three sixtieths of a second at least lie between four of them.
   EXPECT_GE(platform::Elapsed(platform::Now(), begin), 49);
+}
+
+int64_t restedAtPump = 0;
+int64_t restedAtShow = 0;
+
+TEST_F(Present, TheRestLiesBetweenThePumpAndTheShow) {
+  hooks.pumped = [] { restedAtPump = platform::VirtualRest(); };
+  hooks.framePresented = [] { restedAtShow = platform::VirtualRest(); };
+  Sleep = 15;
+  PresentFrame();
+  EXPECT_EQ(restedAtPump, 0);
+  EXPECT_EQ(restedAtShow, 15);
 }
 
 // With a window that nobody looks at.
