@@ -1,6 +1,7 @@
 // Keys of the play and of the settings.
 #include "play/input.h"
 
+#include <array>
 #include <limits>
 #include <tuple>
 
@@ -427,6 +428,14 @@ TEST_F(SettingKeys, F8HandsThePlayToTheMachineAndLocksTheRank) {
   EXPECT_FALSE(DEMOMode);
   EXPECT_TRUE(RankLocked);
   EXPECT_EQ(messageText, u"[F8] DEMO: Off");
+}
+
+TEST_F(SettingKeys, F8ShowsAndTakesAwayTheMarkOfTheMachine) {
+  OptionMark.fill(9);
+  ProcessKey_Settings(66);
+  EXPECT_EQ(OptionMark, (std::array<uint8_t, kOptionGroups>{0, 0, 15, 0, 0, 0}));
+  ProcessKey_Settings(66);
+  EXPECT_EQ(OptionMark, (std::array<uint8_t, kOptionGroups>{}));
 }
 
 TEST_F(SettingKeys, F9TakesTheNextSkinThatFitsTheMode) {

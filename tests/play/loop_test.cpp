@@ -26,17 +26,10 @@ namespace {
 class LoopTest : public PlayTest {
  protected:
   LoopTest() {
-    FillSystemSound(3);
-    FillSystemSound(4);
+    FillSound(SE::kReady);
+    FillSound(SE::kFade);
     RunFrames(10);
   }
-
-  static void FillSystemSound(int32_t index) {
-    FillSlot(255);
-    SystemSound[index] = WavBuffer[255];
-    WavBuffer[255].reset();
-  }
-  static bool Sounding(int32_t index) { return SystemSound[index]->Playing(); }
 };
 
 TEST_F(LoopTest, ChartBeginsBehindTheReadyMessage) {
@@ -57,7 +50,7 @@ TEST_F(LoopTest, ChartBeginsBehindTheReadyMessage) {
   EXPECT_TRUE(Logged(u"[PlayLoop]"));
   EXPECT_TRUE(Logged(u"playloop start"));
   EXPECT_TRUE(Logged(u"playloop end"));
-  EXPECT_TRUE(Sounding(3));
+  EXPECT_TRUE(Sounding(SE::kReady));
 }
 
 TEST_F(LoopTest, ASpeedOfNothingIsToldWithTheKeyThatMendsIt) {
@@ -103,7 +96,24 @@ TEST_F(LoopTest, LastObjectLeadsToAShortFade) {
   EXPECT_TRUE(PlayEnd);
   EXPECT_EQ(FadeState, kFadeNone);
   EXPECT_EQ(GameState, kStatePlayOver);
-  EXPECT_TRUE(Sounding(4));
+  EXPECT_TRUE(Sounding(SE::kFade));
+}
+
+TEST_F(LoopTest, EachFadeOfAnEndSoundsFromItsFirstFrameOn) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  for (const bool failed : {false, true}) {
+    SetNow(kStart);
+    SystemSound[static_cast<int32_t>(SE::kFade)]->Stop();
+    std::vector<bool> sounding;  // in the frame before the fade, and in its first
+    RunFrames(10, [&](int32_t ms) {
+      if (ms == 1050) PlayFailed = failed;
+      if (ms == (failed ? 1050 : 1100) || ms == (failed ? 1060 : 1110))
+        sounding.push_back(Sounding(SE::kFade));
+    });
+    PlayLoop();
+    EXPECT_EQ(sounding, (std::vector<bool>{false, true})) << failed;
+  }
 }
 
 TEST_F(LoopTest, EmptyTableFadesFromItsFirstTurn) {
@@ -168,7 +178,7 @@ TEST_F(LoopTest, FailureLeadsToALongFade) {
   EXPECT_TRUE(PlayFailed);
   EXPECT_FALSE(PlayCleared);
   EXPECT_LT(objCursor, objCount);
-  EXPECT_TRUE(Sounding(4));
+  EXPECT_TRUE(Sounding(SE::kFade));
 }
 
 // Quirk: the end is looked at before the failure.
@@ -198,7 +208,7 @@ TEST_F(LoopTest, EscHeldLeadsToAShortFadeWithoutClear) {
   EXPECT_EQ(platform::Now(), kStart + 1780);
   EXPECT_FALSE(PlayCleared);
   EXPECT_FALSE(PlayFailed);
-  EXPECT_FALSE(Sounding(4));
+  EXPECT_FALSE(Sounding(SE::kFade));
 }
 
 TEST_F(LoopTest, EndAskedForInAPlayHasNoFade) {
@@ -219,6 +229,7 @@ TEST_F(LoopTest, EndlessRunLeavesAtOnce) {
   EndlessRun = true;
   PlayLoop();
   EXPECT_EQ(played.turns, 11);
+  EXPECT_FALSE(Sounding(SE::kFade));
   EXPECT_FALSE(PlayEnd);
   EXPECT_FALSE(PlayCleared);
   EXPECT_EQ(FadeState, kFadeNone);

@@ -12,7 +12,6 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
-#include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
 #include "tools/media_files/wav.h"
@@ -24,6 +23,16 @@ constexpr uint32_t kRate = 22050;
 std::function<void(int32_t)> handOfFrame;
 uint32_t frameMs = 0;
 int32_t framesShown = 0;
+
+SoundBufferPtr SecondOfSilence(uint32_t hertz) {
+  const platform::SoundFormat format{.tag = 1,
+                                     .channels = 1,
+                                     .samplesPerSec = hertz,
+                                     .avgBytesPerSec = hertz * 2,
+                                     .blockAlign = 2,
+                                     .bitsPerSample = 16};
+  return platform::CreateSoundBuffer({.flags = 0, .bytes = hertz * 2}, format).buffer;
+}
 
 }  // namespace
 
@@ -69,17 +78,15 @@ void PlayTest::LayBars(int32_t last) {
 }
 
 void PlayTest::FillSlot(int32_t slot, uint32_t hertz) {
-  const platform::SoundFormat format{.tag = 1,
-                                     .channels = 1,
-                                     .samplesPerSec = hertz,
-                                     .avgBytesPerSec = hertz * 2,
-                                     .blockAlign = 2,
-                                     .bitsPerSample = 16};
-  WavBuffer[slot] = platform::CreateSoundBuffer({.flags = 0, .bytes = hertz * 2}, format).buffer;
+  WavBuffer[slot] = SecondOfSilence(hertz);
   WavFrequency[slot] = static_cast<int32_t>(hertz);
   WavLoaded[slot] = 255;
   WavLengthMs[slot] = 1000;
 }
+
+void PlayTest::FillSound(SE sound) { SystemSound[static_cast<int32_t>(sound)] = SecondOfSilence(kRate); }
+
+bool PlayTest::Sounding(SE sound) { return SystemSound[static_cast<int32_t>(sound)]->Playing(); }
 
 void PlayTest::SetNow(uint32_t now) { platform::UseVirtualClock(now); }
 

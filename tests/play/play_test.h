@@ -7,6 +7,7 @@
 #include <string>
 
 #include "state/chart.h"
+#include "state/sounds.h"
 #include "state/transcript.h"
 #include "tests/support/game_test.h"
 
@@ -28,6 +29,9 @@ class PlayTest : public GameTest {
   void LayBars(int32_t last);
   // Fills a slot, so that it starts without a load.
   static void FillSlot(int32_t slot, uint32_t hertz = 22050);
+  // The same for a system sound.
+  static void FillSound(SE sound);
+  static bool Sounding(SE sound);
 
   // Makes the chart's clock begin at kStart, with all objects ahead.
   void Begin();

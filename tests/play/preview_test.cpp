@@ -1,5 +1,8 @@
 // Tests of the preview on the song select screen.
 #include "play/preview.h"
+
+#include "base/hooks.h"
+#include "base/log.h"
 #include "platform/timers.h"
 #include "state/lists.h"
 #include "state/message.h"
@@ -138,6 +141,26 @@ TEST_F(PreviewTest, MissingChartIsNotPreviewed) {
   EXPECT_TRUE(LoadAbort);
   EXPECT_FALSE(Running());
   EXPECT_EQ(WAVLoadmode, 0);
+}
+
+TEST_F(PreviewTest, RowThatMovesDuringTheLoadOfTheChartEndsIt) {
+  hooks.loadPump = [] { listCursor = 1; };
+  StartPreview();
+  EXPECT_EQ(objCount, 7) << "the chart itself is read: three notes, an invisible object, three bar lines";
+  EXPECT_EQ(WavLoaded[1], 0);
+  EXPECT_FALSE(Running());
+  EXPECT_FALSE(PlayAlive);
+}
+
+TEST_F(PreviewTest, RowThatMovesDuringTheFirstSoundsEndsTheirLoad) {
+  logOutput.afterLine = [] {
+    if (WavHeldName[1] != u"") listCursor = 1;
+  };
+  StartPreview();
+  EXPECT_EQ(WavLoaded[1], 255);
+  EXPECT_EQ(WavLoaded[2], 0);
+  EXPECT_FALSE(Running());
+  EXPECT_FALSE(PlayAlive);
 }
 
 TEST_F(PreviewTest, ChartWithoutSoundsIsNotPreviewed) {

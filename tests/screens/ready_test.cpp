@@ -5,6 +5,7 @@
 #include "chart/loading.h"
 #include "platform/clock.h"
 #include "screens/road.h"
+#include "sound/play.h"
 #include "state/courses.h"
 #include "state/gauge.h"
 #include "state/lists.h"
@@ -12,6 +13,7 @@
 #include "state/settings.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
+#include "tests/graphics/picture_files.h"
 #include "tests/play/play_test.h"
 
 namespace qlm {
@@ -73,6 +75,44 @@ TEST_F(LoadingTest, EmptyPathWithoutAnEntryFails) {
   listCursor = 3;
   ReadyBMS(u"");
   EXPECT_TRUE(LoadAbort);
+}
+
+TEST_F(LoadingTest, MusicOfTheListStopsBeforeTheScreenShows) {
+  FillSound(SE::kSelectMusic);
+  PlaySE(SE::kSelectMusic, true);
+  bool sounded = false;
+  RunFrames(10, [&](int32_t) { sounded = sounded || Sounding(SE::kSelectMusic); });
+  ReadyBMS(chart_);
+  EXPECT_FALSE(sounded);
+  EXPECT_FALSE(Sounding(SE::kSelectMusic));
+}
+
+TEST_F(LoadingTest, TitlePictureOfTheChartReplacesTheLastBeforeTheScreenShows) {
+  WriteData(u"song\\title.bmp", SolidBmp(3, 2, 0x00FF00));
+  songList.resize(1);
+  songList[0].stageFile = u"title.bmp";
+  lastSong = 0;
+  DDStage = Solid(1, 1, 0xFF0000);
+  Rect first;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 0 && DDStage) first = DDStage->Bounds();
+  });
+  ReadyBMS(chart_);
+  EXPECT_EQ(first, (Rect{0, 0, 3, 2}));
+  ASSERT_TRUE(DDStage);
+  EXPECT_EQ(DDStage->Pixel(2, 1), 0x00FF00U);
+}
+
+TEST_F(LoadingTest, TitlePictureOfTheLastChartGoesWhereThisOneHasNone) {
+  songList.resize(1);
+  songList[0].stageFile = u"none.bmp";
+  lastSong = 0;
+  for (const int32_t row : {0, 3}) {  // without a file, and without an entry at all
+    listCursor = row;
+    DDStage = Solid(1, 1, 0xFF0000);
+    ReadyBMS(chart_);
+    EXPECT_FALSE(DDStage) << row;
+  }
 }
 
 TEST_F(LoadingTest, FailedLoadReturnsWithSoundsStopped) {

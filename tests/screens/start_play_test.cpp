@@ -1,5 +1,7 @@
 // Tests of a whole play, from a chart file to the return to the list.
+#include <array>
 #include <cstdlib>
+#include <vector>
 
 #include "base/paths.h"
 #include "chart/loading.h"
@@ -102,11 +104,15 @@ TEST_F(StartPlayTest, ReturnsToTheList) {
   HazardGauge = selectLocked = true;
   KeyHeld[30] = true;
   SkinPath = u"\\new.brd";
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 1000) LaneDown.fill(true);
+  });
   StartPlay();
   EXPECT_EQ(GameState, kStateCourses);
   EXPECT_FALSE(HazardGauge);
   EXPECT_FALSE(selectLocked);
   EXPECT_FALSE(KeyHeld[30]);
+  for (const bool down : LaneDown) EXPECT_FALSE(down);
   EXPECT_TRUE(Logged(u"[Unload-BMS] > faked"));
   EXPECT_EQ(LinesBeginning(u"Restore SkinMap(0) :"), 1);
 }
@@ -124,6 +130,36 @@ TEST_F(StartPlayTest, PutsTheMouseToTheCentreBehindThePlay) {
   const PointerPlace place = WhereThePointerIs();
   ReleaseDD();
   EXPECT_EQ(place, (PointerPlace{192 + 320, 144 + 240}));
+}
+
+TEST_F(StartPlayTest, MusicOfTheListIsLoopedAtFullVolumeBehindThePlay) {
+  // 10 ms of a tone that stands at 10000, which a preview has turned down to a tenth.
+  const std::vector<int16_t> samples(441, 10000);
+  const platform::SoundFormat format{.tag = 1, .channels = 1, .samplesPerSec = 44100, .bitsPerSample = 16};
+  SoundBufferPtr& music = SystemSound[static_cast<int32_t>(SE::kSelectMusic)];
+  music = platform::CreateSoundBuffer({.flags = 0, .bytes = 882}, format).buffer;
+  music->Write(0, {reinterpret_cast<const unsigned char*>(samples.data()), 882});
+  music->SetVolume(-2000);
+  FillSound(SE::kSelectStart);
+  StartPlay();
+  EXPECT_TRUE(Sounding(SE::kSelectStart));
+  std::array<int16_t, 2000> heard{};
+  platform::RenderSound(heard);
+  std::array<int16_t, 2000> tone{};
+  tone.fill(10000);
+  EXPECT_EQ(heard, tone);
+
+  EXPECT_TRUE(Sounding(SE::kSelectMusic)) << "behind 1000 of its 441 frames";
+}
+
+TEST_F(StartPlayTest, MusicOfTheListIsSilentBetweenTheChartsOfARun) {
+  ASSERT_EQ(Load(u"#00011:01\r\n"), 1);
+  FillSound(SE::kSelectMusic);
+  FillSound(SE::kSelectStart);
+  EndlessRun = true;
+  StartPlay();
+  EXPECT_FALSE(Sounding(SE::kSelectMusic));
+  EXPECT_FALSE(Sounding(SE::kSelectStart));
 }
 
 TEST_F(StartPlayTest, MissingChartEndsAtOnce) {
