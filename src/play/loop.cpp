@@ -122,6 +122,8 @@ void PlayLoop() {
   PreRoll();
   TellWhatIsAmiss();
   // 0 ms of the chart is this moment.
+  // Quirk: the seek sets the tempo anew, so that a pause in the pre-roll does not hold the chart back. Its
+  // lanes are dead until the resume all the same.
   SeekChart(0, true);
   if (!PlayEnd) Run();
   if (UserRec) {

@@ -341,6 +341,21 @@ TEST_F(LoopTest, FramesShowAPointerThatMoves) {
   ReleaseDD();
 }
 
+// Quirk: the seek behind the pre-roll sets the tempo anew.
+TEST_F(LoopTest, PauseInThePreRollDoesNotHoldTheChartBack) {
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  RunFrames(10, [](int32_t ms) {
+    if (ms == 300) BMSPause();
+  });
+  PlayLoop();
+  // The message of the pause's tempo prolongs the pre-roll to its own second.
+  EXPECT_EQ(playStart, kStart + 1300);
+  EXPECT_EQ(FadeStart, kStart + 1300 + 110);
+  EXPECT_TRUE(PlayCleared);
+  EXPECT_TRUE(Paused);
+}
+
 TEST_F(LoopTest, PauseDuringThePlayHoldsTheEndBack) {
   Lay(ObjSeparator, 0);
   Lay(ObjSeparator, 100);
