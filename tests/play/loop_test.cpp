@@ -347,6 +347,7 @@ TEST_F(LoopTest, PauseInThePreRollDoesNotHoldTheChartBack) {
   Lay(ObjSeparator, 100);
   RunFrames(10, [](int32_t ms) {
     if (ms == 300) BMSPause();
+    if (ms > 20'000) PlayEnd = true;  // a chart that is held back has no end of its own
   });
   PlayLoop();
   // The message of the pause's tempo prolongs the pre-roll to its own second.
