@@ -1,8 +1,12 @@
 // Tests of the timed loop: pre-roll, turns, and every way in which a play ends.
 #include "play/loop.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <memory>
+#include <vector>
 
+#include "base/hooks.h"
 #include "graphics/display.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
@@ -79,6 +83,45 @@ TEST_F(LoopTest, WhatTheLoadHadToTellIsShownWhenThePlayBegins) {
   PlayLoop();
   EXPECT_EQ(seen, u"over the load budget of 1 MiB: a.wav");
   EXPECT_TRUE(loadNotice.empty());
+}
+
+TEST_F(LoopTest, FramesOfThePreRollTickToo) {
+  Lay(ObjSeparator, 0);
+  HiSpeed = 2;
+  HiSpeedTarget = 1;
+  std::vector<float> speeds;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms <= 20) speeds.push_back(HiSpeed);
+  });
+  PlayLoop();
+  ASSERT_EQ(speeds.size(), 3U);
+  EXPECT_FLOAT_EQ(speeds[0], 2);
+  EXPECT_FLOAT_EQ(speeds[1], 1.9F);   // a tenth of the way
+  EXPECT_FLOAT_EQ(speeds[2], 1.81F);  // and of what is left
+}
+
+// Paints each frame in the number of its milliseconds, so that the screen tells which one it shows.
+void NumberFrames() {
+  DDPrimary = std::make_shared<Surface>(640, 480);
+  hooks.framePresented = [] {
+    DDBack->Fill(kScreen, static_cast<platform::Colour>(platform::Now() - 1'000'000));
+  };
+}
+
+TEST_F(LoopTest, TheScreenBeforeThePlayFallsAwayInNewTiles) {
+  Lay(ObjSeparator, 0);
+  NumberFrames();
+  DDPrimary->Fill(kScreen, 0x123456);
+  platform::Colour held = 0;
+  int32_t slowest = 0;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms != 0) return;
+    held = DDSnapshot->Pixel(5, 5);
+    slowest = *std::min_element(FadeTileSpeed.begin(), FadeTileSpeed.end());
+  });
+  PlayLoop();
+  EXPECT_EQ(held, 0x123456U);
+  EXPECT_GE(slowest, 480);
 }
 
 TEST_F(LoopTest, LastObjectLeadsToAShortFade) {
@@ -214,10 +257,14 @@ TEST_F(LoopTest, EscHeldLeadsToAShortFadeWithoutClear) {
 TEST_F(LoopTest, EndAskedForInAPlayHasNoFade) {
   Lay(ObjSeparator, 0);
   Lay(ObjSeparator, 9000);
-  RunFrames(10, [](int32_t ms) {
+  PlayCleared = true;  // as the play before left it
+  std::vector<int32_t> states;
+  RunFrames(10, [&](int32_t ms) {
     if (ms == 1050) PlayEnd = true;
+    if (ms >= 1000) states.push_back(GameState);
   });
   PlayLoop();
+  EXPECT_EQ(states, std::vector<int32_t>(6, kStatePlay));  // in each turn from 1000 to 1050
   EXPECT_EQ(platform::Now(), kStart + 1060);
   EXPECT_FALSE(PlayCleared);
   EXPECT_EQ(FadeState, kFadeNone);
@@ -227,7 +274,9 @@ TEST_F(LoopTest, EndlessRunLeavesAtOnce) {
   Lay(ObjSeparator, 0);
   Lay(ObjSeparator, 100);
   EndlessRun = true;
+  NumberFrames();
   PlayLoop();
+  EXPECT_EQ(DDSnapshot->Pixel(5, 5), 1100U) << "the last frame, for the tiles of the next chart";
   EXPECT_EQ(played.turns, 11);
   EXPECT_FALSE(Sounding(SE::kFade));
   EXPECT_FALSE(PlayEnd);
@@ -285,12 +334,18 @@ TEST_F(LoopTest, ComboHiSpeedStartsAndEndsAtOne) {
   HiSpeed = 3;
   HiSpeedTarget = 2;
   float started = 0;
+  float target = 9;
   RunFrames(10, [&](int32_t ms) {
-    if (ms == 1000) started = HiSpeed;
+    if (ms == 990) HiSpeedTarget = 4;  // in the pre-roll's last frame
+    if (ms == 1000) {
+      started = HiSpeed;
+      target = HiSpeedTarget;
+    }
     if (ms == 1050) HiSpeedTarget = 1.5F;
   });
   PlayLoop();
   EXPECT_FLOAT_EQ(started, 1);
+  EXPECT_FLOAT_EQ(target, 0);
   EXPECT_FLOAT_EQ(HiSpeed, 1);
   EXPECT_FLOAT_EQ(HiSpeedTarget, 0);
 }

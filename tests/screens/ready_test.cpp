@@ -1,6 +1,7 @@
 // Tests of the load behind the loading screen.
 #include <algorithm>
 
+#include "base/hooks.h"
 #include "base/paths.h"
 #include "chart/loading.h"
 #include "platform/clock.h"
@@ -61,6 +62,12 @@ TEST_F(LoadingTest, ChartIsLoadedBehindHalfASecond) {
   EXPECT_EQ(FadeStart, kStart + 500 - 2000);
   EXPECT_EQ(FramesShown(), 52);  // 50 of 10 ms, and two more with the tiles gone
   EXPECT_EQ(OwnLines(), (std::vector<Text>{u"[Ready BMS] Timer start", u"Ready BMS", u"Load Complete"}));
+}
+
+TEST_F(LoadingTest, LoadLeadsToThePlayWhateverHappenedOnTheWay) {
+  hooks.loadPump = [] { GameState = kStateLists; };
+  ReadyBMS(chart_);
+  EXPECT_EQ(GameState, kStatePlay);
 }
 
 TEST_F(LoadingTest, EmptyPathTakesTheCurrentEntry) {

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "base/hooks.h"
 #include "base/paths.h"
 #include "chart/loading.h"
 #include "graphics/display.h"
@@ -97,6 +98,60 @@ TEST_F(StartPlayTest, PreviewsHandsAreTakenOff) {
   StartPlay();
   EXPECT_FALSE(PlayKeySound);
   EXPECT_TRUE(UserPlay);
+}
+
+// What the play before has left.
+void LeaveAPlay() {
+  playPos = 5000;
+  objCursor = 9;
+  Score[0] = 1000;
+}
+
+TEST_F(StartPlayTest, PreRollStandsAtTheChartsBeginningWithFreshFigures) {
+  ASSERT_EQ(Load(u"#00011:01\r\n"), 1);
+  songList.resize(1);
+  songList[0].path = Join(AppPath, u"\\song\\a.bms");
+  lastSong = 0;
+  for (const bool fromTheList : {true, false}) {
+    SetNow(kStart);
+    LeaveAPlay();
+    bool fresh = false;
+    RunFrames(10, [&](int32_t ms) {
+      if (ms == 0) fresh = playPos == 0 && objCursor == 0 && Score[0] == 0;
+    });
+    if (fromTheList) {
+      StartPlay();
+    } else {
+      PlayListEntry(0);
+    }
+    EXPECT_TRUE(fresh) << fromTheList;
+  }
+}
+
+bool endAsked = false;
+
+TEST_F(StartPlayTest, EntryOfTheListIsLoadedPlayedAndThenTheCurrentOne) {
+  Load(u"");
+  songList.resize(3);
+  songList[2].path = Join(AppPath, u"\\song\\a.bms");
+  lastSong = 2;
+  hooks.loadPump = [] { endAsked = PlayEnd; };
+  endAsked = false;
+  int32_t cursor = -1;
+  RunFrames(10, [&](int32_t) { cursor = listCursor; });
+  EXPECT_TRUE(PlayListEntry(2));
+  EXPECT_TRUE(endAsked) << "what plays must end while the next is loaded";
+  EXPECT_EQ(cursor, 0);
+  EXPECT_EQ(listCursor, 2);
+  EXPECT_TRUE(PlayCleared);
+}
+
+TEST_F(StartPlayTest, EntryThatCannotBeLoadedIsLoggedBehindItsPlay) {
+  listCursor = 5;
+  EXPECT_FALSE(PlayListEntry(0));
+  EXPECT_EQ(log.back(), u"error: File not found");
+  EXPECT_EQ(LinesBeginning(u"playloop end"), 1);
+  EXPECT_EQ(listCursor, 0);
 }
 
 TEST_F(StartPlayTest, ReturnsToTheList) {
