@@ -42,7 +42,7 @@ void PreRoll() {
 }
 
 // What would leave the player before a play that stands still, or without some of its sounds and pictures.
-void TellWhatIsAmiss() {
+void ShowWarnings() {
   if (RealHiSpeed == 0) {
     ShowMessage(u"RealHiSpeed is 0: nothing moves. Hold 3 and press 2");
   } else if (!loadNotice.empty()) {
@@ -120,7 +120,7 @@ void PlayLoop() {
   ShowMessage(u"R E A D Y ?");
   RankLocked = false;
   PreRoll();
-  TellWhatIsAmiss();
+  ShowWarnings();
   // 0 ms of the chart is this moment.
   // Quirk: the seek sets the tempo anew, so that a pause in the pre-roll does not hold the chart back. Its
   // lanes are dead until the resume all the same.

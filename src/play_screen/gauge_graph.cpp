@@ -26,15 +26,13 @@ constexpr int32_t kClearMark = 80;
 void PutPixel(int32_t x, int32_t y, platform::Colour colour) { DDGraph->Fill({x, y, x + 1, y + 1}, colour); }
 
 // What lies outside the graph is left out.
-void PutDigit(int32_t left, int32_t top, int32_t digit, platform::Colour colour) {
-  const GraphDigits& digits = graphDigits;
-  for (int32_t y = 0; y < digits.height; ++y) {
+void PutDigit(size_t left, int32_t top, int32_t digit, platform::Colour colour) {
+  const auto width = static_cast<size_t>(graphDigits.width);
+  for (int32_t y = 0; y < graphDigits.height; ++y) {
     const std::span<platform::Colour> row = DDGraph->Row(top + y);
-    for (int32_t x = 0; x < digits.width; ++x) {
-      const auto column = static_cast<size_t>(left + x);
-      if (column >= row.size()) continue;
-      const auto place = static_cast<size_t>((y * 10 + digit) * digits.width + x);
-      row[column] = platform::Mix(kDarkGreen, colour, digits.ink[place]);
+    const size_t place = (static_cast<size_t>(y) * 10 + static_cast<size_t>(digit)) * width;
+    for (size_t x = 0; x < width && left + x < row.size(); ++x) {
+      row[left + x] = platform::Mix(kDarkGreen, colour, graphDigits.ink[place + x]);
     }
   }
 }
@@ -87,8 +85,9 @@ void DrawLostCombo(int32_t judged, int32_t combo) {
   const platform::Colour colour = platform::Rgb(255, static_cast<uint32_t>(std::min(*green, 255)), 0);
   int32_t place = 1;
   while (combo / place >= 10) place *= 10;
-  for (int32_t left = *x; place > 0; place /= 10, left += graphDigits.width) {
+  for (auto left = static_cast<size_t>(*x); place > 0; place /= 10) {
     PutDigit(left, 190 - *height, combo / place % 10, colour);
+    left += static_cast<size_t>(graphDigits.width);
   }
 }
 
