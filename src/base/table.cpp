@@ -8,7 +8,8 @@
 namespace qlm {
 
 void EndOutsideTable(int64_t index, int64_t last) {
-  std::fprintf(stderr, "internal error: entry %" PRId64 " of a table that ends at %" PRId64 "\n", index, last);
+  std::fprintf(stderr, "internal error: entry %" PRId64 " of a table that ends at %" PRId64 "\n", index,
+               last);
   std::abort();
 }
 

@@ -43,7 +43,8 @@ class Table {
 
  private:
   static size_t Inside(int64_t index) {
-    if (!Holds(index)) [[unlikely]] EndOutsideTable(index, Last);
+    if (!Holds(index)) [[unlikely]]
+      EndOutsideTable(index, Last);
     return static_cast<size_t>(index);
   }
 

@@ -132,7 +132,7 @@ void PlayWav(int32_t slot, int32_t, int32_t echoStep) {
   if (EchoEnabled && echoStep == 0) QueueEchoes(slot);
   if (EchoEnabled && echoStep != 0) buffer = EchoVoice(buffer, slot, echoStep);
   Restart(buffer, false);
-  if (transcript != nullptr) transcript->starts.push_back({playClock, slot});
+  if (transcript != nullptr && WavBuffer.Holds(slot)) transcript->starts.push_back({playClock, slot});
 }
 
 void PlaySE(SE sound, bool looping) {

@@ -234,8 +234,8 @@ double Strength(const Wav& wav, double frequency) {
   for (std::size_t i = begin; i < end; ++i) {
     const double window =
         std::pow(std::sin(std::numbers::pi * static_cast<double>(i - begin) / (end - begin)), 2);
-    sum += std::polar(window * (wav.left[i] + wav.right[i]),
-                      2 * std::numbers::pi * frequency * static_cast<double>(i) / 44100);
+    sum += window * (wav.left[i] + wav.right[i]) *
+           std::polar(1.0, 2 * std::numbers::pi * frequency * static_cast<double>(i) / 44100);
   }
   return std::abs(sum);
 }
