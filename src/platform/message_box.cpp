@@ -9,7 +9,9 @@
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/font.h"
@@ -87,12 +89,13 @@ void FillShape(Surface& picture, int32_t left, int32_t top, Colour colour, Insid
     return ((pixel + (sample + 0.5) / kSamples) / kIcon - 0.5) * 2;
   };
   for (int32_t y = 0; y < kIcon; ++y) {
+    const std::span<Colour> row = picture.Row(top + y).subspan(static_cast<size_t>(left), kIcon);
     for (int32_t x = 0; x < kIcon; ++x) {
       uint32_t hits = 0;
       for (int32_t sample = 0; sample < kSamples * kSamples; ++sample) {
         if (inside(unit(x, sample % kSamples), unit(y, sample / kSamples))) ++hits;
       }
-      Colour& pixel = picture.Row(top + y)[static_cast<size_t>(left + x)];
+      Colour& pixel = row[static_cast<size_t>(x)];
       pixel = Mix(pixel, colour, hits * 255 / (kSamples * kSamples));
     }
   }
