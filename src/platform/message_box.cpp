@@ -47,9 +47,9 @@ constexpr int32_t kButtonWidth = 104;
 constexpr int32_t kButtonHeight = 32;
 constexpr int32_t kAboveButton = 20;
 
-// For these milliseconds keys do not count: nobody can have read anything, and a Shift that is held is told
-// anew.
-constexpr Uint64 kUnread = 250;
+// For these milliseconds behind the coming of the keyboard keys do not count: nobody can have read anything,
+// and a Shift that is held is told anew.
+constexpr Uint32 kUnread = 250;
 
 int32_t WidthOfLine(std::u16string_view line) { return FontTextWidth(line, kTextHeight); }
 
@@ -210,10 +210,7 @@ class BoxWindow {
   // Takes an event of its own. True when it closes the box.
   bool Take(const SDL_Event& event) {
     switch (event.type) {
-      case SDL_WINDOWEVENT:
-        if (event.window.event == SDL_WINDOWEVENT_CLOSE) return true;
-        if (event.window.event == SDL_WINDOWEVENT_EXPOSED) Show();
-        return false;
+      case SDL_WINDOWEVENT: return TakeOfWindow(event.window);
       case SDL_KEYDOWN: return IsPressed(event.key);
       case SDL_KEYUP: held_.reset(event.key.keysym.scancode); return false;
       case SDL_MOUSEMOTION: Light(OnButton(event.motion.x, event.motion.y)); return false;
@@ -232,9 +229,18 @@ class BoxWindow {
   }
 
  private:
+  bool TakeOfWindow(const SDL_WindowEvent& event) {
+    switch (event.event) {
+      case SDL_WINDOWEVENT_EXPOSED: Show(); break;
+      case SDL_WINDOWEVENT_LEAVE: Light(false); break;
+      case SDL_WINDOWEVENT_FOCUS_GAINED: focusTime_ = event.timestamp; break;
+      default: break;
+    }
+    return event.event == SDL_WINDOWEVENT_CLOSE;
+  }
   // The first word of a key that was held before is no press.
   bool IsPressed(const SDL_KeyboardEvent& key) const {
-    return !held_.test(key.keysym.scancode) && SDL_GetTicks64() - opened_ >= kUnread;
+    return !held_.test(key.keysym.scancode) && key.timestamp - focusTime_ >= kUnread;
   }
   bool OnButton(int32_t x, int32_t y) const {
     const Rect& button = box_.button;
@@ -248,7 +254,7 @@ class BoxWindow {
 
   Box box_;
   std::bitset<SDL_NUM_SCANCODES> held_ = HeldKeys();
-  Uint64 opened_ = SDL_GetTicks64();
+  Uint32 focusTime_ = 0;  // on the window library's clock
   bool lit_ = false;
   std::unique_ptr<SDL_Window, Release> window_;
 };

@@ -86,12 +86,16 @@ TEST_F(SoundStarts, SlotZeroIsSilentAndLogsNothing) {
   EXPECT_EQ(VoiceCount, 1);
 }
 
+// A lane without a sound has the slot -1.
 TEST_F(SoundStarts, SlotsOutsideTheTablesSoundNothing) {
   LoadSound(1, u"a.wav", Level(100));
+  Transcript starts;
+  transcript = &starts;
   PlayWav(-1, 0, 0);
   PlayWav(256, 0, 0);
   EXPECT_EQ(VoiceCount, 0);
   EXPECT_EQ(Render(1), Samples({0}));
+  EXPECT_TRUE(starts.starts.empty());
   EXPECT_EQ(log, std::vector<Text>({u"loadwav: -1 > cancelled", u"loadwav: 256 > cancelled"}));
   CourseMode = true;
   PlayWav(256, 0, 0);
