@@ -52,17 +52,17 @@ Place MessagePlace() {
 
 // Once it has stood for its second, a message is eaten from its head, more of it in each frame.
 void DrawMessage() {
-  if (!messageUp) return;
+  if (!message.up) return;
   const Place place = MessagePlace();
-  DrawText(place.x, place.y, messageText, 0);
-  const int32_t ms = platform::Elapsed(platform::Now(), messageTime) - kMessageStands;
+  DrawText(place.x, place.y, message.text, 0);
+  const int32_t ms = platform::Elapsed(platform::Now(), message.time) - kMessageStands;
   if (ms < 0) return;
   // Character n counted from 1 becomes the first; there is no character 0, so the first tenth leaves it
   // whole.
   if (const int32_t n = ms / 100; n > 1) {
-    messageText.erase(0, static_cast<size_t>(n - 1));
+    message.text.erase(0, static_cast<size_t>(n - 1));
   }
-  messageUp = !messageText.empty();
+  message.up = !message.text.empty();
 }
 
 void DrawFrameRate() {

@@ -34,7 +34,7 @@ void StartFade(uint8_t state, uint8_t leaving) {
 
 // Waits out the message "R E A D Y ?". Any message posted meanwhile prolongs the wait by its own second.
 void PreRoll() {
-  while (platform::Elapsed(platform::Now(), messageTime) < kReadyMs && !PlayEnd) {
+  while (platform::Elapsed(platform::Now(), message.time) < kReadyMs && !PlayEnd) {
     playStart = platform::Now();
     PlayFrame(0);
     PlayTick();

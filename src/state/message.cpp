@@ -6,15 +6,13 @@
 namespace qlm {
 
 void ShowMessage(TextView text) {
-  messageUp = true;
-  messageTime = platform::Now();
-  messageText = text;
+  message.up = true;
+  message.time = platform::Now();
+  message.text = text;
 }
 
 void ResetMessage() {
-  messageUp = false;
-  messageTime = 0;
-  messageText.clear();
+  message = {};
   loadNotice.clear();
 }
 

@@ -7,9 +7,12 @@
 
 namespace qlm {
 
-inline bool messageUp = false;
-inline uint32_t messageTime = 0;  // clock at which it was posted
-inline Text messageText;
+struct ScreenMessage {
+  bool up = false;
+  uint32_t time = 0;  // clock at which it was posted
+  Text text;
+};
+inline ScreenMessage message;
 
 // What a load has to tell; it is shown when the play begins. Empty when all went well.
 inline Text loadNotice;

@@ -176,7 +176,7 @@ TEST_F(MemoryTest, TitlePicturesCountToo) {
   LoadBudget = 1;
   LoadStage(WriteData(u"song\\s.bmp", Bmp(600, 600)));  // 1,440,000 bytes of pixels
   EXPECT_EQ(DDStage, nullptr);
-  EXPECT_EQ(messageText, u"over the load budget of 1 MiB: s.bmp");
+  EXPECT_EQ(message.text, u"over the load budget of 1 MiB: s.bmp");
   EXPECT_EQ(StageW, 640);
 }
 
@@ -189,7 +189,7 @@ TEST_F(MemoryTest, AChartOfMoreThan256MiBIsRefused) {
   EXPECT_EQ(BMSLoad(path), -1);
   FailAllocationsAbove(kPlenty);
   EXPECT_EQ(CountLogged(u"chart of more than 256 MiB refused: chart.bms"), 1);
-  EXPECT_EQ(messageText, u"chart of more than 256 MiB refused: chart.bms");
+  EXPECT_EQ(message.text, u"chart of more than 256 MiB refused: chart.bms");
   EXPECT_FALSE(Logged(u"[BMSRead] chart.bms"));
 }
 

@@ -43,7 +43,7 @@ TEST_F(Bga, LoadingTellsOfTheSlotItsSizeAndTheTime) {
   ASSERT_TRUE(BmpSurface[0x1A]);
   EXPECT_EQ(BmpRect[0x1A], (Rect{0, 0, 5, 3}));
   EXPECT_EQ(BmpHeldName[0x1A], BmpFile[0x1A]);
-  EXPECT_EQ(messageText, u"BGA LOAD: 1A (in 0ms)");
+  EXPECT_EQ(message.text, u"BGA LOAD: 1A (in 0ms)");
   ASSERT_EQ(log.size(), 3U);
   EXPECT_EQ(log[0], Join(u"[LoadBitmap] : ", BmpFile[0x1A]));
   EXPECT_EQ(log[2], u"BGA1A: 5x3 on ??? (in 0ms)");
@@ -128,11 +128,11 @@ TEST_F(Bga, OnlyALoadIsShownAndLogged) {
   BgaLoad(1);  // the chart names none
   BmpFile[2] = BmpHeldName[2] = u"\\two.bmp";
   BgaLoad(2);
-  EXPECT_FALSE(messageUp);
+  EXPECT_FALSE(message.up);
   EXPECT_TRUE(log.empty());
   BmpFile[3] = u"\\nowhere\\three.bmp";
   BgaLoad(3);
-  EXPECT_EQ(messageText, u"BGA LOAD: 3 (in 0ms)");
+  EXPECT_EQ(message.text, u"BGA LOAD: 3 (in 0ms)");
 }
 
 TEST_F(Bga, SlotsOutsideTheTableArePassedOver) {

@@ -98,7 +98,7 @@ TEST_F(Present, QuietLeavesOutMessageAndFrameRate) {
   EXPECT_EQ(Shown(310), u"");
   platform::UseVirtualClock(1'009'000);
   PresentFrame(false, true);
-  EXPECT_EQ(messageText, u"hello");
+  EXPECT_EQ(message.text, u"hello");
 }
 
 TEST_F(Present, AMessageStandsWholeForASecondAndATenth) {
@@ -106,7 +106,7 @@ TEST_F(Present, AMessageStandsWholeForASecondAndATenth) {
   for (const uint32_t ms : {0U, 999U, 1000U, 1199U}) {
     platform::UseVirtualClock(1'000'000 + ms);
     PresentFrame();
-    EXPECT_EQ(messageText, u"0123456789") << ms;
+    EXPECT_EQ(message.text, u"0123456789") << ms;
   }
 }
 
@@ -115,24 +115,24 @@ TEST_F(Present, ThenItLosesItsHeadFasterAndFaster) {
   platform::UseVirtualClock(1'001'200);  // from character 2 on
   PresentFrame();
   EXPECT_EQ(Shown(0), u"0123456789");  // this frame still showed it whole
-  EXPECT_EQ(messageText, u"123456789");
+  EXPECT_EQ(message.text, u"123456789");
   PresentFrame();
-  EXPECT_EQ(messageText, u"23456789");
+  EXPECT_EQ(message.text, u"23456789");
   platform::UseVirtualClock(1'001'499);  // from character 4 on
   PresentFrame();
-  EXPECT_EQ(messageText, u"56789");
+  EXPECT_EQ(message.text, u"56789");
   platform::UseVirtualClock(1'002'000);  // from character 10 on
-  EXPECT_TRUE(messageUp);
+  EXPECT_TRUE(message.up);
   PresentFrame();
-  EXPECT_EQ(messageText, u"");
-  EXPECT_FALSE(messageUp);
+  EXPECT_EQ(message.text, u"");
+  EXPECT_FALSE(message.up);
 }
 
 TEST_F(Present, ThirtyCharactersVanishWellBeforeThreeSecondsAreOver) {
   platform::SetFrameClock([](uint32_t now) { return now + 17; });
   ShowMessage(Text(30, u'x'));
-  while (messageUp) PresentFrame();
-  EXPECT_LT(platform::Elapsed(platform::Now(), messageTime), 1600);
+  while (message.up) PresentFrame();
+  EXPECT_LT(platform::Elapsed(platform::Now(), message.time), 1600);
 }
 
 TEST_F(Present, TheFrameRateStandsOneFontHeightAboveTheLastRow) {
@@ -265,7 +265,7 @@ TEST_F(Present, GoesOnWithoutSurfaces) {
   PresentFrame();
   EXPECT_EQ(steps, std::vector<Text>{u"pump"});
   EXPECT_EQ(DDBack, nullptr);
-  EXPECT_TRUE(messageUp);
+  EXPECT_TRUE(message.up);
 }
 
 TEST_F(Present, AFrameThatNobodySeesRestsInsteadOfWaitingForTheBlank) {

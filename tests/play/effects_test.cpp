@@ -40,7 +40,7 @@ TEST_F(EffectsTest, TempoDownFallsFromDoubleSpeedToAStandstill) {
   TickAt(0);
   EXPECT_FLOAT_EQ(RealHiSpeed, 2);
   EXPECT_FLOAT_EQ(curBPM, 200);
-  EXPECT_EQ(messageText, u"< T E M P O D O W N [2.0] >");
+  EXPECT_EQ(message.text, u"< T E M P O D O W N [2.0] >");
   TickAt(1000);
   EXPECT_FLOAT_EQ(RealHiSpeed, 1.5F);
   TickAt(2000);
@@ -49,7 +49,7 @@ TEST_F(EffectsTest, TempoDownFallsFromDoubleSpeedToAStandstill) {
   EXPECT_FLOAT_EQ(RealHiSpeed, 0);
   EXPECT_FLOAT_EQ(curBPM, 0);
   EXPECT_EQ(AttackKind, kAttackTempoDown);
-  EXPECT_EQ(messageText, u"< T E M P O D O W N [0.0] >");
+  EXPECT_EQ(message.text, u"< T E M P O D O W N [0.0] >");
 }
 
 TEST_F(EffectsTest, TempoDownEndsWithATempoBelowZeroForOneTick) {
@@ -66,7 +66,7 @@ TEST_F(EffectsTest, TempoUpRisesFromHalfTheSpeed) {
   Strike(kAttackTempoUp);
   TickAt(0);
   EXPECT_FLOAT_EQ(RealHiSpeed, 0.5F);
-  EXPECT_EQ(messageText, u"< T E M P O U P [0.5] >");
+  EXPECT_EQ(message.text, u"< T E M P O U P [0.5] >");
   TickAt(4000);
   EXPECT_FLOAT_EQ(RealHiSpeed, 2.5F);
   EXPECT_EQ(AttackKind, kAttackTempoUp);
@@ -99,7 +99,7 @@ TEST_F(EffectsTest, SpeedUpGrowsFromTheScrollFactor) {
   TickAt(4000);
   EXPECT_FLOAT_EQ(HiSpeed, 4);
   EXPECT_FLOAT_EQ(RealHiSpeed, 1);
-  EXPECT_EQ(messageText, u"< S P E E D U P [4.0] >");
+  EXPECT_EQ(message.text, u"< S P E E D U P [4.0] >");
   TickAt(8000);
   EXPECT_FLOAT_EQ(HiSpeed, 6);
   EXPECT_EQ(AttackKind, kAttackSpeedUp);
@@ -131,7 +131,7 @@ TEST_F(EffectsTest, ShuffleThrowsForTenSeconds) {
   playPos = 0;
   TickAt(10'000);
   EXPECT_EQ(note.channel, 19);
-  EXPECT_EQ(messageText, u"< S H F F U L E ! >");
+  EXPECT_EQ(message.text, u"< S H F F U L E ! >");
   EXPECT_EQ(AttackKind, kAttackShuffle);
   TickAt(10'001);
   EXPECT_EQ(AttackKind, kAttackRecovering);
@@ -183,7 +183,7 @@ TEST_F(EffectsTest, BreakStallsForASecondWithoutAFailure) {
   EXPECT_TRUE(WavWasPlaying[1]);
   EXPECT_FALSE(SystemSound[14]->Playing());
   EXPECT_FLOAT_EQ(savedBPM, 100);
-  EXPECT_EQ(messageText, u"< B R E A K >");
+  EXPECT_EQ(message.text, u"< B R E A K >");
   TickAt(600);
   EXPECT_EQ(BreakStart, kStart + 500);
   const double stood = playPos;

@@ -207,16 +207,16 @@ TEST_F(PlayInput, F1AndF2TurnTheTurntables) {
   ProcessKey_Play(59);
   EXPECT_TRUE(SCRATCH1P);
   EXPECT_FALSE(SCRATCH2P);
-  EXPECT_EQ(messageText, u"1P SCRATCH: Right");
+  EXPECT_EQ(message.text, u"1P SCRATCH: Right");
   ProcessKey_Play(59);
   EXPECT_FALSE(SCRATCH1P);
-  EXPECT_EQ(messageText, u"1P SCRATCH: Left");
+  EXPECT_EQ(message.text, u"1P SCRATCH: Left");
   ProcessKey_Play(60);
   EXPECT_TRUE(SCRATCH2P);
-  EXPECT_EQ(messageText, u"2P SCRATCH: Right");
+  EXPECT_EQ(message.text, u"2P SCRATCH: Right");
   ProcessKey_Play(60);
   EXPECT_FALSE(SCRATCH2P);
-  EXPECT_EQ(messageText, u"2P SCRATCH: Left");
+  EXPECT_EQ(message.text, u"2P SCRATCH: Left");
 }
 
 TEST_F(PlayInput, F1MovesTheLanesOfTheSkin) {
@@ -234,7 +234,7 @@ TEST_F(SettingKeys, SleepGoesFrom0To15) {
   Sleep = 14;
   ProcessKey_Settings(kUp);
   EXPECT_EQ(Sleep, 15);
-  EXPECT_EQ(messageText, u"[1,2] Sleep: 15 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[1,2] Sleep: 15 (1:Down/2:Up)");
   ProcessKey_Settings(kUp);
   EXPECT_EQ(Sleep, 15);
   Sleep = 1;
@@ -242,7 +242,7 @@ TEST_F(SettingKeys, SleepGoesFrom0To15) {
   EXPECT_EQ(Sleep, 0);
   ProcessKey_Settings(kDown);
   EXPECT_EQ(Sleep, 0);
-  EXPECT_EQ(messageText, u"[1,2] Sleep: 0 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[1,2] Sleep: 0 (1:Down/2:Up)");
 }
 
 TEST_F(SettingKeys, ASleepFromOutsideItsRangeComesBackIntoIt) {
@@ -265,14 +265,14 @@ TEST_F(SettingKeys, HiSpeedFallsByHalvesThenByQuartersToTheRandomOne) {
     EXPECT_EQ(HiSpeed, expected);
     EXPECT_FALSE(RandomHiSpeed) << expected;
   }
-  EXPECT_EQ(messageText, u"[4+1,2] HiSpeed: 0.5 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[4+1,2] HiSpeed: 0.5 (1:Down/2:Up)");
   PressWith(kKey4, kDown);
   EXPECT_EQ(HiSpeed, 0);
   EXPECT_TRUE(RandomHiSpeed);
   PressWith(kKey4, kDown);
   EXPECT_EQ(HiSpeed, 0);
   EXPECT_TRUE(RandomHiSpeed);
-  EXPECT_EQ(messageText, u"[4+1,2] HiSpeed: 0 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[4+1,2] HiSpeed: 0 (1:Down/2:Up)");
 }
 
 TEST_F(SettingKeys, HiSpeedRisesByQuartersThenByHalvesWithoutALimit) {
@@ -302,7 +302,7 @@ TEST_F(SettingKeys, BothKeysWith4HeldLinkTheSpeedToTheCombo) {
   ProcessKey_Settings(kUp);
   EXPECT_TRUE(ComboHiSpeed);
   EXPECT_EQ(HiSpeed, 0.75F);
-  EXPECT_EQ(messageText, u"COMBO-LINKED HISPEED MODE!");
+  EXPECT_EQ(message.text, u"COMBO-LINKED HISPEED MODE!");
   PressWith(kKey4, kUp);
   EXPECT_FALSE(ComboHiSpeed) << "until the next change by key";
   EXPECT_EQ(HiSpeed, 1);
@@ -317,7 +317,7 @@ TEST_F(SettingKeys, RealHiSpeedGoesInTwentiethsFromAQuarterTo3) {
   EXPECT_EQ(RealHiSpeed, 3);
   PressWith(kKey3, kUp);
   EXPECT_EQ(RealHiSpeed, 3);
-  EXPECT_EQ(messageText, u"[3+1,2] Real HiSpeed: 3 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[3+1,2] Real HiSpeed: 3 (1:Down/2:Up)");
   RealHiSpeed = 0.35F;
   PressWith(kKey3, kDown);
   EXPECT_EQ(RealHiSpeed, 0.3F);
@@ -357,7 +357,7 @@ TEST_F(SettingKeys, RealHiSpeedAtItsLowestStillSetsTheTempoLocksTheRankAndTells)
   EXPECT_EQ(RealHiSpeed, 0.25F);
   EXPECT_FLOAT_EQ(curBPM, 250);
   EXPECT_TRUE(RankLocked);
-  EXPECT_EQ(messageText, u"[3+1,2] Real HiSpeed: 0.25 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[3+1,2] Real HiSpeed: 0.25 (1:Down/2:Up)");
 }
 
 TEST_F(SettingKeys, RealHiSpeedFallsBackToTheTempoOfTheStart) {
@@ -379,9 +379,9 @@ TEST_F(SettingKeys, Keys3And4TellTheirSpeeds) {
   RealHiSpeed = 1.05F;
   HiSpeed = 2.5F;
   ProcessKey_Settings(kKey3);
-  EXPECT_EQ(messageText, u"[3] Real HiSpeed: 1.05 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[3] Real HiSpeed: 1.05 (1:Down/2:Up)");
   ProcessKey_Settings(kKey4);
-  EXPECT_EQ(messageText, u"[4] HiSpeed: 2.5 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[4] HiSpeed: 2.5 (1:Down/2:Up)");
 }
 
 TEST_F(SettingKeys, TheKeysThatTickAreToldFromThoseThatDoNot) {
@@ -401,11 +401,11 @@ TEST_F(SettingKeys, Key5ShowsAndHidesThePictures) {
   ProcessKey_Settings(6);
   EXPECT_FALSE(ShowBGA);
   EXPECT_TRUE(NoBGA);
-  EXPECT_EQ(messageText, u"[5] BGA: Off");
+  EXPECT_EQ(message.text, u"[5] BGA: Off");
   ProcessKey_Settings(6);
   EXPECT_TRUE(ShowBGA);
   EXPECT_FALSE(NoBGA);
-  EXPECT_EQ(messageText, u"[5] BGA: On");
+  EXPECT_EQ(message.text, u"[5] BGA: On");
 }
 
 TEST_F(SettingKeys, F7TogglesThePreviewAndEndsAPlay) {
@@ -413,21 +413,21 @@ TEST_F(SettingKeys, F7TogglesThePreviewAndEndsAPlay) {
   ProcessKey_Settings(65);
   EXPECT_EQ(BMSPreview, 0);
   EXPECT_TRUE(PlayEnd);
-  EXPECT_EQ(messageText, u"[F7] BMS Preview: Off");
+  EXPECT_EQ(message.text, u"[F7] BMS Preview: Off");
   ProcessKey_Settings(65);
   EXPECT_EQ(BMSPreview, 1);
-  EXPECT_EQ(messageText, u"[F7] BMS Preview: On");
+  EXPECT_EQ(message.text, u"[F7] BMS Preview: On");
 }
 
 TEST_F(SettingKeys, F8HandsThePlayToTheMachineAndLocksTheRank) {
   ProcessKey_Settings(66);
   EXPECT_TRUE(DEMOMode);
   EXPECT_TRUE(RankLocked);
-  EXPECT_EQ(messageText, u"[F8] DEMO: On");
+  EXPECT_EQ(message.text, u"[F8] DEMO: On");
   ProcessKey_Settings(66);
   EXPECT_FALSE(DEMOMode);
   EXPECT_TRUE(RankLocked);
-  EXPECT_EQ(messageText, u"[F8] DEMO: Off");
+  EXPECT_EQ(message.text, u"[F8] DEMO: Off");
 }
 
 TEST_F(SettingKeys, F8ShowsAndTakesAwayTheMarkOfTheMachine) {
@@ -445,11 +445,11 @@ TEST_F(SettingKeys, F9TakesTheNextSkinThatFitsTheMode) {
   SkinIndex = 0;
   ProcessKey_Settings(67);
   EXPECT_EQ(SkinIndex, 2);
-  EXPECT_EQ(messageText, u"Skin Change: any");
+  EXPECT_EQ(message.text, u"Skin Change: any");
   EXPECT_TRUE(Logged(u"SKINCHANGE:any"));
   ProcessKey_Settings(67);
   EXPECT_EQ(SkinIndex, 0) << "behind the last comes the first";
-  EXPECT_EQ(messageText, u"Skin Change: one");
+  EXPECT_EQ(message.text, u"Skin Change: one");
   HdrPlayer = 3;
   ProcessKey_Settings(67);
   EXPECT_EQ(SkinIndex, 1);
@@ -460,17 +460,17 @@ TEST_F(SettingKeys, F9TakesTheNextSkinThatFitsTheMode) {
 
 TEST_F(SettingKeys, F9LooksAtEachSkinOnce) {
   ProcessKey_Settings(67);  // without any
-  EXPECT_FALSE(messageUp);
+  EXPECT_FALSE(message.up);
   skinList = {{.path = u"\\a.brd", .title = u"one", .forAny = false, .for1P = true},
               {.path = u"\\b.brd", .title = u"too", .forAny = false, .for1P = true}};
   SkinIndex = 1;
   HdrPlayer = 2;
   ProcessKey_Settings(67);
   EXPECT_EQ(SkinIndex, 1);
-  EXPECT_FALSE(messageUp);
+  EXPECT_FALSE(message.up);
   skinList[1].for2P = true;
   ProcessKey_Settings(67);
-  EXPECT_EQ(messageText, u"Skin Change: too") << "the one in use comes last";
+  EXPECT_EQ(message.text, u"Skin Change: too") << "the one in use comes last";
 }
 
 TEST_F(SettingKeys, F9BeginsAnewWhereTheIndexLiesOutside) {
@@ -490,17 +490,17 @@ TEST_F(SettingKeys, F10TogglesTheEchoAndEmptiesWhatItHad) {
   EXPECT_TRUE(EchoEnabled);
   EXPECT_EQ(EchoCount, 0);
   EXPECT_EQ(EchoBuffer[1][3], nullptr);
-  EXPECT_EQ(messageText, u"EFFECT: ECHO");
+  EXPECT_EQ(message.text, u"EFFECT: ECHO");
   ProcessKey_Settings(68);
   EXPECT_FALSE(EchoEnabled);
-  EXPECT_EQ(messageText, u"EFFECT: NONE");
+  EXPECT_EQ(message.text, u"EFFECT: NONE");
 }
 
 TEST_F(SettingKeys, F11GoesRoundTheDrawLimits) {
   DRAWLIMIT = 1;
   ProcessKey_Settings(87);
   EXPECT_EQ(DRAWLIMIT, 2);
-  EXPECT_EQ(messageText, u"Draw Limit : 2");
+  EXPECT_EQ(message.text, u"Draw Limit : 2");
   ProcessKey_Settings(87);
   EXPECT_EQ(DRAWLIMIT, 3);
   ProcessKey_Settings(87);
@@ -523,7 +523,7 @@ TEST_F(SettingKeys, Pad9AttacksOneself) {
 TEST_F(SettingKeys, TheOtherKeysOfThePadDoNothingOutsideABattle) {
   for (const int32_t key : {82, 79, 80, 81, 75}) ProcessKey_Settings(key);
   EXPECT_EQ(AttackKind, 255);
-  EXPECT_FALSE(messageUp);
+  EXPECT_FALSE(message.up);
 }
 
 TEST_F(SettingKeys, TwentyPressesCrossTheWholeVolume) {
@@ -531,26 +531,26 @@ TEST_F(SettingKeys, TwentyPressesCrossTheWholeVolume) {
   ProcessKey_Settings(9);
   ASSERT_TRUE(GetVolume(value));
   EXPECT_EQ(value, 65535) << "at the top another press leaves it there";
-  EXPECT_EQ(messageText, u"Volume: 65535/65535");
+  EXPECT_EQ(message.text, u"Volume: 65535/65535");
   ProcessKey_Settings(8);
-  EXPECT_EQ(messageText, u"Volume: 62259/65535");  // 65535 - 3276
+  EXPECT_EQ(message.text, u"Volume: 62259/65535");  // 65535 - 3276
   for (int press = 2; press <= 20; ++press) ProcessKey_Settings(8);
-  EXPECT_EQ(messageText, u"Volume: 15/65535");
+  EXPECT_EQ(message.text, u"Volume: 15/65535");
   ProcessKey_Settings(8);
   ASSERT_TRUE(GetVolume(value));
   EXPECT_EQ(value, 0);
   ProcessKey_Settings(8);
-  EXPECT_EQ(messageText, u"Volume: 0/65535");
+  EXPECT_EQ(message.text, u"Volume: 0/65535");
   EXPECT_EQ(MixerValue, 0);
   ProcessKey_Settings(9);
-  EXPECT_EQ(messageText, u"Volume: 3276/65535");
+  EXPECT_EQ(message.text, u"Volume: 3276/65535");
 }
 
 TEST_F(SettingKeys, WithoutASoundDeviceTheVolumeThatWasHeldLastIsShown) {
   ProcessKey_Settings(8);
   platform::CloseSoundDevice();
   ProcessKey_Settings(8);
-  EXPECT_EQ(messageText, u"Volume: 62259/65535");
+  EXPECT_EQ(message.text, u"Volume: 62259/65535");
   int32_t value = 5;
   EXPECT_FALSE(GetVolume(value));
   EXPECT_FALSE(SetVolume(7));

@@ -44,7 +44,7 @@ TEST_F(LoopTest, ChartBeginsBehindTheReadyMessage) {
   bool ready = true;
   RunFrames(10, [&](int32_t ms) {
     if (ms >= 1000) return;
-    ready = ready && messageText == u"R E A D Y ?" && objCursor == 0 && PlayAlive &&
+    ready = ready && message.text == u"R E A D Y ?" && objCursor == 0 && PlayAlive &&
             !platform::TimerArmed(platform::kTimerPlay) && playStart == platform::Now();
   });
   PlayLoop();
@@ -63,8 +63,8 @@ TEST_F(LoopTest, ASpeedOfNothingIsToldWithTheKeyThatMendsIt) {
   Text before;
   Text seen;
   RunFrames(10, [&](int32_t ms) {
-    if (ms == 990) before = messageText;
-    if (ms == 1010) seen = messageText;
+    if (ms == 990) before = message.text;
+    if (ms == 1010) seen = message.text;
     if (ms >= 1010) PlayEnd = true;
   });
   PlayLoop();
@@ -77,7 +77,7 @@ TEST_F(LoopTest, WhatTheLoadHadToTellIsShownWhenThePlayBegins) {
   loadNotice = u"over the load budget of 1 MiB: a.wav";
   Text seen;
   RunFrames(10, [&](int32_t ms) {
-    if (ms == 1010) seen = messageText;
+    if (ms == 1010) seen = message.text;
     if (ms >= 1010) PlayEnd = true;
   });
   PlayLoop();

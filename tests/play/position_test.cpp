@@ -77,7 +77,7 @@ TEST_F(PositionTest, OffsetDriftsByUpToHalfAUnit) {
 TEST_F(PositionTest, TempoChangeIsShownAndLogged) {
   RealHiSpeed = 1.5F;
   SetBPM(130.5F);
-  EXPECT_EQ(messageText, u"BPM CHANGE : 130.5");
+  EXPECT_EQ(message.text, u"BPM CHANGE : 130.5");
   EXPECT_TRUE(Logged(u"BPM->195.75 ( 130.5 * 1.5 )"));
   EXPECT_FLOAT_EQ(curBPM, 195.75F);
 }

@@ -66,7 +66,7 @@ TEST_F(PreviewTest, SoundsOfTheFirstBeatAreLoaded) {
 TEST_F(PreviewTest, PathIsShown) {
   songList[0].path = u"\\nowhere\\none.bms";
   StartPreview();
-  EXPECT_EQ(messageText, u"load:\\nowhere\\none.bms");
+  EXPECT_EQ(message.text, u"load:\\nowhere\\none.bms");
 }
 
 TEST_F(PreviewTest, ChartPlaysItselfWithoutFrames) {
@@ -95,7 +95,7 @@ TEST_F(PreviewTest, EndsWithTheChart) {
   StartPreview();
   Tick(5000);
   EXPECT_FALSE(Running());
-  EXPECT_EQ(messageText, u"PLAY STOP");
+  EXPECT_EQ(message.text, u"PLAY STOP");
   EXPECT_FALSE(PlayAlive);
   EXPECT_FALSE(PlayKeySound);
   EXPECT_TRUE(UserPlay);

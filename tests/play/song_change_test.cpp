@@ -60,7 +60,7 @@ TEST_F(SongChangeTest, HeaderOfTheSongIsTaken) {
 
 TEST_F(SongChangeTest, SongIsAnnounced) {
   ChangeSong(1);
-  EXPECT_EQ(messageText, u"Song: [2] Second / Quill");
+  EXPECT_EQ(message.text, u"Song: [2] Second / Quill");
 }
 
 TEST_F(SongChangeTest, MarqueeHasItsGap) {

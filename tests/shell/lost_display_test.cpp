@@ -112,7 +112,7 @@ TEST_F(LostDisplayInAPlay, ReadsTheSkinAnewIntoEmptyTablesWhenItComesBack) {
 TEST_F(LostDisplayInAPlay, InThePreRollPausesItAndProlongsIt) {
   std::vector<Text> messages;
   PlayWithoutDisplay(300, 500, [&](int32_t ms) {
-    if (ms == 300 || ms == 310 || ms == 510) messages.push_back(messageText);
+    if (ms == 300 || ms == 310 || ms == 510) messages.push_back(message.text);
   });
   // The tempo's message of the pause and that of the resume prolong it by their own seconds.
   EXPECT_EQ(messages, (std::vector<Text>{u"R E A D Y ?", u"BPM CHANGE : 0", u"BPM CHANGE : 1250"}));

@@ -134,7 +134,7 @@ TEST_F(MainFormTest, UnmappedAndImpossibleKeysDoNothing) {
     ButtonUp(key);
   }
   for (const bool down : LaneDown) EXPECT_FALSE(down);
-  EXPECT_FALSE(messageUp);
+  EXPECT_FALSE(message.up);
 }
 
 TEST_F(MainFormTest, MenuMeaningsStandForKeys) {
@@ -283,12 +283,12 @@ TEST_F(MainFormTest, Holding4AndPressing1Then2LinksTheSpeedToTheCombo) {
   GameState = kStatePlay;
   HiSpeed = 1;
   DispatchKey(5, true);
-  EXPECT_EQ(messageText, u"[4] HiSpeed: 1 (1:Down/2:Up)");
+  EXPECT_EQ(message.text, u"[4] HiSpeed: 1 (1:Down/2:Up)");
   DispatchKey(2, true);
   EXPECT_FALSE(ComboHiSpeed);
   DispatchKey(3, true);
   EXPECT_TRUE(ComboHiSpeed);
-  EXPECT_EQ(messageText, u"COMBO-LINKED HISPEED MODE!");
+  EXPECT_EQ(message.text, u"COMBO-LINKED HISPEED MODE!");
   DispatchKey(2, false);
   DispatchKey(2, true);
   EXPECT_TRUE(ComboHiSpeed) << "the key 2 is held still";

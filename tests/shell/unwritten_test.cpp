@@ -16,17 +16,17 @@ TEST_F(UnwrittenTest, OnceOnTheScreenAndOnTheTerminal) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "quillmarch: " + SystemFolder() +
                 "/_qlmfiles/once.txt cannot be written; is the disk full, or the folder read-only?\n");
-  EXPECT_TRUE(messageUp);
-  EXPECT_EQ(messageText, u"once.txt cannot be written");
+  EXPECT_TRUE(message.up);
+  EXPECT_EQ(message.text, u"once.txt cannot be written");
 
   ResetMessage();
   testing::internal::CaptureStderr();
   ReportUnwritten(DataPath(u"once.txt"));
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-  EXPECT_FALSE(messageUp);
+  EXPECT_FALSE(message.up);
 
   ReportUnwritten(DataPath(u"other.txt"));
-  EXPECT_EQ(messageText, u"other.txt cannot be written");
+  EXPECT_EQ(message.text, u"other.txt cannot be written");
 }
 
 }  // namespace

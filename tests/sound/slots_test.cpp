@@ -34,7 +34,7 @@ TEST_F(SoundSlots, ALoadFillsTheSlotAndTellsOfIt) {
   const Text path = NameSound(31, u"kick.wav", Samples(11025, 1), 22050);
   loadwav(31);
   EXPECT_EQ(log, std::vector<Text>({u"loadwav: 31", u"CreateSndBuf:kick.wav", u"> complete in 0 ms"}));
-  EXPECT_EQ(messageText, u"WAV LOAD: 1F (in 0ms)");
+  EXPECT_EQ(message.text, u"WAV LOAD: 1F (in 0ms)");
   EXPECT_EQ(WavHeldName[31], path);
   EXPECT_EQ(WavLoaded[31], 255);
   EXPECT_EQ(WavFrequency[31], 22050);
@@ -189,7 +189,7 @@ TEST_F(SoundSlots, AFormatThatFailsIsLoggedWithItsNumber) {
   EXPECT_EQ(WavLoaded[1], 0);
   EXPECT_EQ(WavHeldName[1], WavFile[1]);
   EXPECT_EQ(WavBuffer[1], nullptr);
-  EXPECT_FALSE(messageUp);
+  EXPECT_FALSE(message.up);
   log.clear();
   loadwav(1);
   EXPECT_EQ(log, std::vector<Text>({u"loadwav: 1 > cancelled"}));
