@@ -277,7 +277,12 @@ std::vector<SDL_Event> RunUntilClosed(BoxWindow& window) {
   window.Show();
   while (true) {
     SDL_Event event;
-    if (SDL_WaitEventTimeout(&event, 50) == 0) continue;
+    // Not by the library's own wait: that wakes itself by messages to the window, and one that comes behind
+    // the window's end is an error that ends the program.
+    if (SDL_PollEvent(&event) == 0) {
+      SDL_Delay(10);
+      continue;
+    }
     if (!BelongsTo(window.Number(), event)) {
       others.push_back(event);
       if (event.type == SDL_QUIT) return others;
