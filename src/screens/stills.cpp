@@ -16,6 +16,7 @@ void RestorePictures() {
   if (GameState != kStatePlay && GameState != kStateResults) {
     LoadSS();
   } else if (PlayAlive) {
+    // Quirk: a play that its player had paused goes on too.
     BMSResume();
   }
 }

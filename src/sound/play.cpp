@@ -123,6 +123,8 @@ void ReleaseDS() {
   platform::CloseSoundDevice();
 }
 
+// Quirk: a slot outside the tables, such as that of a lane without a sound, goes through all steps: it writes
+// a line to the log, takes four places of the queue of echoes, and sounds nothing.
 void PlayWav(int32_t slot, int32_t, int32_t echoStep) {
   VoiceAdd(slot);
   LoadOnDemand(slot);
