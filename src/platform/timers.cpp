@@ -15,8 +15,8 @@ struct Timer {
   void (*callback)() = nullptr;
 };
 
-std::array<Timer, 4> timers = {Timer{kTimerPlay}, Timer{kTimerPreview}, Timer{kTimerNetwork99},
-                               Timer{kTimerNetwork}};
+std::array<Timer, 6> timers = {Timer{kTimerPlay},    Timer{kTimerPreview},     Timer{kTimerNetwork99},
+                               Timer{kTimerNetwork}, Timer{kTimerPlayCurSong}, Timer{kTimerRunFESub}};
 
 Timer* FindTimer(int id) {
   for (Timer& timer : timers) {

@@ -10,6 +10,8 @@ constexpr int kTimerPlay = 2;
 constexpr int kTimerPreview = 5;
 constexpr int kTimerNetwork99 = 99;
 constexpr int kTimerNetwork = 100;
+constexpr int kTimerPlayCurSong = 101;  // the wait before a preview
+constexpr int kTimerRunFESub = 102;     // what a decision leads to
 
 // Arms timer `id`, anew if it runs already. Its first call is due `milliseconds` from now.
 void SetTimer(int id, uint32_t milliseconds, void (*callback)());

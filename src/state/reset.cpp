@@ -14,6 +14,7 @@
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/skin.h"
+#include "state/song_select.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
@@ -26,6 +27,7 @@ void ResetState() {
   ResetOptions();
   ResetChart();
   ResetLists();
+  ResetSongSelect();
   ResetCourses();
   ResetTimeline();
   ResetSession();

@@ -11,10 +11,11 @@ void ResetSession() {
   PlayEnd = PlayAlive = PlayFailed = PlayCleared = RankLocked = Paused = BreakActive = false;
   PlayFailedTime = BreakStart = EscStart = AttackStart = 0;
   savedBPM = 0;
-  EscHeld = EndlessRun = PreviewActive = EchoEnabled = BattleActive = false;
+  EscHeld = EndlessRun = EchoEnabled = BattleActive = false;
+  PreviewActive = previewRunning = previewStop = false;
   AttackKind = kAttackNone;
   ReturnState = 0;
-  WindowActive = true;
+  formRunning = WindowActive = true;
   playedEchoes = 0;
   LanesState = 0;
 }
