@@ -1,0 +1,76 @@
+// Changes of the row in hand.
+#include "screens/list_cursor.h"
+
+#include <algorithm>
+
+#include "files/scores.h"
+#include "graphics/bga.h"
+#include "library/title_split.h"
+#include "platform/clock.h"
+#include "platform/timers.h"
+#include "play/preview.h"
+#include "sound/play.h"
+#include "state/chart.h"
+#include "state/courses.h"
+#include "state/lists.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/song_select.h"
+#include "state/timeline.h"
+
+namespace qlm {
+namespace {
+
+// The panel takes 0 for "no chart is loaded yet".
+void ForgetLoadedChart() {
+  curBPM = 0;
+  TotalNotes = {};
+}
+
+void WrapCursor() {
+  const int32_t rows = lastSong + 1;
+  listCursor = (listCursor % rows + rows) % rows;
+}
+
+}  // namespace
+
+void MoveListCursor(int32_t rows) {
+  if (lastSong < 0) return;
+  listCursor += rows;
+  songSelect.listScroll -= static_cast<float>(rows);
+  chexec();
+}
+
+void chexec() {
+  if (lastSong < 0) return;
+  const uint32_t now = platform::Now();
+  numsongs = 0;
+  songSelect.repeatLast = now;
+  ReleaseStage();
+  songSelect.rowCursorTime = now;
+  PlaySE(SE::kCursor);
+  previewStop = true;
+  ForgetLoadedChart();
+  WrapCursor();
+  const SongEntry& row = songList[static_cast<size_t>(listCursor)];
+  if (CourseMode && !songSelect.courseMaking) {
+    CourseSongs.clear();
+    songSelect.courseName = row.title;
+  }
+  const SplitTitle title = SplitTitleOf(row.title);
+  songSelect.titleMain = title.main;
+  songSelect.titleSub = title.sub;
+  LoadScoreDat();
+  RestartPreviewTimer();
+}
+
+void RestartPreviewTimer() {
+  platform::SetTimer(platform::kTimerPlayCurSong, static_cast<uint32_t>(std::max(PreviewDelay, 1)), [] {
+    StopPreviewTimer();
+    StartPreview();
+  });
+}
+
+void StopPreviewTimer() { platform::KillTimer(platform::kTimerPlayCurSong); }
+
+}  // namespace qlm
