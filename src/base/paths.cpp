@@ -16,6 +16,12 @@ Text GetExtension(TextView path) {
   return UCase(name.substr(name.rfind(u'.') + 1));
 }
 
+bool HasExtension(TextView path) { return GetFileName(path).find(u'.') != TextView::npos; }
+
+Text WithExtension(TextView path, TextView extension) {
+  return Join(HasExtension(path) ? path.substr(0, path.rfind(u'.')) : path, extension);
+}
+
 Text EnsureBackslash(TextView path) { return path.ends_with(u'\\') ? Text(path) : Join(path, u"\\"); }
 
 bool FileExists(TextView path) { return platform::FileLength(path).has_value(); }

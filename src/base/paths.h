@@ -16,6 +16,10 @@ TextView GetFolder(TextView path);
 TextView GetFileName(TextView path);
 // Behind the last "." of the file name, in capitals; the whole file name when it has no dot.
 Text GetExtension(TextView path);
+// The path with what stands behind the last "." of its file name replaced, as in ".qsd"; a name without a dot
+// gets the extension behind it.
+Text WithExtension(TextView path, TextView extension);
+bool HasExtension(TextView path);
 Text EnsureBackslash(TextView path);
 
 // Whether a file's length can be asked for; a folder has none.

@@ -91,7 +91,7 @@ void BMSLoadCourse() {
 }
 
 void AbortLoad() {
-  if (LoadRunning) LoadAbort = true;
+  if (LoadRunning) LoadAbort = LoadGivenUp = true;
 }
 
 }  // namespace qlm

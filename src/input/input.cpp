@@ -78,6 +78,10 @@ void ReleaseKeyboard() {
   for (int32_t key = 0; key < kKeyJoy; ++key) DispatchKey(key, false);
 }
 
+void ReleaseInputs() {
+  for (int32_t key = 0; key <= KeyHeld.kLast; ++key) DispatchKey(key, false);
+}
+
 void ReadJoysticks() {
   const bool hadNone = JoyCount == 0;
   JoyCount = static_cast<uint8_t>(platform::PollJoysticks());

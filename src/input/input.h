@@ -17,6 +17,8 @@ void ReleaseDI();
 void DispatchKey(int32_t key, bool down);
 // The keyboard has gone to another window, which sees the keys go up: every held key is let go.
 void ReleaseKeyboard();
+// Lets go every key and every controller input that is held.
+void ReleaseInputs();
 // Polls the controllers, and dispatches each input that has changed, in ascending order. Inputs past the 64
 // of JoyStateBits, those of a third controller among them, are lost.
 void ReadJoysticks();

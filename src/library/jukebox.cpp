@@ -5,4 +5,6 @@ namespace qlm {
 
 void LoadJukeList(TextView, bool) {}
 
+void SaveJukeList(TextView, bool) {}
+
 }  // namespace qlm

@@ -5,8 +5,10 @@
 
 namespace qlm {
 
-// Replaces the active list by the rows of a list file. `quiet` leaves out the boxes that tell of a failure.
-// The reading of list files is still to come: until then the list stays as it is.
+// Replaces the active list by the rows of a list file. A missing file leaves the list as it is, one that
+// breaks off gives the rows that it holds. `quiet` leaves out the boxes that tell of either.
 void LoadJukeList(TextView path, bool quiet);
+// Writes the active list to a list file; a failure leaves the old file, and is told in a box unless `quiet`.
+void SaveJukeList(TextView path, bool quiet);
 
 }  // namespace qlm

@@ -24,6 +24,14 @@ void ClearList() {
   ShowScanProgress();
 }
 
+void ShowList(const std::vector<SongEntry>& rows) {
+  ClearList();
+  songList = rows;
+  lastSong = static_cast<int32_t>(rows.size()) - 1;
+  songCleared.resize(rows.size());
+  songHasRecord.resize(rows.size());
+}
+
 void AddSong(TextView path) {
   ++lastSong;
   const auto rows = static_cast<size_t>(lastSong) + 1;

@@ -19,7 +19,8 @@ struct Cut {
 
 Cut CutAt(TextView title, char16_t opening, char16_t closing) {
   const char16_t begin[] = {u' ', opening};
-  if (const size_t blank = title.rfind(TextView(begin, 2)); blank != TextView::npos) return {blank, blank + 1};
+  if (const size_t blank = title.rfind(TextView(begin, 2)); blank != TextView::npos)
+    return {blank, blank + 1};
   if (title.size() < 2 || title.back() != closing) return {};
   const size_t place = title.rfind(opening, title.size() - 2);
   return {place, place};

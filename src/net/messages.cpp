@@ -7,6 +7,7 @@
 
 namespace qlm {
 
+void SendCurSongData(bool) {}
 void SendStandby() {}
 void SendGaugeData() {}
 void SendEnd() {}

@@ -5,6 +5,8 @@
 
 namespace qlm {
 
+// The row in hand of the list, and that it was decided.
+void SendCurSongData(bool decided);
 // The chart is loaded; the host then checks whether all stand by.
 void SendStandby();
 // The own gauge, figures and counts.

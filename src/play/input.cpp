@@ -52,9 +52,9 @@ void TurnScratch(bool& onTheRight, TextView side) {
   ShowMessage(Join(side, u" SCRATCH: ", onTheRight ? u"Right" : u"Left"));
 }
 
-// An event at the play position.
+// An event at the play position. Behind the play its record is closed, and the lists change speeds too.
 void Record(int32_t kind, float delta, int32_t colour) {
-  if (!UserRec) return;
+  if (!UserRec || GameState != kStatePlay) return;
   if (const auto pos = Round(playPos)) AddRecEvent(kind, *pos, delta, colour);
 }
 

@@ -59,6 +59,7 @@ std::optional<int32_t> LoadFirstSounds(int32_t row) {
 
 void StopPreview() {
   platform::KillTimer(platform::kTimerPreview);
+  previewRunning = false;
   ShowMessage(u"PLAY STOP");
   PlayAlive = false;
   PlayKeySound = false;
@@ -69,7 +70,7 @@ void StopPreview() {
 }  // namespace
 
 void StartPreview() {
-  if (platform::TimerArmed(platform::kTimerPreview) && !PlayEnd) return;
+  if (previewRunning && !previewStop && !PlayEnd) return;
   PreviewActive = true;
   if (BMSPreview == 0 || GameState != kStateSongSelect) return;
   const int32_t row = listCursor;
@@ -83,8 +84,8 @@ void StartPreview() {
   if (!first) return;
 
   SeekChart(*first, true);
-  PlayEnd = false;
-  PlayAlive = true;
+  PlayEnd = previewStop = false;
+  PlayAlive = previewRunning = true;
   UserPlay = false;
   PlayKeySound = true;
   platform::SetTimer(platform::kTimerPreview, kTickMs, PreviewTick);
@@ -94,7 +95,11 @@ void PreviewTick() {
   if (SelectVolume > kSoftVolume) SelectVolume -= kFadeStep;
   SetSEVolume(SE::kSelectMusic, SelectVolume);
   PlayStep();
-  if (PlayEnd || !PlayAlive) StopPreview();
+  if (PlayEnd || previewStop || !PlayAlive) StopPreview();
+}
+
+void EndPreview() {
+  if (previewRunning) StopPreview();
 }
 
 }  // namespace qlm

@@ -7,5 +7,7 @@ namespace qlm {
 void StartPreview();
 // Its step every 20 ms; at its end the sounds are stopped.
 void PreviewTick();
+// Ends it at once, where one runs.
+void EndPreview();
 
 }  // namespace qlm

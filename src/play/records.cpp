@@ -4,6 +4,8 @@
 namespace qlm {
 
 void AddRecEvent(int32_t, int32_t, float, int32_t) {}
+void SaveUserRec(TextView) {}
+void LoadUserRec(TextView) {}
 void ReplayEvents() {}
 
 }  // namespace qlm

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "graphics/present.h"
 #include "play/input.h"
 #include "sound/play.h"
 #include "state/key_numbers.h"
@@ -10,6 +11,8 @@
 #include "state/session.h"
 
 namespace qlm {
+
+void DrawLaneChoice() { PresentFrame(); }
 
 void ProcessKey_AutoLanes(int32_t key) {
   if (key == kKeyEsc) GameState = LanesState;

@@ -5,6 +5,8 @@
 
 namespace qlm {
 
+// One frame of it.
+void DrawLaneChoice();
 // A key by its number goes down there: a lane's key turns the machine on or off for it, Esc leads back.
 void ProcessKey_AutoLanes(int32_t key);
 

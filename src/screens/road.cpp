@@ -1,19 +1,31 @@
 // The road of a play: decided, loaded, played, results, back to the list.
 #include "screens/road.h"
 
+#include <cmath>
+#include <cstddef>
+#include <numeric>
+#include <utility>
+#include <vector>
+
 #include "base/log.h"
 #include "base/paths.h"
+#include "base/rnd.h"
 #include "chart/loading.h"
 #include "files/course_files.h"
+#include "files/play_history.h"
 #include "files/scores.h"
 #include "graphics/bga.h"
+#include "input/input.h"
 #include "net/messages.h"
 #include "platform/clock.h"
+#include "platform/timers.h"
 #include "platform/window.h"
 #include "play/loop.h"
 #include "play/position.h"
+#include "play/records.h"
 #include "play/reset.h"
 #include "play/skin_choice.h"
+#include "screens/list_cursor.h"
 #include "screens/loading_screen.h"
 #include "screens/name_entry.h"
 #include "screens/results.h"
@@ -23,8 +35,11 @@
 #include "state/gauge.h"
 #include "state/keys.h"
 #include "state/lists.h"
+#include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_select.h"
+#include "state/sounds.h"
 #include "state/timeline.h"
 
 namespace qlm {
@@ -33,6 +48,7 @@ namespace {
 constexpr int32_t kScreenMs = 500;
 constexpr uint32_t kTilesGoneMs = 2000;
 
+// The chart of the row in hand, or the course.
 const SongEntry* CurrentEntry() {
   const auto index = static_cast<size_t>(listCursor);
   return listCursor >= 0 && index < songList.size() ? &songList[index] : nullptr;
@@ -42,6 +58,12 @@ const SongEntry* CurrentEntry() {
 void LoadTitlePicture(TextView path) {
   ReleaseStage();
   if (const SongEntry* entry = CurrentEntry()) LoadStage(Join(GetFolder(path), entry->stageFile));
+}
+
+// Where the play record of the row in hand lies.
+Text RecordOfRow() {
+  const SongEntry* const row = CurrentEntry();
+  return row == nullptr ? Text() : WithExtension(row->path, u".qpd");
 }
 
 // From FadeStart on; the last two frames have the tiles gone.
@@ -86,7 +108,6 @@ void Ready(TextView path) {
   if (GivenUp()) return;
 
   ReturnState = CourseMode ? kStateCourses : kStateSongSelect;
-  PreviewActive = false;
   Load(path);
   if (GivenUp()) return;
   GameState = kStatePlay;
@@ -104,30 +125,140 @@ void FinishScores() {
   const bool own = !DEMOMode && !ShowRec;
   if (own && PlayCleared) AddScoreDat();
   if (own) SaveScoreDat();
+  ReleaseInputs();
   LaneDown = {};
-  KeyHeld.Clear();
 }
 
 void ReturnToList() {
   HazardGauge = false;
   selectLocked = false;
   PlaySE(SE::kSelectMusic, true);
-  SetSEVolume(SE::kSelectMusic, 0);
+  SelectVolume = 0;
+  SetSEVolume(SE::kSelectMusic, SelectVolume);
   if (BMSPreview != 0) RestartPreviewTimer();
   PlaySE(SE::kSelectStart);
 }
 
+// The order in which a run takes the rows of the list.
+class RunOrder {
+ public:
+  RunOrder() : rows_(static_cast<size_t>(lastSong + 1)) { std::iota(rows_.begin(), rows_.end(), 0); }
+
+  // Puts the cursor on the next row; with ENDLESSMODE 1 on the next one for a single player, as far as a
+  // whole round has one.
+  void Next() {
+    for (size_t tried = 0; tried < rows_.size(); ++tried) {
+      Step();
+      const SongEntry* const row = CurrentEntry();
+      if (ENDLESSMODE != 1 || (row != nullptr && row->player == 1)) return;
+    }
+  }
+
+ private:
+  // Quirk: the first row of a shuffled order is passed over, so that it begins no round twice, and a list of
+  // a single row has no second one to go to: the cursor stays.
+  void Step() {
+    if (Divides(lastSong, place_)) {
+      place_ = 0;
+      Shuffle();
+    }
+    ++place_;
+    if (static_cast<size_t>(place_) < rows_.size()) listCursor = rows_[static_cast<size_t>(place_)];
+  }
+
+  // Whether there is no remainder. A division by 0 counts as one without.
+  static bool Divides(int32_t divisor, int32_t number) { return divisor == 0 || number % divisor == 0; }
+
+  // Quirk: the last row is never drawn as a partner, so that not all orders are alike likely.
+  void Shuffle() {
+    for (int32_t& row : rows_) {
+      const auto other = static_cast<size_t>(std::floor(Rnd() * static_cast<float>(lastSong)));
+      std::swap(row, rows_[other]);
+    }
+  }
+
+  std::vector<int32_t> rows_;
+  int32_t place_ = 0;
+};
+
+// The row in hand, from the load to the return. False when the player gave up the load.
+bool PlayRowInHand() {
+  ReadyBMS(u"");
+  if (LoadGivenUp) return false;
+  const Text record = RecordOfRow();
+  if (ShowRec) LoadUserRec(record);
+  StartPlay();
+  if (UserRec) SaveUserRec(record);
+  return true;
+}
+
+// Back at the list as if nothing had been decided.
+void AbandonPlay() {
+  ShowMessage(u"LOAD ABORTED");
+  EndlessRun = false;
+  LaneDown = {};
+  ResetListState();
+  RestoreListScreen();
+  ReturnToList();
+}
+
+void PlayDecided() {
+  RunOrder order;
+  CourseSong = 0;
+  do {
+    if (EndlessRun) order.Next();
+    if (!PlayRowInHand()) AbandonPlay();
+    ++CourseSong;
+  } while (EndlessRun);
+}
+
+// In a battle the rest happens on what the others send.
+void WaitForOthersSongs() {
+  GameState = kStateBattleSongs;
+  selectLocked = true;
+  SendCurSongData(true);
+}
+
+void ShowListAgain() {
+  ResetListState();
+  songSelect.listScroll = kWheelStops;
+  songSelect.rowCursorTime = platform::Now();
+  FadeStart = platform::Now();
+  FadeState = kFadeIn;
+  FadeLeaving = 0;
+  songSelect.deciding = 0;
+}
+
 }  // namespace
 
-// The decision of the song select is still to come.
-void FadeEndSubject() {}
+void ArmFadeEnd() {
+  platform::SetTimer(platform::kTimerRunFESub, 1, [] {
+    platform::KillTimer(platform::kTimerRunFESub);
+    ShowMessage(u"Fade---");
+    FadeEndSubject();
+  });
+}
+
+void FadeEndSubject() {
+  if (songSelect.deciding != 1) return;
+  clearPlayList();
+  if (BattleActive) return WaitForOthersSongs();
+  const int32_t state = GameState;
+  PlayDecided();
+  PlaySE(SE::kFade);
+  GameState = state;
+  if (state == kStateLists) JukeReady();
+  ShowListAgain();
+}
 
 void ReadyBMS(TextView path) {
   // A copy, since the list may change under a pump.
   Text chart(path);
   if (const SongEntry* entry = CurrentEntry(); chart.empty() && entry != nullptr) chart = entry->path;
-  LoadAbort = false;
+  LoadAbort = LoadGivenUp = false;
   LoadRunning = true;
+  // No play may ever run as a preview.
+  PreviewActive = false;
   Ready(chart);
   LoadRunning = false;
 }
@@ -136,9 +267,11 @@ void StartPlay() {
   // A preview may have left the machine's hands on.
   PlayKeySound = false;
   UserPlay = true;
+  EscHeld = false;
   ResetPlay();
   SeekChart(0, false);
   DebugLog(Join(u"totalobjs: ", objCount));
+  writePlayList();
   PlayLoop();
   ResetListState();
   platform::MoveMouse(320, 240);
@@ -152,7 +285,8 @@ void StartPlay() {
 }
 
 bool PlayListEntry(int32_t index) {
-  PlayEnd = true;
+  PlayEnd = previewStop = true;
+  EscHeld = false;
   const bool hasRow = index >= 0 && index <= lastSong;
   const bool loaded = BMSLoad(hasRow ? TextView(songList[static_cast<size_t>(index)].path) : TextView()) >= 1;
   PlayLoadedChart();

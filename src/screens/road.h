@@ -7,7 +7,10 @@
 
 namespace qlm {
 
-// What a decided fade of the song select leads to.
+// Runs FadeEndSubject with the next pump, outside of the key that decided.
+void ArmFadeEnd();
+// What a decision on the song select leads to: the row in hand is loaded and played, or in a run one chart of
+// the list behind the other. Does nothing when nothing was decided.
 void FadeEndSubject();
 
 // Loads a chart behind the loading screen. An empty path takes the current list entry. A load that failed or

@@ -1,12 +1,139 @@
-// The song select screen, which is still to come: until then its keys do nothing, and there is nothing to
-// return to.
+// The loop of the list screens.
 #include "screens/song_select.h"
 
-namespace qlm {
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
 
-void ProcessKey_SongSelect(int32_t) {}
-void ResetListState() {}
-void RestoreListScreen() {}
-void RestartPreviewTimer() {}
+#include "base/hooks.h"
+#include "base/log.h"
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "graphics/bga.h"
+#include "graphics/display.h"
+#include "graphics/skin.h"
+#include "library/song_list.h"
+#include "platform/clock.h"
+#include "screens/course_editor.h"
+#include "screens/joystick_keys.h"
+#include "screens/lane_choice.h"
+#include "screens/list_frame.h"
+#include "sound/play.h"
+#include "state/keys.h"
+#include "state/lists.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/song_select.h"
+#include "state/surfaces.h"
+
+namespace qlm {
+namespace {
+
+constexpr std::array<int32_t, kRepeatedKeys> kKeysThatRepeat = {kKeyUp, kKeyDown, kKeyPageUp, kKeyPageDown};
+
+bool KeysRepeatHere() {
+  constexpr std::array<int32_t, 5> kStates = {kStateSongSelect, kStateLists, kStateCourses, kStateCourseSongs,
+                                              kStateEditCourse};
+  return std::find(kStates.begin(), kStates.end(), GameState) != kStates.end();
+}
+
+// The key that went down last, for as long as it stays down.
+void FollowHeldKey(uint32_t now) {
+  HeldListKey& held = songSelect.heldKey;
+  for (size_t i = 0; i < kKeysThatRepeat.size(); ++i) {
+    const bool down = KeyHeld[kKeysThatRepeat[i]];
+    if (down && !held.wasDown[i]) {
+      held.key = kKeysThatRepeat[i];
+      held.start = held.last = now;
+    }
+    held.wasDown[i] = down;
+  }
+  if (held.key != 0 && !KeyHeld[held.key]) held.key = 0;
+}
+
+void RepeatKeyboard() {
+  constexpr int32_t kFirstWait = 300;  // ms
+  constexpr int32_t kStep = 50;
+  const uint32_t now = platform::Now();
+  FollowHeldKey(now);
+  HeldListKey& held = songSelect.heldKey;
+  if (held.key == 0 || !KeysRepeatHere()) return;
+  if (platform::Elapsed(now, held.start) < kFirstWait || platform::Elapsed(now, held.last) < kStep) return;
+  held.last = now;
+  if (hooks.keyDown != nullptr) hooks.keyDown(held.key);
+}
+
+// What is left of the way after a frame, in hundredths: less of it at a lower frame rate.
+int32_t ScrollLeft() {
+  constexpr int32_t kMost = 95;
+  return static_cast<int32_t>(std::min<int64_t>(RoundHalfEven((Fps - 60) * 0.3 + 80), kMost));
+}
+
+void EaseScroll() {
+  float& scroll = songSelect.listScroll;
+  if (scroll == 0) return;
+  if (NOSMOOTHSCROLL) scroll = kWheelStops;
+  scroll = static_cast<float>(static_cast<double>(scroll) * ScrollLeft() / 100);
+}
+
+// Reads the title picture of the row in hand, once for each stop of the wheel.
+void StopWheel() {
+  constexpr float kAtRest = 0.01F;
+  float& scroll = songSelect.listScroll;
+  if (scroll == 0 || std::fabs(scroll) >= kAtRest) return;
+  scroll = 0;
+  const auto row = static_cast<size_t>(listCursor);
+  if (row >= songList.size() || songList[row].stageFile.empty()) return;
+  LoadStage(Join(GetFolder(songList[row].path), songList[row].stageFile));
+  if (DDStage && DDPreview) DDPreview->Stretch(DDPreview->Bounds(), *DDStage, StageRect);
+}
+
+}  // namespace
+
+void ListAnm() {
+  ResetListState();
+  GameState = kStateLists;
+  PlaySE(SE::kSelectMusic, true);
+  PlaySE(SE::kSelectStart);
+  while (formRunning) ListTurn();
+}
+
+void ListTurn() {
+  if (!CheckDisplay()) return;
+  RepeatKeyboard();
+  RepeatJoystick();
+  switch (GameState) {
+    case kStateEnterCourse:
+    case kStateEditCourse: return mEditCourse();
+    case kStateAutoLanes: return DrawLaneChoice();
+    default: break;
+  }
+  EaseScroll();
+  StopWheel();
+  DrawList();
+}
+
+void JukeReady() {
+  DebugLog(u"[Load JukeList]");
+  GameState = kStateLists;
+  ShowList(library.jukeList);
+  listCursor = std::clamp(songSelect.jukeCursorSaved, 0, std::max(lastSong, 0));
+  ResetListState();
+  ReleaseStage();
+  songSelect.listScroll = kWheelStops;
+  PlaySE(SE::kFade);
+}
+
+void ResetListState() {
+  songSelect.listSettle = 3;
+  songSelect.listSettleGoal = 1;
+  songSelect.listFadeIn = 1000;
+  songSelect.listFadeTime = platform::Now();
+  songSelect.rowSeen = {};
+}
+
+void RestoreListScreen() { loadSkin(brd, false); }
 
 }  // namespace qlm

@@ -57,7 +57,7 @@ void ResetChart() {
   CourseMode = false;
   CourseSong = 0;
   BasePos = 0;
-  LoadAbort = LoadRunning = false;
+  LoadAbort = LoadGivenUp = LoadRunning = false;
 }
 
 }  // namespace qlm

@@ -112,6 +112,7 @@ inline bool CourseMode = false;   // a course is being joined or played
 inline int32_t CourseSong = 0;    // song being read, later played
 inline int32_t BasePos = 0;       // measure at which the song being read starts
 inline bool LoadAbort = false;    // the load is to stop
+inline bool LoadGivenUp = false;  // because the player wants it so
 inline bool LoadRunning = false;  // a load runs behind the loading screen, which a key may give up
 
 void ResetChart();

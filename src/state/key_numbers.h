@@ -35,6 +35,10 @@ constexpr int32_t kKeyRightShift = 54;
 constexpr int32_t kKeySpace = 57;
 constexpr int32_t kKeyF1 = 59;
 constexpr int32_t kKeyF2 = 60;
+constexpr int32_t kKeyF3 = 61;
+constexpr int32_t kKeyF4 = 62;
+constexpr int32_t kKeyF5 = 63;
+constexpr int32_t kKeyF6 = 64;
 constexpr int32_t kKeyF7 = 65;
 constexpr int32_t kKeyF8 = 66;
 constexpr int32_t kKeyF9 = 67;
@@ -48,8 +52,12 @@ constexpr int32_t kKeyPad0 = 82;
 constexpr int32_t kKeyF11 = 87;
 constexpr int32_t kKeyF12 = 88;
 constexpr int32_t kKeyUp = 200;
+constexpr int32_t kKeyPageUp = 201;
 constexpr int32_t kKeyLeft = 203;
+constexpr int32_t kKeyRight = 205;
 constexpr int32_t kKeyDown = 208;
+constexpr int32_t kKeyPageDown = 209;
+constexpr int32_t kKeyDelete = 211;
 
 // Controller inputs: kKeyJoy + controller * kJoyInputs + input, inputs 0 to 3 being left, right, up and down,
 // and those from kJoyButtons on the buttons.

@@ -1,4 +1,4 @@
-// The empty list.
+// The empty lists.
 #include "state/lists.h"
 
 namespace qlm {
@@ -12,6 +12,7 @@ void ResetLists() {
   listCursor = 0;
   listFileName.clear();
   selectLocked = false;
+  library = {};
 }
 
 }  // namespace qlm

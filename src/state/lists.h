@@ -38,6 +38,21 @@ inline int32_t listCursor = 0;
 inline Text listFileName;
 inline bool selectLocked = false;  // a battle waits: the list takes no keys
 
+// What the library keeps beside the active list.
+struct Library {
+  std::vector<SongEntry> jukeList;    // jukeboxes, as UpdateJukeList found them
+  int32_t lastJuke = -1;              // last index, -1 when empty
+  std::vector<SongEntry> courseList;  // courses, as UpdateCourseList found them; row 0 makes a new one
+  int32_t lastCourse = -1;
+  std::vector<Text> foundFiles;  // of the last search
+  int32_t foundCount = 0;
+  int16_t scanDepth = 0;     // folders that the search stands in, one below the other
+  bool scanNoLimit = false;  // a search goes down to any depth
+  bool scanRunning = false;  // charts are looked for: what events bring must leave the list alone
+  int32_t playedSongs = 0;   // of this play session, in the history file
+};
+inline Library library;
+
 void ResetLists();
 
 }  // namespace qlm

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "base/text.h"
@@ -12,6 +13,15 @@ namespace qlm {
 constexpr uint8_t kFadeToCourses = 21;
 constexpr uint8_t kFadeFromCourses = 22;
 
+// The key of the keyboard that steps through a list, while it is held.
+constexpr size_t kRepeatedKeys = 4;
+struct HeldListKey {
+  std::array<bool, kRepeatedKeys> wasDown{};
+  int32_t key = 0;     // that went down last; 0 none
+  uint32_t start = 0;  // clock of its press
+  uint32_t last = 0;   // clock of its last step
+};
+
 struct SongSelect {
   // The wheel. Rows stand still when listScroll is 0.
   float listScroll = 0;  // rows that the wheel is still off its place
@@ -20,7 +30,6 @@ struct SongSelect {
   float listFadeIn = 1000;         // ms until the rows have all appeared, never below 0
   uint32_t listFadeTime = 0;       // clock at which listFadeIn was brought down last
   std::array<bool, 33> rowSeen{};  // by place on the wheel + 16: the row has appeared once
-  bool stageWanted = false;        // the title picture of the row in hand is still to be read
 
   // The row in hand.
   uint32_t rowCursorTime = 0;  // clock of the last change of the cursor
@@ -38,6 +47,7 @@ struct SongSelect {
   uint8_t courseNumSongs = 0;
   uint8_t courseSlot = 0;  // song of the course that is being picked
 
+  HeldListKey heldKey;
   // A direction of a controller that is held; 0 none.
   int16_t repeatKey = 0;
   uint32_t repeatStart = 0;  // clock of the press

@@ -1,0 +1,10 @@
+// Rebuilding of lists from the data folder.
+#include "library/lists.h"
+
+namespace qlm {
+
+void UpdateJukeList() {}
+
+void UpdateCourseList() {}
+
+}  // namespace qlm

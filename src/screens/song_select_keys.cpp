@@ -1,0 +1,307 @@
+// What the keys do on the list screens.
+#include "screens/song_select_keys.h"
+
+#include <cstdio>
+
+#include "base/hooks.h"
+#include "base/log.h"
+#include "base/paths.h"
+#include "graphics/bga.h"
+#include "graphics/fades.h"
+#include "library/jukebox.h"
+#include "library/lists.h"
+#include "library/song_list.h"
+#include "library/sorts.h"
+#include "net/messages.h"
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "play/input.h"
+#include "play/preview.h"
+#include "screens/joystick_keys.h"
+#include "screens/list_cursor.h"
+#include "screens/road.h"
+#include "screens/song_select.h"
+#include "sound/play.h"
+#include "state/chart.h"
+#include "state/courses.h"
+#include "state/gauge.h"
+#include "state/keys.h"
+#include "state/lists.h"
+#include "state/message.h"
+#include "state/options.h"
+#include "state/session.h"
+#include "state/settings.h"
+#include "state/song_select.h"
+
+namespace qlm {
+namespace {
+
+constexpr int32_t kPage = 5;  // rows
+
+const SongEntry* RowInHand() {
+  const auto index = static_cast<size_t>(listCursor);
+  return listCursor >= 0 && index < songList.size() ? &songList[index] : nullptr;
+}
+
+bool HoldsHazard() { return KeyHeld[kKeyLeftShift] || KeyHeld[kKeyRightShift] || HoldsLaneCode(12); }
+
+// Options.
+
+// Goes on to the next of the combinations that two flags and a third of its own can have.
+void CycleVisibility() {
+  if (Stealth) {
+    Hidden = Sudden = Stealth = false;
+  } else if (Hidden && Sudden) {
+    Hidden = Sudden = false;
+    Stealth = true;
+  } else if (Sudden) {
+    Hidden = true;
+  } else if (Hidden) {
+    Hidden = false;
+    Sudden = true;
+  } else {
+    Hidden = true;
+  }
+}
+
+// None, the first, the second, none.
+void CycleTwo(bool& first, bool& second) {
+  const bool none = !first && !second;
+  second = first;
+  first = none;
+}
+
+void ToggleFourD() {
+  FourDMode = !FourDMode;
+  ShowMessage(Join(u"4DMODE: ", FourDMode));
+}
+
+bool ChangeOption(int32_t key) {
+  switch (key) {
+    case kKeyF1: CycleVisibility(); break;
+    case kKeyF2: CycleTwo(Random, ExRandom); break;
+    case kKeyF3: Accel = !Accel; break;
+    case kKeyF4: CycleTwo(Quil, HalfField); break;
+    case kKeyF5: ToggleFourD(); break;
+    case kKeyF6: CycleTwo(ShowRec, UserRec); break;
+    case kKeyF12: Pressure = !Pressure; break;
+    default: return false;
+  }
+  PlaySE(SE::kTick);
+  return true;
+}
+
+// Lists.
+
+bool SortList(int32_t key) {
+  // The cursor stays, and the panel with what it showed, until the next move.
+  switch (key) {
+    case kKeyPad1:
+      SortByLevel();
+      ShowMessage(u"Sorted by LEVEL");
+      return true;
+    case kKeyPad2:
+      SortByGenre();
+      ShowMessage(u"Sorted by GENRE");
+      return true;
+    case kKeyPad3:
+      SortByTitle();
+      ShowMessage(u"Sorted by TITLE");
+      return true;
+    case kKeyPad4:
+      SortByArtist();
+      ShowMessage(u"Sorted by ARTIST");
+      return true;
+    default: return false;
+  }
+}
+
+bool MoveCursor(int32_t key) {
+  switch (key) {
+    case kKeyUp: MoveListCursor(-1); return true;
+    case kKeyDown: MoveListCursor(1); return true;
+    case kKeyPageUp: MoveListCursor(-kPage); return true;
+    case kKeyPageDown: MoveListCursor(kPage); return true;
+    default: return false;
+  }
+}
+
+void StartCrossfade(uint8_t state) {
+  FadeStart = platform::Now();
+  FadeState = state;
+}
+
+void ShowCourses() {
+  DebugLog(u">TAB Pressed - COURSE MODE");
+  songSelect.clearCheckRow = 0;
+  GameState = kStateCourses;
+  CourseMode = true;
+  ShowList(library.courseList);
+  DebugLog(u"CourseList Loaded");
+  ResetListState();
+  StartCrossfade(kFadeToCourses);
+  numsongs = 0;
+  ReleaseStage();
+  previewStop = true;
+  PlaySE(SE::kFade);
+}
+
+void LeaveCourses() {
+  JukeReady();
+  CourseMode = false;
+  songSelect.courseMaking = false;
+  StartCrossfade(kFadeFromCourses);
+}
+
+void ChangeBetweenCoursesAndSongs() {
+  if (songSelect.courseMaking) return;
+  if (GameState == kStateSongSelect || GameState == kStateLists) {
+    ShowCourses();
+  } else if (GameState == kStateCourses) {
+    LeaveCourses();
+  }
+}
+
+void DeleteCourse() {
+  if (const SongEntry* row = RowInHand()) platform::DeleteFile(row->path);
+  UpdateCourseList();
+}
+
+// Decisions. What follows runs outside the key's own event, behind the next pump.
+void Decide() {
+  HoldFrame();
+  songSelect.deciding = 1;
+  ArmFadeEnd();
+}
+
+void OpenSongs() {
+  GameState = kStateSongSelect;
+  listCursor = 0;
+  ResetListState();
+  // The first row's title picture is read once the wheel stands.
+  songSelect.listScroll = kWheelStops;
+  PlaySE(SE::kFade);
+  chexec();
+}
+
+void RunJukebox() {
+  EndlessRun = true;
+  HazardGauge = true;
+  StopSE(SE::kSelectMusic);
+  StopPreviewTimer();
+  PlaySE(SE::kDecide);
+  Decide();
+}
+
+// Opens the jukebox in hand, or starts a run of all that it holds.
+void OpenJukebox(int32_t key) {
+  const SongEntry* const row = RowInHand();
+  if (row == nullptr) return;
+  songSelect.jukeCursorSaved = listCursor;
+  const Text path = row->path;
+  songSelect.jukeName = GetFileName(path);
+  songSelect.clearCheckRow = 0;
+  LoadJukeList(path, true);
+  StopPreviewTimer();
+  if (lastSong < 0) {
+    std::fprintf(stderr, "quillmarch: %s holds no chart; search for charts again\n",
+                 platform::SystemPath(path).c_str());
+    if (hooks.closeRequested != nullptr) hooks.closeRequested();
+    return;
+  }
+  if (key == kKeyEnter && HoldsHazard()) {
+    RunJukebox();
+  } else {
+    OpenSongs();
+  }
+}
+
+void PickSongForCourse(const SongEntry& row) {
+  if (songSelect.courseSlot < CourseSongs.size()) CourseSongs[songSelect.courseSlot] = row;
+  PlaySE(SE::kFade);
+  EndPreview();
+  GameState = kStateEditCourse;
+}
+
+void StartDecided() {
+  StopSE(SE::kSelectMusic);
+  EndPreview();
+  StopPreviewTimer();
+  PlaySE(SE::kDecide);
+  if (HoldsHazard()) HazardGauge = true;
+  Decide();
+}
+
+void DecideSong() {
+  const SongEntry* const row = RowInHand();
+  if (row == nullptr) return;
+  if (songSelect.courseMaking) return PickSongForCourse(*row);
+  if (!FileExists(row->path)) {
+    ShowMessage(Join(u"file not exist: ", GetFileName(row->path)));
+    return;
+  }
+  if (ShowRec && !FileExists(WithExtension(row->path, u".qpd"))) {
+    ShowMessage(u"RECORD NOT EXISTS. CAN'T START PLAYING!");
+    return;
+  }
+  StartDecided();
+}
+
+void PressEnter(int32_t key) {
+  if (GameState == kStateLists) return OpenJukebox(key);
+  if (key != kKeyEnter) return;
+  if (GameState == kStateSongSelect) DecideSong();
+  // Courses are still to come: their rows stand in the list, and nothing can be done with them.
+  if (GameState == kStateCourses) ShowMessage(u"COURSES ARE STILL TO COME");
+}
+
+// True for a key whose change the other players of a battle are to see.
+bool ChangeWhatOthersSee(int32_t key) {
+  if (ChangeOption(key) || SortList(key) || MoveCursor(key)) return true;
+  if (key != kKeyTab) return false;
+  ChangeBetweenCoursesAndSongs();
+  return true;
+}
+
+void PressEsc() {
+  if (!songSelect.courseMaking) {
+    if (hooks.closeRequested != nullptr) hooks.closeRequested();
+    return;
+  }
+  EndPreview();
+  GameState = kStateEditCourse;
+}
+
+void ForcePlayer() { PlayerForce = PlayerForce >= 3 ? 0 : PlayerForce + 1; }
+
+}  // namespace
+
+void ProcessKey_SongSelect(int32_t key) {
+  if (key == kKeyEsc) return PressEsc();
+  const bool controller = key >= kKeyJoy;
+  if (controller) key = ssKeyCvt_Joy(key);
+  if (key == 0 || selectLocked || songSelect.deciding != 0) return;
+  // The keyboard's own F8 goes to the settings by itself.
+  if (controller && key == kKeyF8) ProcessKey_Settings(key);
+  if (ChangeWhatOthersSee(key)) {
+    if (BattleActive) SendCurSongData(false);
+    return;
+  }
+  switch (key) {
+    case kKeyF10: ForcePlayer(); break;
+    case kKeyLeft:
+      if (GameState == kStateSongSelect) JukeReady();
+      break;
+    case kKeySpace:
+      if (GameState == kStateCourses && listCursor > 0) ShowMessage(u"COURSES ARE STILL TO COME");
+      break;
+    case kKeyDelete:
+      if (GameState == kStateCourses) DeleteCourse();
+      break;
+    case kKeyEnter:
+    case kKeyRight: PressEnter(key); break;
+    default: break;
+  }
+}
+
+}  // namespace qlm
