@@ -17,14 +17,24 @@ struct Hooks {
   void (*loadingFrame)() = nullptr;
   // Lets events run during a long load; called between the files of a chart.
   void (*loadPump)() = nullptr;
+  // How far a search for charts has come, in words; often.
+  void (*scanProgress)(TextView text) = nullptr;
   // A file of the game's own could not be written.
   void (*unwritten)(TextView path) = nullptr;
   // A key by its number: scan codes below 256, joystick inputs from 256.
   void (*keyDown)(int32_t key) = nullptr;
   void (*keyUp)(int32_t key) = nullptr;
+  // A typed character, while a screen takes them.
+  void (*character)(char16_t unit) = nullptr;
+  // The mouse: 0 the left button, 1 the right one; a pixel of the frame; steps of its wheel, away from the
+  // person or towards if negative.
+  void (*mouseDown)(int32_t button) = nullptr;
+  void (*mouseMoved)(int32_t x, int32_t y) = nullptr;
+  void (*wheelTurned)(int32_t steps) = nullptr;
+  // A file or a folder was dropped on the window.
+  void (*fileDropped)(TextView path) = nullptr;
   // The window's close button.
   void (*closeRequested)() = nullptr;
-  void (*windowActivated)(bool active) = nullptr;
   // The display was taken away from a running play.
   void (*displayLost)() = nullptr;
   // The display has come back, and its surfaces were made anew.

@@ -2,6 +2,7 @@
 #include "graphics/present.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "base/hooks.h"
@@ -11,6 +12,7 @@
 #include "graphics/draw.h"
 #include "input/input.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/timers.h"
 #include "platform/window.h"
 #include "state/message.h"
@@ -35,10 +37,33 @@ constexpr platform::WindowEvents kEvents{
         [](bool active) {
           WindowActive = active;
           if (!active) ReleaseKeyboard();
-          if (hooks.windowActivated != nullptr) hooks.windowActivated(active);
         },
     .key = DispatchKey,
+    .character =
+        [](char16_t unit) {
+          if (hooks.character != nullptr) hooks.character(unit);
+        },
+    .mouseDown =
+        [](platform::MouseButton button) {
+          if (hooks.mouseDown == nullptr) return;
+          if (button == platform::MouseButton::kLeft) hooks.mouseDown(0);
+          if (button == platform::MouseButton::kRight) hooks.mouseDown(1);
+        },
+    .mouseMoved =
+        [](int32_t x, int32_t y) {
+          if (hooks.mouseMoved != nullptr) hooks.mouseMoved(x, y);
+        },
+    .wheelTurned =
+        [](int32_t steps) {
+          if (hooks.wheelTurned != nullptr) hooks.wheelTurned(steps);
+        },
+    .fileDropped =
+        [](const std::string& path) {
+          if (hooks.fileDropped != nullptr) hooks.fileDropped(platform::InnerPath(path));
+        },
 };
+
+bool TypesAName() { return GameState == kStateEnterCourse || GameState == kStateEnterName; }
 
 struct Place {
   int32_t x;
@@ -108,6 +133,7 @@ void CountFrame() {
 }  // namespace
 
 void DoEvents() {
+  platform::TakeCharacters(TypesAName());
   platform::PumpWindowEvents(kEvents);
   if (hooks.pumped != nullptr) hooks.pumped();
   platform::RunDueTimers();

@@ -39,6 +39,8 @@ struct GameWindow {
 };
 std::optional<GameWindow> game;
 bool displayTaken = false;
+bool takesCharacters = false;
+bool dropTaken = false;         // of the items that are being dropped, the first has been reported
 WindowPlacement lastPlacement;  // of the window that was closed
 
 bool Given(const char* variable) {
@@ -120,6 +122,76 @@ void SeePointer(std::pair<int, int> place) {
   game->pointer = place;
 }
 
+// Where the last frame stands, in the units of the pointer, which may be coarser than pixels.
+struct PointerFrame {
+  double left;
+  double top;
+  double unitsAcross;  // for one pixel of the frame
+  double unitsDown;
+};
+
+std::optional<PointerFrame> FrameOfPointer() {
+  if (!game) return {};
+  const std::optional<Rect> place = FramePlace();
+  int windowWidth = 0;
+  int outputWidth = 0;
+  SDL_GetWindowSize(game->window.get(), &windowWidth, nullptr);
+  SDL_GetRendererOutputSize(game->renderer.get(), &outputWidth, nullptr);
+  if (!place || outputWidth < 1) return {};
+  const double unit = static_cast<double>(windowWidth) / outputWidth;
+  return PointerFrame{place->left * unit, place->top * unit, unit * place->Width() / game->textureWidth,
+                      unit * place->Height() / game->textureHeight};
+}
+
+void ReportMotion(const SDL_MouseMotionEvent& motion, const WindowEvents& events) {
+  SeePointer({motion.x, motion.y});
+  const std::optional<PointerFrame> frame = FrameOfPointer();
+  if (events.mouseMoved == nullptr || !frame) return;
+  events.mouseMoved(static_cast<int32_t>(std::lround((motion.x - frame->left) / frame->unitsAcross)),
+                    static_cast<int32_t>(std::lround((motion.y - frame->top) / frame->unitsDown)));
+}
+
+MouseButton ButtonOf(Uint8 button) {
+  switch (button) {
+    case SDL_BUTTON_LEFT: return MouseButton::kLeft;
+    case SDL_BUTTON_MIDDLE: return MouseButton::kMiddle;
+    case SDL_BUTTON_RIGHT: return MouseButton::kRight;
+    default: return MouseButton::kOther;
+  }
+}
+
+void ReportDrop(SDL_DropEvent drop, const WindowEvents& events) {
+  const std::string path = drop.file != nullptr ? drop.file : "";
+  SDL_free(drop.file);
+  if (dropTaken || events.fileDropped == nullptr) return;
+  dropTaken = true;
+  events.fileDropped(path);
+}
+
+// The characters that keys without a letter stand for; 0 for all others.
+char16_t ControlCharacter(SDL_Keycode key) {
+  switch (key) {
+    case SDLK_BACKSPACE: return 8;
+    case SDLK_RETURN:
+    case SDLK_KP_ENTER: return 13;
+    case SDLK_ESCAPE: return 27;
+    default: return 0;
+  }
+}
+
+void ReportKey(const SDL_KeyboardEvent& event, const WindowEvents& events) {
+  const bool down = event.type == SDL_KEYDOWN;
+  const char16_t character = ControlCharacter(event.keysym.sym);
+  if (takesCharacters && down && character != 0 && events.character != nullptr) events.character(character);
+  const int32_t key = KeyNumberOf(event.keysym.scancode);
+  if (events.key != nullptr && key != 0 && event.repeat == 0) events.key(key, down);
+}
+
+void ReportText(const char* utf8, const WindowEvents& events) {
+  if (!takesCharacters || events.character == nullptr) return;
+  for (const char16_t unit : DecodeUtf8(utf8)) events.character(unit);
+}
+
 void Report(const SDL_Event& event, const WindowEvents& events) {
   switch (event.type) {
     case SDL_QUIT:
@@ -135,22 +207,17 @@ void Report(const SDL_Event& event, const WindowEvents& events) {
       }
       break;
     case SDL_KEYDOWN:
-    case SDL_KEYUP: {
-      const int32_t key = KeyNumberOf(event.key.keysym.scancode);
-      if (events.key != nullptr && key != 0 && event.key.repeat == 0) {
-        events.key(key, event.type == SDL_KEYDOWN);
-      }
+    case SDL_KEYUP: ReportKey(event.key, events); break;
+    case SDL_TEXTINPUT: ReportText(event.text.text, events); break;
+    case SDL_MOUSEMOTION: ReportMotion(event.motion, events); break;
+    case SDL_MOUSEBUTTONDOWN:
+      if (events.mouseDown != nullptr) events.mouseDown(ButtonOf(event.button.button));
       break;
-    }
-    case SDL_MOUSEMOTION: SeePointer({event.motion.x, event.motion.y}); break;
-    case SDL_DROPFILE: {
-      const std::string path = event.drop.file != nullptr ? event.drop.file : "";
-      SDL_free(event.drop.file);
-      if (events.fileDropped != nullptr) {
-        events.fileDropped(path);
-      }
+    case SDL_MOUSEWHEEL:
+      if (events.wheelTurned != nullptr && event.wheel.y != 0) events.wheelTurned(event.wheel.y);
       break;
-    }
+    case SDL_DROPBEGIN: dropTaken = false; break;
+    case SDL_DROPFILE: ReportDrop(event.drop, events); break;
     default: break;
   }
 }
@@ -188,6 +255,7 @@ bool OpenGameWindow(const WindowOptions& options, std::string& why) {
     why = SDL_GetError();
     return false;
   }
+  takesCharacters = false;
   SDL_StopTextInput();  // an input method would keep keys to itself
   game = std::move(opened);
   return true;
@@ -272,6 +340,12 @@ bool DisplayAvailable() {
   return (SDL_GetWindowFlags(game->window.get()) & (SDL_WINDOW_MINIMIZED | SDL_WINDOW_HIDDEN)) == 0;
 }
 
+void TakeCharacters(bool take) {
+  if (!game || take == takesCharacters) return;
+  takesCharacters = take;
+  take ? SDL_StartTextInput() : SDL_StopTextInput();
+}
+
 void PumpWindowEvents(const WindowEvents& events) {
   SDL_Event event;
   while (SDL_WasInit(SDL_INIT_EVENTS) != 0 && SDL_PollEvent(&event) != 0) {
@@ -297,22 +371,10 @@ void LetMovingPointerShow() {
 }
 
 void MoveMouse(int32_t x, int32_t y) {
-  if (!game) {
-    return;
-  }
-  const std::optional<Rect> place = FramePlace();
-  int windowWidth = 0;
-  int outputWidth = 0;
-  SDL_GetWindowSize(game->window.get(), &windowWidth, nullptr);
-  SDL_GetRendererOutputSize(game->renderer.get(), &outputWidth, nullptr);
-  if (!place || outputWidth < 1) {
-    return;
-  }
-  // The renderer counts pixels, the pointer may count in coarser units.
-  const double unit = static_cast<double>(windowWidth) / outputWidth;
-  const double across = place->left + static_cast<double>(x) * place->Width() / game->textureWidth;
-  const double down = place->top + static_cast<double>(y) * place->Height() / game->textureHeight;
-  game->pointer = {static_cast<int>(std::lround(across * unit)), static_cast<int>(std::lround(down * unit))};
+  const std::optional<PointerFrame> frame = FrameOfPointer();
+  if (!frame) return;
+  game->pointer = {static_cast<int>(std::lround(frame->left + x * frame->unitsAcross)),
+                   static_cast<int>(std::lround(frame->top + y * frame->unitsDown))};
   SDL_WarpMouseInWindow(game->window.get(), game->pointer->first, game->pointer->second);
 }
 

@@ -17,13 +17,21 @@ struct WindowOptions {
   bool waitForBlank = true;
 };
 
+enum class MouseButton { kLeft, kMiddle, kRight, kOther };
+
 // What a pump reports, in the order in which it happened. Empty entries are not called. A routine called here
 // may close the window.
 struct WindowEvents {
-  void (*closeRequested)() = nullptr;                      // the close button
-  void (*activated)(bool active) = nullptr;                // the window gained or lost the focus
-  void (*key)(int32_t key, bool down) = nullptr;           // numbered as in window_keys.h; no repeats
-  void (*fileDropped)(const std::string& path) = nullptr;  // the system's own form
+  void (*closeRequested)() = nullptr;             // the close button
+  void (*activated)(bool active) = nullptr;       // the window gained or lost the focus
+  void (*key)(int32_t key, bool down) = nullptr;  // numbered as in window_keys.h; no repeats
+  // A typed character, while they are taken: 8 (backspace), 13 (Enter) and 27 (Esc) ahead of their keys,
+  // repeated while these are held.
+  void (*character)(char16_t unit) = nullptr;
+  void (*mouseDown)(MouseButton button) = nullptr;
+  void (*mouseMoved)(int32_t x, int32_t y) = nullptr;      // to a pixel of the frame, which may lie outside
+  void (*wheelTurned)(int32_t steps) = nullptr;            // away from the person, or towards if negative
+  void (*fileDropped)(const std::string& path) = nullptr;  // the system's own form; of several the first
 };
 
 // True when a display can be opened at all; the drivers that draw for nobody count as none.
@@ -55,6 +63,9 @@ bool DisplayAvailable();
 void TakeDisplayAway(bool away);
 // Frames that the open window was given; 0 without one.
 int64_t WindowFrames();
+
+// Whether typed characters are reported. An input method may then keep keys to itself; at first they are not.
+void TakeCharacters(bool take);
 
 // Lets the window system's events run. Also works without a window; the only event then is a request to
 // close.

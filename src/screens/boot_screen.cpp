@@ -84,6 +84,17 @@ void PrintBoot(TextView text, bool newLine) {
   bootLines.back() = {Text(text), platform::Now()};
 }
 
+void ShowScan(TextView text) {
+  constexpr TextView kBegin = u"Seaching ";
+  constexpr int32_t kBetweenFrames = 50;  // ms
+  const bool goesOn = !bootLines.empty() && bootLines.back().text.starts_with(kBegin);
+  PrintBoot(text, !goesOn);
+  static uint32_t drawn = 0;
+  if (goesOn && platform::Elapsed(platform::Now(), drawn) < kBetweenFrames) return;
+  drawn = platform::Now();
+  DrawBootScreen();
+}
+
 void DrawBootScreen() {
   if (DDBack) {
     DrawDesk();

@@ -7,6 +7,8 @@ namespace qlm {
 
 // The list of at most 39 lines: a new line, or the current one overwritten.
 void PrintBoot(TextView text, bool newLine = true);
+// How far the search for charts has come: a line of the list, drawn now and then.
+void ShowScan(TextView text);
 // Draws the list and presents the frame.
 void DrawBootScreen();
 

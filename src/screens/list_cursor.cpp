@@ -2,12 +2,14 @@
 #include "screens/list_cursor.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "files/scores.h"
 #include "graphics/bga.h"
 #include "library/title_split.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
+#include "platform/window.h"
 #include "play/preview.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -16,6 +18,7 @@
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/song_select.h"
+#include "state/surfaces.h"
 #include "state/timeline.h"
 
 namespace qlm {
@@ -63,6 +66,20 @@ void chexec() {
   LoadScoreDat();
   RestartPreviewTimer();
 }
+
+void DragList(int32_t, int32_t down) {
+  constexpr int32_t kRow = 16;  // pixels
+  if (std::abs(down) <= kRow || ListIsBusy()) return;
+  MoveListCursor(-(down / kRow));
+  songSelect.mouseDY = 0;
+  platform::MoveMouse(kScreen.Width() / 2, kScreen.Height() / 2);
+}
+
+void TurnListWheel(int32_t steps) {
+  if (!ListIsBusy()) MoveListCursor(-steps);
+}
+
+bool ListIsBusy() { return selectLocked || songSelect.deciding != 0 || library.scanRunning; }
 
 void RestartPreviewTimer() {
   platform::SetTimer(platform::kTimerPlayCurSong, static_cast<uint32_t>(std::max(PreviewDelay, 1)), [] {

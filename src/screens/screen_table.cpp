@@ -5,8 +5,10 @@
 #include "play/input.h"
 #include "screens/course_editor.h"
 #include "screens/lane_choice.h"
+#include "screens/list_cursor.h"
 #include "screens/name_entry.h"
 #include "screens/results.h"
+#include "screens/song_select.h"
 #include "screens/song_select_keys.h"
 #include "state/session.h"
 
@@ -17,14 +19,18 @@ using ScreenTable = Table<Screen, kStateAutoLanes>;
 
 ScreenTable MakeTable() {
   ScreenTable table;
-  for (const int32_t list : {kStateSongSelect, kStateLists, kStateCourses, kStateCourseSongs}) {
-    table[list] = {.key = ProcessKey_SongSelect};
+  for (const int32_t list : {kStateSongSelect, kStateLists, kStateCourses}) {
+    table[list] = {
+        .frame = ListFrame, .key = ProcessKey_SongSelect, .mouse = DragList, .wheel = TurnListWheel};
   }
+  for (const int32_t wait : {kStateBattleSongs, kStateBattleStart}) table[wait] = {.frame = ListFrame};
+  table[kStateCourseSongs] = {.frame = ListFrame, .key = ProcessKey_SongSelect};
   table[kStatePlay] = {.key = ProcessKey_Play};
   table[kStateResults] = {.key = ProcessKey_Results};
-  table[kStateEditCourse] = {.key = ProcessKey_EditCourse, .settingKeys = false};
+  table[kStateEnterCourse] = {.frame = mEditCourse, .settingKeys = false};
+  table[kStateEditCourse] = {.frame = mEditCourse, .key = ProcessKey_EditCourse, .settingKeys = false};
   table[kStateEnterName] = {.character = ProcessKey_EnterName, .settingKeys = false};
-  table[kStateAutoLanes] = {.key = ProcessKey_AutoLanes};
+  table[kStateAutoLanes] = {.frame = DrawLaneChoice, .key = ProcessKey_AutoLanes};
   return table;
 }
 

@@ -13,16 +13,22 @@
 #include "base/paths.h"
 #include "graphics/bga.h"
 #include "graphics/display.h"
+#include "graphics/present.h"
 #include "graphics/skin.h"
+#include "library/scan.h"
 #include "library/song_list.h"
 #include "platform/clock.h"
-#include "screens/course_editor.h"
+#include "platform/window.h"
+#include "play/preview.h"
 #include "screens/joystick_keys.h"
-#include "screens/lane_choice.h"
+#include "screens/list_cursor.h"
 #include "screens/list_frame.h"
+#include "screens/screen_table.h"
 #include "sound/play.h"
+#include "state/chart.h"
 #include "state/keys.h"
 #include "state/lists.h"
+#include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/song_select.h"
@@ -97,6 +103,7 @@ void ListAnm() {
   GameState = kStateLists;
   PlaySE(SE::kSelectMusic, true);
   PlaySE(SE::kSelectStart);
+  platform::MoveMouse(kScreen.Width() / 2, kScreen.Height() / 2);
   while (formRunning) ListTurn();
 }
 
@@ -104,15 +111,32 @@ void ListTurn() {
   if (!CheckDisplay()) return;
   RepeatKeyboard();
   RepeatJoystick();
-  switch (GameState) {
-    case kStateEnterCourse:
-    case kStateEditCourse: return mEditCourse();
-    case kStateAutoLanes: return DrawLaneChoice();
-    default: break;
+  if (void (*const frame)() = ScreenOf(GameState).frame) {
+    frame();
+  } else {
+    PresentFrame();
   }
+}
+
+void ListFrame() {
   EaseScroll();
   StopWheel();
   DrawList();
+}
+
+void ShowDroppedFolder(TextView folder) {
+  EndPreview();
+  StopPreviewTimer();
+  GameState = kStateSongSelect;
+  CourseMode = false;
+  songSelect.clearCheckRow = 0;
+  songSelect.jukeName = GetFileName(folder);
+  ClearList();
+  ScanFolder(folder);
+  if (lastSong < 0) ShowMessage(Join(u"NO CHARTS IN ", GetFileName(folder), u": DROP A FOLDER OF CHARTS"));
+  ResetListState();
+  songSelect.listScroll = kWheelStops;
+  chexec();
 }
 
 void JukeReady() {

@@ -1,6 +1,8 @@
 // The song select screen: its loop, its lists, and its state on entering and coming back.
 #pragma once
 
+#include "base/text.h"
+
 namespace qlm {
 
 // What listScroll stands at for the title picture of a row that already stands still to be read anew.
@@ -10,6 +12,11 @@ constexpr float kWheelStops = 0.001F;
 void ListAnm();
 // One turn of it: held keys, the wheel, one frame.
 void ListTurn();
+
+// The frame of a list: the wheel moves on, and where it stops the title picture is read.
+void ListFrame();
+// The charts below a folder that was dropped on the window become the list.
+void ShowDroppedFolder(TextView folder);
 
 // The list of jukeboxes, where it was left.
 void JukeReady();

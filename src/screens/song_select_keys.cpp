@@ -280,7 +280,7 @@ void ProcessKey_SongSelect(int32_t key) {
   if (key == kKeyEsc) return PressEsc();
   const bool controller = key >= kKeyJoy;
   if (controller) key = ssKeyCvt_Joy(key);
-  if (key == 0 || selectLocked || songSelect.deciding != 0) return;
+  if (key == 0 || ListIsBusy()) return;
   // The keyboard's own F8 goes to the settings by itself.
   if (controller && key == kKeyF8) ProcessKey_Settings(key);
   if (ChangeWhatOthersSee(key)) {

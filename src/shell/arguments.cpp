@@ -82,6 +82,8 @@ platform::Program GameProgram() {
   program.footer = kFooter;
   program.options.push_back(
       {.name = "--demo", .help = "the machine plays, and the setting is left as it was"});
+  program.options.push_back(
+      {.name = "--once", .help = "ends behind the play of CHART; without it the song list follows"});
   program.options.push_back({.name = "--set",
                              .value = "NAME=VALUE",
                              .help = "a setting by its name in qlm_conf.ini, or a play option: Hidden,\n"
@@ -99,6 +101,7 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   Launch launch;
   launch.answer = read.answer;
   launch.wrong = read.wrong;
+  launch.once = read.values.contains("--once");
   launch.demo = read.values.contains("--demo");
   if (const auto settings = read.values.find("--set"); settings != read.values.end()) {
     for (const std::string& setting : settings->second)

@@ -11,14 +11,21 @@
 #include "files/key_table.h"
 #include "files/settings_file.h"
 #include "graphics/display.h"
+#include "graphics/skin.h"
 #include "graphics/skin_list.h"
 #include "input/input.h"
+#include "library/lists.h"
+#include "library/scan.h"
+#include "library/song_list.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
+#include "platform/window.h"
 #include "platform/window_system.h"
 #include "screens/boot_screen.h"
+#include "screens/song_select.h"
+#include "screens/stills.h"
 #include "shell/command_line.h"
 #include "shell/exit.h"
 #include "shell/main_form.h"
@@ -27,6 +34,7 @@
 #include "shell/version.h"
 #include "sound/play.h"
 #include "state/chart.h"
+#include "state/keys.h"
 #include "state/lists.h"
 #include "state/records.h"
 #include "state/reset.h"
@@ -105,6 +113,39 @@ bool TakeSettings(const Launch& launch) {
   return true;
 }
 
+// The play that the command line asks for: whether its chart could be loaded, nothing when there is none.
+std::optional<bool> PlayFromCommandLine(TextView command) {
+  if (command.empty()) return std::nullopt;
+  BeginPlayReport();
+  const std::optional<bool> played = RunCommandLine(command);
+  WritePlayReport();
+  if (played.value_or(false)) TellWhatWasPlayed();
+  return played;
+}
+
+// From here on the lists, until the player leaves.
+void OpenLists() {
+  BootLog(u"Values initialized.");
+  LoadSS();
+  BootLog(u"Read JukeBoxes...");
+  JukeReady();
+  BootLog(u"Loading default skin...");
+  loadSkin(brd, false);
+  listCursor = 0;
+  PrintBoot(u"initialize complete. songlist mode.");
+  DrawBootScreen();
+  KeyHeld.Clear();
+  ListAnm();
+}
+
+void RunGame(const Launch& launch) {
+  const std::optional<bool> played = PlayFromCommandLine(launch.command);
+  // Without a display nobody could use the lists, nor leave them.
+  if (!launch.once && platform::HasDisplay()) OpenLists();
+  if (!played) std::fputs("quillmarch: no chart was named; quillmarch --help tells how\n", stderr);
+  ExitApp(played.value_or(true) ? 0 : 1);
+}
+
 }  // namespace
 
 int Main(const Launch& launch) {
@@ -131,11 +172,11 @@ int Main(const Launch& launch) {
   InitDI_Joystick();
   LoadKeyTable();
   // The startup menu is still to come: the game starts at once.
-  Start(launch.command);
+  Start(launch);
   return 0;
 }
 
-void Start(TextView command) {
+void Start(const Launch& launch) {
   PrepareForm();
   InitDD();
   CreateSurfaces();
@@ -147,9 +188,14 @@ void Start(TextView command) {
   BootLog(u"[Start] preparing...");
   if (PreviewDelay == 0) PreviewDelay = 1;
   BootLog(u"Updating list contents", 1);
+  UpdateCourseList();
   UpdateSkinList();
+  UpdateJukeList();
   BootLog(u"Done");
-  if (lastSong < 0) BootLog(u"# BMS-list(s) not found. Make now.");
+  if (lastSong < 0) {
+    BootLog(u"# BMS-list(s) not found. Make now.");
+    if (!MakeBMSListFile(false)) ExitApp(1);
+  }
   BootLog(u"Opening MixerHandle...");
   SetDrawConstants();
   BootLog(u"Loading ConvDict...");
@@ -157,17 +203,7 @@ void Start(TextView command) {
   RecCursor = 0;
   UserPlay = true;
   ShowGauge = true;
-  bool played = true;
-  BeginPlayReport();
-  if (!command.empty()) played = RunCommandLine(command);
-  WritePlayReport();
-  // The song list is still to come: the program ends behind the play.
-  if (lastSong < 0) {
-    std::fputs("quillmarch: no chart was named; quillmarch --help tells how\n", stderr);
-  } else if (played) {
-    TellWhatWasPlayed();
-  }
-  ExitApp(played ? 0 : 1);
+  RunGame(launch);
 }
 
 }  // namespace qlm

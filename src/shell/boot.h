@@ -9,7 +9,7 @@ namespace qlm {
 // value is the program's exit status.
 int Main(const Launch& launch);
 
-// Opens screen and sound, runs the command line, and ends the program behind it.
-void Start(TextView command);
+// Opens screen and sound, reads the lists, runs the command line, and goes on to the lists. Does not return.
+void Start(const Launch& launch);
 
 }  // namespace qlm

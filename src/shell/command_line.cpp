@@ -64,7 +64,7 @@ std::vector<Text> CommandWords(TextView command) {
   return words;
 }
 
-bool RunCommandLine(TextView command) {
+std::optional<bool> RunCommandLine(TextView command) {
   bool chartNamed = false;
   for (const Text& word : CommandWords(command)) {
     if (const char16_t letter = OptionLetter(word)) {
@@ -83,7 +83,8 @@ bool RunCommandLine(TextView command) {
       }
     }
   }
-  return !chartNamed || PlayListEntry(0);
+  if (!chartNamed) return std::nullopt;
+  return PlayListEntry(0);
 }
 
 }  // namespace qlm

@@ -1,6 +1,7 @@
 // The command text: options, lists and charts.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "base/text.h"
@@ -14,8 +15,8 @@ bool IsOption(TextView word);
 // Splits at blanks, except between double quotes, which vanish. Empty words are left out.
 std::vector<Text> CommandWords(TextView command);
 
-// Takes the words in turn; then plays list entry 0 if at least one chart was named. False when that chart
-// could not be loaded.
-bool RunCommandLine(TextView command);
+// Takes the words in turn; then plays list entry 0 if at least one chart was named. Gives whether that chart
+// could be loaded, nothing when none was named.
+std::optional<bool> RunCommandLine(TextView command);
 
 }  // namespace qlm

@@ -4,17 +4,27 @@
 #include <cstddef>
 
 #include "base/hooks.h"
+#include "base/numbers.h"
+#include "base/paths.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "play/input.h"
 #include "play/pause.h"
+#include "screens/boot_screen.h"
+#include "screens/joystick_keys.h"
+#include "screens/list_cursor.h"
 #include "screens/loading_screen.h"
 #include "screens/screen_table.h"
+#include "screens/song_select.h"
 #include "screens/stills.h"
 #include "shell/exit.h"
 #include "shell/unwritten.h"
 #include "state/keys.h"
+#include "state/message.h"
 #include "state/session.h"
+#include "state/settings.h"
+#include "state/song_select.h"
 #include "state/surfaces.h"
 
 namespace qlm {
@@ -49,6 +59,8 @@ int32_t MenuKey(int16_t code) {
   }
 }
 
+bool TurnsTurntable(int16_t code) { return code == 16 || code == 17 || code == 26 || code == 27; }
+
 // The key that ends the entry of a name also comes as a character, which has done the work.
 bool SwallowsKey(int32_t key) {
   if (!nameEntered) return false;
@@ -74,6 +86,14 @@ void ConnectHooks() {
   hooks.loadPump = DoEvents;
   hooks.keyDown = ButtonDown;
   hooks.keyUp = ButtonUp;
+  hooks.character = Form_KeyPress;
+  hooks.mouseDown = Form_MouseDown;
+  hooks.mouseMoved = Form_MouseMove;
+  hooks.wheelTurned = [](int32_t steps) {
+    if (void (*const wheel)(int32_t) = ScreenOf(GameState).wheel) wheel(steps);
+  };
+  hooks.fileDropped = Form_OLEDragDrop;
+  hooks.scanProgress = ShowScan;
   hooks.closeRequested = Form_Unload;
 }
 
@@ -111,6 +131,7 @@ void ButtonUp(int32_t key) {
     SelectHeld = false;
     return;
   }
+  if (TurnsTurntable(code)) EndJoystickRepeat();
   if (key == kKeyEsc || code == kCodeEsc) {
     constexpr size_t kEscLane = 5;
     LaneDown[kEscLane] = false;
@@ -120,6 +141,33 @@ void ButtonUp(int32_t key) {
   if (const int32_t channel = LaneChannel(key); channel != 0) ReleaseLane(channel);
 }
 
-void Form_Unload() { ExitApp(); }
+void Form_KeyPress(char16_t unit) {
+  if (void (*const character)(int32_t) = ScreenOf(GameState).character) character(unit);
+}
+
+void Form_MouseDown(int32_t button) { ButtonDown(button == 0 ? kKeyEnter : kKeyLeft); }
+
+void Form_MouseMove(int32_t x, int32_t y) {
+  if (Windowed) return;
+  Assign(songSelect.mouseDX, RoundTo<int16_t>(songSelect.mouseDX + x - kScreen.Width() / 2));
+  Assign(songSelect.mouseDY, RoundTo<int16_t>(songSelect.mouseDY + y - kScreen.Height() / 2));
+  if (void (*const mouse)(int32_t, int32_t) = ScreenOf(GameState).mouse) {
+    mouse(songSelect.mouseDX, songSelect.mouseDY);
+  }
+}
+
+void Form_OLEDragDrop(TextView path) {
+  const bool onList = GameState == kStateSongSelect || GameState == kStateLists || GameState == kStateCourses;
+  if (!onList || ListIsBusy()) {
+    ShowMessage(u"DROP FOLDERS ON THE LIST");
+    return;
+  }
+  if (FileExists(path) || platform::IsFolder(path)) ShowDroppedFolder(path);
+}
+
+void Form_Unload() {
+  formRunning = false;
+  ExitApp();
+}
 
 }  // namespace qlm

@@ -53,6 +53,10 @@ struct SongSelect {
   uint32_t repeatStart = 0;  // clock of the press
   uint32_t repeatLast = 0;   // clock of the last step
 
+  // The pointer's travel from the screen's centre, added up over its events.
+  int16_t mouseDX = 0;
+  int16_t mouseDY = 0;
+
   uint8_t deciding = 0;  // 1 from a decision until its fade has ended
 };
 inline SongSelect songSelect;

@@ -10,7 +10,7 @@
 #include "screens/lane_choice.h"
 #include "screens/name_entry.h"
 #include "screens/results.h"
-#include "screens/song_select.h"
+#include "screens/song_select_keys.h"
 
 namespace qlm {
 namespace {
