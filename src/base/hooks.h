@@ -15,10 +15,12 @@ struct Hooks {
   void (*setCaption)(TextView text) = nullptr;
   // One frame of the loading screen.
   void (*loadingFrame)() = nullptr;
-  // Lets events run during a long load; called between the files of a chart.
+  // Lets events run during a long load; called between the files of a chart, and during a search for charts.
   void (*loadPump)() = nullptr;
-  // How far a search for charts has come, in words; often.
-  void (*scanProgress)(TextView text) = nullptr;
+  // A search for files has been through a folder; called for each, with the line that tells of it.
+  void (*folderSearched)(TextView line) = nullptr;
+  // A file or folder that a search or a read for a list could not read, with the system's reason.
+  void (*unreadable)(TextView path, TextView why) = nullptr;
   // A file of the game's own could not be written.
   void (*unwritten)(TextView path) = nullptr;
   // A key by its number: scan codes below 256, joystick inputs from 256.

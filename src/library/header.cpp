@@ -10,7 +10,9 @@
 #include "base/sort.h"
 #include "base/table.h"
 #include "chart/lines.h"
-#include "platform/files.h"
+#include "chart/reader.h"
+#include "library/progress.h"
+#include "platform/disk_search.h"
 #include "state/chart.h"
 #include "state/lists.h"
 
@@ -130,7 +132,9 @@ void ReadWord(SongEntry& song, TextView line) {
 }  // namespace
 
 void ReadBMSHeader(TextView path, int32_t index) {
-  ReadBMSHeaderBytes(path, index, platform::ReadFile(path).value_or(""));
+  const platform::TextBytes chart = platform::ReadText(path, kLongestChart);
+  if (!chart.why.empty()) ReportUnreadable(path, chart.why);
+  ReadBMSHeaderBytes(path, index, chart.bytes);
 }
 
 void ReadBMSHeaderBytes(TextView path, int32_t index, std::string_view bytes) {

@@ -1,10 +1,57 @@
 // Jukebox lists.
 #include "library/jukebox.h"
 
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "base/paths.h"
+#include "files/list_file.h"
+#include "library/progress.h"
+#include "library/song_list.h"
+#include "platform/files.h"
+#include "platform/heap.h"
+#include "platform/message_box.h"
+#include "state/lists.h"
+
 namespace qlm {
+namespace {
 
-void LoadJukeList(TextView, bool) {}
+// False when the file cannot be read or breaks off; the list then has what there is.
+bool TakeFile(TextView path) {
+  const std::optional<std::string> bytes = platform::ReadFile(path);
+  ListFile file;
+  if (!bytes || !platform::WithinMemory([&] { file = ReadListFile(*bytes); })) return false;
+  TakeRows(std::move(file.rows));
+  return file.whole;
+}
 
-void SaveJukeList(TextView, bool) {}
+}  // namespace
+
+void LoadJukeList(TextView path, bool quiet) {
+  using platform::BoxIcon;
+  if (!FileExists(path)) {
+    if (!quiet) platform::MessageBox(BoxIcon::kWarning, u"error", Join(u"listfile ", path, u"is not exist."));
+    return;
+  }
+  // A copy, since it may be a text of the list.
+  const Text name(path);
+  ClearList();
+  const bool loaded = TakeFile(name);
+  if (!loaded && !quiet) {
+    platform::MessageBox(BoxIcon::kCritical, u"error", u"an error occured in list loading process!");
+  }
+  listFileName = name;
+  ShowListProgress();
+}
+
+void SaveJukeList(TextView path, bool quiet) {
+  const bool saved = WriteListFile(path, songList);
+  if (!saved && !quiet) {
+    platform::MessageBox(platform::BoxIcon::kCritical, u"error", u"an error occured in list saving process!");
+  }
+  listFileName = Text(path);
+  ShowListProgress();
+}
 
 }  // namespace qlm

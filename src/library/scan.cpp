@@ -1,12 +1,138 @@
 // Searching folders for charts.
 #include "library/scan.h"
 
+#include <optional>
+#include <set>
+#include <utility>
+
+#include "base/log.h"
+#include "base/paths.h"
+#include "files/search_folders.h"
+#include "library/jukebox.h"
+#include "library/lists.h"
+#include "library/progress.h"
+#include "library/song_list.h"
+#include "platform/disk_search.h"
+#include "platform/message_box.h"
+#include "state/lists.h"
+
 namespace qlm {
+namespace {
 
-void FindFiles(Text&, TextView, bool) {}
+constexpr int16_t kLimit = 2;  // the folder itself and those in it
 
-void ScanFolder(TextView) {}
+// Folders that a search without a limit has entered.
+std::set<platform::FolderId> entered;
 
-bool MakeBMSListFile(bool) { return false; }
+bool AtLimit() { return library.scanDepth >= kLimit && !library.scanNoLimit; }
+
+// A pattern is "*" and the end of a name.
+bool Fits(TextView name, TextView pattern) {
+  const TextView end = pattern.substr(pattern.empty() ? 0 : 1);
+  return name.size() >= end.size() && EqualsAnyCase(Right(name, Len(end)), end);
+}
+
+void TakeFiles(const Text& folder, const std::vector<Text>& names, TextView pattern) {
+  for (const Text& name : names) {
+    if (Fits(name, pattern)) library.foundFiles.push_back(folder + name);
+  }
+  library.foundCount = static_cast<int32_t>(library.foundFiles.size());
+}
+
+void ReportOthers(const Text& folder, const std::vector<Text>& names, TextView pattern) {
+  for (const Text& name : names) {
+    if (Fits(name, pattern)) ReportUnreadable(folder + name, u"It is no file, or a link to none");
+  }
+}
+
+// Deepens the search for as long as it lives.
+class Level {
+ public:
+  Level() {
+    if (library.scanDepth++ == 0) entered.clear();
+  }
+  ~Level() { --library.scanDepth; }
+  Level(const Level&) = delete;
+  Level& operator=(const Level&) = delete;
+};
+
+void FindFilesBelow(const Text& folder, const std::vector<Text>& names, TextView patterns) {
+  for (const Text& name : names) {
+    if (!name.starts_with(u'.')) FindFiles(folder + name, patterns, true);
+  }
+}
+
+// What a scan looks into. Without a search file it is a first start, which shows the stock songs.
+std::vector<Text> LinesToSearch() {
+  return ReadSearchFile().value_or(std::vector<Text>{Join(kCurrentFolder, u"\\songs")});
+}
+
+void MakeJukebox(TextView folder) {
+  DebugLog(Join(u"seeking ", folder));
+  if (folder.ends_with(u'\\')) folder.remove_suffix(1);
+  ClearList();
+  ScanFolder(folder);
+  // Quirk: the last index, so that -1 is nothing and 0 is one chart.
+  DebugLog(Join(u"founds: ", lastSong));
+  if (lastSong < 0) return;
+  // Quirk: two folders of one name share a jukebox, which has the charts of the later one.
+  SaveJukeList(DataPath(Join(u"jukelist\\", GetFileName(folder), u".qbl")), true);
+}
+
+}  // namespace
+
+void FindFiles(TextView folderName, TextView patterns, bool recurse) {
+  const Text folder = EnsureBackslash(folderName);
+  if (AtLimit()) return;
+  const Level level;
+  platform::FolderContents contents = platform::ReadFolder(folder);
+  if (!contents.why.empty()) return ReportUnreadable(folder, contents.why);
+  if (library.scanNoLimit && !entered.insert(contents.id).second) return;
+
+  for (const Text& pattern : Split(patterns, u";")) {
+    TakeFiles(folder, contents.files, pattern);
+    ReportOthers(folder, contents.others, pattern);
+  }
+  ShowSearchProgress(folder);
+  PumpSearch();
+  if (recurse && !AtLimit()) FindFilesBelow(folder, contents.folders, patterns);
+}
+
+std::vector<Text> SearchFiles(TextView folder, TextView patterns) {
+  library.foundCount = 0;
+  library.foundFiles.clear();
+  FindFiles(folder, patterns, true);
+  // A copy, since events may search while the files are read.
+  return library.foundFiles;
+}
+
+void ScanFolder(TextView folder) {
+  const bool within = std::exchange(library.scanRunning, true);
+  for (const Text& path : SearchFiles(folder, u"*.bms;*.bme")) {
+    AddSong(path);
+    PumpSearch();
+  }
+  library.scanRunning = within;
+}
+
+bool MakeBMSListFile(bool noDepthLimit) {
+  DebugLog(Join(u"[MakeBMSListFile] depth limit:", !noDepthLimit));
+  library.scanNoLimit = noDepthLimit;
+  library.scanRunning = true;
+  for (const Text& line : LinesToSearch()) {
+    if (const std::optional<Text> folder = SearchedFolder(line)) MakeJukebox(*folder);
+  }
+  library.scanRunning = false;
+  UpdateJukeList();
+  if (lastSong >= 0) {
+    DebugLog(u"complete.");
+    ShowProgress(u"Scan complete.");
+    return true;
+  }
+  platform::MessageBox(
+      platform::BoxIcon::kCritical, u"No BMSs",
+      u"BMSファイルが見つかりません。「BMS再検索」で検索フォルダを追加してBMS検索をしてください。");
+  return false;
+}
 
 }  // namespace qlm

@@ -3,15 +3,10 @@
 
 #include "base/paths.h"
 #include "library/header.h"
+#include "library/progress.h"
 #include "state/lists.h"
 
 namespace qlm {
-namespace {
-
-// The progress text is the startup menu's caption; the menu is still to come.
-void ShowScanProgress() {}
-
-}  // namespace
 
 void ClearList() {
   lastSong = -1;
@@ -21,7 +16,16 @@ void ClearList() {
   songCleared.clear();
   songHasRecord.clear();
   songList.clear();
-  ShowScanProgress();
+  ShowListProgress();
+}
+
+void TakeRows(std::vector<SongEntry> rows) {
+  songList = std::move(rows);
+  lastSong = static_cast<int32_t>(songList.size()) - 1;
+  songCleared.assign(songList.size(), false);
+  songHasRecord.assign(songList.size(), false);
+  listTotalTime = 0;
+  for (const SongEntry& song : songList) listTotalTime += song.lengthMs;
 }
 
 void ShowList(const std::vector<SongEntry>& rows) {
@@ -40,7 +44,7 @@ void AddSong(TextView path) {
   songHasRecord.resize(rows);
   if (FileExists(path)) ReadBMSHeader(path, lastSong);
   listTotalTime += songList.back().lengthMs;
-  ShowScanProgress();
+  ShowListProgress();
 }
 
 }  // namespace qlm

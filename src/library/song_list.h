@@ -13,5 +13,7 @@ void ClearList();
 void ShowList(const std::vector<SongEntry>& rows);
 // Appends a row and reads the chart's header into it. A missing file leaves the row empty.
 void AddSong(TextView path);
+// Puts these rows into an empty list.
+void TakeRows(std::vector<SongEntry> rows);
 
 }  // namespace qlm

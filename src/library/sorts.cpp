@@ -1,14 +1,55 @@
 // The sorts of the active list.
 #include "library/sorts.h"
 
+#include <cstdint>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/sort.h"
+#include "base/text.h"
+#include "platform/collation.h"
+#include "state/lists.h"
+
 namespace qlm {
+namespace {
 
-void SortByLevel() {}
+// Sorts the rows by their keys, which are made once. Rows go their way as if they were swapped themselves.
+template <typename MakeKey>
+void SortRows(MakeKey makeKey) {
+  struct Place {
+    decltype(makeKey(songList[0])) key;
+    size_t row;
+  };
+  std::vector<Place> places;
+  places.reserve(songList.size());
+  for (const SongEntry& song : songList) places.push_back({makeKey(song), places.size()});
+  SortInScheme(
+      std::span(places), [](const Place& place) -> const auto& { return place.key; });
+  std::vector<SongEntry> sorted;
+  sorted.reserve(places.size());
+  for (const Place& place : places) sorted.push_back(std::move(songList[place.row]));
+  songList = std::move(sorted);
+}
 
-void SortByGenre() {}
+void SortByText(Text SongEntry::*field) {
+  // No list file holds a longer text.
+  constexpr int64_t kLongestText = UINT16_MAX;
+  const platform::Collation collation;
+  SortRows([&](const SongEntry& song) { return collation.Key(Left(song.*field, kLongestText)); });
+}
 
-void SortByTitle() {}
+}  // namespace
 
-void SortByArtist() {}
+void SortByLevel() {
+  SortRows([](const SongEntry& song) { return song.playLevel; });
+}
+
+void SortByGenre() { SortByText(&SongEntry::genre); }
+
+void SortByTitle() { SortByText(&SongEntry::title); }
+
+void SortByArtist() { SortByText(&SongEntry::artist); }
 
 }  // namespace qlm

@@ -93,7 +93,7 @@ void ConnectHooks() {
     if (void (*const wheel)(int32_t) = ScreenOf(GameState).wheel) wheel(steps);
   };
   hooks.fileDropped = Form_OLEDragDrop;
-  hooks.scanProgress = ShowScan;
+  hooks.folderSearched = ShowScan;
   hooks.closeRequested = Form_Unload;
 }
 

@@ -1,0 +1,145 @@
+// List files between memory and disk.
+#include "files/list_file.h"
+
+#include <bit>
+
+#include "base/paths.h"
+#include "files/data_folder.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace qlm {
+namespace {
+
+constexpr size_t kHeadBytes = 20;
+constexpr size_t kMostTextBytes = UINT16_MAX;
+
+// Before a path that code page 932 does not hold: it stands in UTF-8 then. No path begins with these bytes,
+// as each is whole and so begins with a "\" or a drive's letter.
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+std::string_view TakeBytes(Cursor& cursor) { return cursor.Bytes(cursor.U16()); }
+
+Text TakeText(Cursor& cursor) { return platform::DecodeCp932(TakeBytes(cursor)); }
+
+Text TakePath(Cursor& cursor) {
+  const std::string_view bytes = TakeBytes(cursor);
+  if (bytes.starts_with(kUtf8Mark)) return platform::DecodeUtf8(bytes.substr(kUtf8Mark.size()));
+  return platform::DecodeCp932(bytes);
+}
+
+int32_t TakeWhole(Cursor& cursor) { return std::bit_cast<int32_t>(cursor.U32()); }
+
+void PutNumber(std::string& bytes, uint32_t value, int width) {
+  for (int i = 0; i < width; ++i) bytes.push_back(static_cast<char>(value >> (8 * i) & 255));
+}
+
+void PutWhole(std::string& bytes, int32_t value) { PutNumber(bytes, std::bit_cast<uint32_t>(value), 4); }
+
+void PutCounted(std::string& bytes, std::string_view text) {
+  PutNumber(bytes, static_cast<uint32_t>(text.size()), 2);
+  bytes += text;
+}
+
+// Whole characters, as many as there is room for.
+std::string CutToRoom(TextView text) {
+  text = Left(text, kMostTextBytes);
+  std::string bytes = platform::EncodeCp932(text);
+  while (bytes.size() > kMostTextBytes) {
+    // A character has two bytes at most, so that no more goes than must.
+    text.remove_suffix((bytes.size() - kMostTextBytes + 1) / 2);
+    bytes = platform::EncodeCp932(text);
+  }
+  return bytes;
+}
+
+void PutText(std::string& bytes, TextView text) { PutCounted(bytes, CutToRoom(text)); }
+
+// A chart must be found again by its path.
+void PutPath(std::string& bytes, TextView path) {
+  const std::string encoded = CutToRoom(path);
+  if (platform::DecodeCp932(encoded) == path) return PutCounted(bytes, encoded);
+  const std::string marked = std::string(kUtf8Mark) + platform::EncodeUtf8(path);
+  PutCounted(bytes, marked.size() <= kMostTextBytes ? marked : encoded);
+}
+
+}  // namespace
+
+SongEntry TakeSongEntry(Cursor& cursor) {
+  SongEntry song;
+  song.title = TakeText(cursor);
+  song.artist = TakeText(cursor);
+  song.genre = TakeText(cursor);
+  song.bpm = std::bit_cast<float>(cursor.U32());
+  song.player = TakeWhole(cursor);
+  song.playLevel = TakeWhole(cursor);
+  song.midiFile = TakeText(cursor);
+  song.rank = TakeWhole(cursor);
+  song.volWav = TakeWhole(cursor);
+  song.total = TakeWhole(cursor);
+  song.lengthMs = TakeWhole(cursor);
+  song.stageFile = TakeText(cursor);
+  song.numWav = TakeWhole(cursor);
+  song.numBmp = TakeWhole(cursor);
+  song.path = TakePath(cursor);
+  return song;
+}
+
+void PutSongEntry(std::string& bytes, const SongEntry& song) {
+  PutText(bytes, song.title);
+  PutText(bytes, song.artist);
+  PutText(bytes, song.genre);
+  PutNumber(bytes, std::bit_cast<uint32_t>(song.bpm), 4);
+  PutWhole(bytes, song.player);
+  PutWhole(bytes, song.playLevel);
+  PutText(bytes, song.midiFile);
+  PutWhole(bytes, song.rank);
+  PutWhole(bytes, song.volWav);
+  PutWhole(bytes, song.total);
+  PutWhole(bytes, song.lengthMs);
+  PutText(bytes, song.stageFile);
+  PutWhole(bytes, song.numWav);
+  PutWhole(bytes, song.numBmp);
+  PutPath(bytes, song.path);
+}
+
+ListFile ReadListFile(std::string_view bytes) {
+  ListFile list;
+  Cursor cursor(bytes);
+  // Quirk: neither the word nor the version at its head is looked at; any file with rows at their place is a
+  // list.
+  cursor.Skip(kHeadBytes);
+  list.lastSong = TakeWhole(cursor);
+  if (!cursor.Good()) {
+    list.lastSong = -1;
+    return list;
+  }
+  // However many rows the file tells of, there are no more than its bytes hold.
+  size_t left = cursor.Left();
+  for (int64_t row = 0; row <= list.lastSong && left > 0; ++row) {
+    list.rows.push_back(TakeSongEntry(cursor));
+    left = cursor.Left();
+  }
+  list.whole = cursor.Good() && static_cast<int64_t>(list.rows.size()) == int64_t{list.lastSong} + 1;
+  list.unread = left;
+  return list;
+}
+
+std::string ListFileBytes(std::span<const SongEntry> rows) {
+  std::string bytes = "qlm_juke";
+  bytes.append(11, '\0');
+  bytes.push_back(1);  // version
+  // Quirk: the last index and not the count.
+  PutWhole(bytes, static_cast<int32_t>(rows.size()) - 1);
+  for (const SongEntry& song : rows) PutSongEntry(bytes, song);
+  return bytes;
+}
+
+bool WriteListFile(TextView path, std::span<const SongEntry> rows) {
+  const std::string bytes = ListFileBytes(rows);
+  const Text folder = DataPath(u"");
+  if (path.starts_with(folder)) return SaveDataFile(path.substr(folder.size()), bytes);
+  return platform::WriteFile(path, bytes);
+}
+
+}  // namespace qlm
