@@ -1,8 +1,6 @@
 // Progress of a search.
 #include "library/progress.h"
 
-#include <optional>
-
 #include "base/hooks.h"
 #include "base/log.h"
 #include "platform/clock.h"
@@ -43,11 +41,10 @@ void ReportUnreadable(TextView path, TextView why) {
 
 void PumpSearch() {
   constexpr int32_t kInterval = 50;  // ms
-  static std::optional<uint32_t> last;
   const uint32_t now = platform::Now();
-  if (hooks.loadPump == nullptr || (last && platform::Elapsed(now, *last) < kInterval)) return;
-  last = now;
-  hooks.loadPump();
+  if (library.lastPump && platform::Elapsed(now, *library.lastPump) < kInterval) return;
+  library.lastPump = now;
+  if (hooks.loadPump != nullptr) hooks.loadPump();
 }
 
 }  // namespace qlm

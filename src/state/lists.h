@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "base/text.h"
@@ -46,10 +47,11 @@ struct Library {
   int32_t lastCourse = -1;
   std::vector<Text> foundFiles;  // of the last search
   int32_t foundCount = 0;
-  int16_t scanDepth = 0;     // folders that the search stands in, one below the other
-  bool scanNoLimit = false;  // a search goes down to any depth
-  bool scanRunning = false;  // charts are looked for: what events bring must leave the list alone
-  int32_t playedSongs = 0;   // of this play session, in the history file
+  int16_t scanDepth = 0;             // folders that the search stands in, one below the other
+  bool scanNoLimit = false;          // a search goes down to any depth
+  bool scanRunning = false;          // charts are looked for: what events bring must leave the list alone
+  std::optional<uint32_t> lastPump;  // clock at which a search last let events run
+  int32_t playedSongs = 0;           // of this play session, in the history file
 };
 inline Library library;
 
