@@ -28,14 +28,6 @@ void TakeRows(std::vector<SongEntry> rows) {
   for (const SongEntry& song : songList) listTotalTime += song.lengthMs;
 }
 
-void ShowList(const std::vector<SongEntry>& rows) {
-  ClearList();
-  songList = rows;
-  lastSong = static_cast<int32_t>(rows.size()) - 1;
-  songCleared.resize(rows.size());
-  songHasRecord.resize(rows.size());
-}
-
 void AddSong(TextView path) {
   ++lastSong;
   const auto rows = static_cast<size_t>(lastSong) + 1;

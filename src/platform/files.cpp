@@ -99,7 +99,8 @@ std::optional<std::string> FindPath(std::u16string_view path) {
   if (Exists(slashed)) return slashed;
   std::string missing;
   std::string found = Descend(slashed, missing);
-  if (!missing.empty()) return std::nullopt;
+  // A file with a separator behind it is none.
+  if (!missing.empty() || !Exists(found)) return std::nullopt;
   return found;
 }
 

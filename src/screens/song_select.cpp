@@ -142,7 +142,8 @@ void ShowDroppedFolder(TextView folder) {
 void JukeReady() {
   DebugLog(u"[Load JukeList]");
   GameState = kStateLists;
-  ShowList(library.jukeList);
+  ClearList();
+  TakeRows(library.jukeList);
   listCursor = std::clamp(songSelect.jukeCursorSaved, 0, std::max(lastSong, 0));
   ResetListState();
   ReleaseStage();

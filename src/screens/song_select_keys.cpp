@@ -136,7 +136,8 @@ void ShowCourses() {
   songSelect.clearCheckRow = 0;
   GameState = kStateCourses;
   CourseMode = true;
-  ShowList(library.courseList);
+  ClearList();
+  TakeRows(library.courseList);
   DebugLog(u"CourseList Loaded");
   ResetListState();
   StartCrossfade(kFadeToCourses);

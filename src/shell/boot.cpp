@@ -135,6 +135,7 @@ void OpenLists() {
   PrintBoot(u"initialize complete. songlist mode.");
   DrawBootScreen();
   KeyHeld.Clear();
+  selectLocked = false;
   ListAnm();
 }
 
@@ -185,6 +186,8 @@ void Start(const Launch& launch) {
   PrintBoot(Join(u"quillmarch ", ProgramVersion().revision, u" booting... "));
   if (!keepsDataFolder) PrintBoot(u"another one runs: nothing is saved");
   InitDS();
+  // No list is up yet that keys could choose from.
+  selectLocked = true;
   BootLog(u"[Start] preparing...");
   if (PreviewDelay == 0) PreviewDelay = 1;
   BootLog(u"Updating list contents", 1);

@@ -15,7 +15,7 @@ void ResetSettings() {
   NoBGA = NoWAV = false;
   WAVLoadmode = BMPLoadmode = BMPRelease = CourseLoadMode = 0;
   BMSPreview = ENDLESSMODE = 0;
-  PreviewDelay = 0;
+  PreviewDelay = 1000;
   CourseEffect = false;
   LoadBudget = 0;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;

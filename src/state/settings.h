@@ -40,7 +40,7 @@ inline int32_t BMPRelease = 0;
 inline int32_t CourseLoadMode = 0;  // 2 all files of a course while reading, others while playing
 inline uint8_t BMSPreview = 0;
 inline uint8_t ENDLESSMODE = 0;
-inline int32_t PreviewDelay = 0;  // ms
+inline int32_t PreviewDelay = 1000;  // ms
 inline bool CourseEffect = false;
 inline int32_t LoadBudget = 0;  // MiB that sounds and pictures may hold together; up to 0: half of the memory
 

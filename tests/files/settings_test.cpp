@@ -68,7 +68,7 @@ constexpr std::array<Expected, 54> kExpected = {{
     {u"Setting", u"RealtimeStretch", u"False", u"False"},
     {u"Setting", u"CourseEffect", u"True", u"True"},
     {u"Setting", u"ShowClearedOnList", u"True", u"True"},
-    {u"Setting", u"PreviewDelay", u"0", u"0"},
+    {u"Setting", u"PreviewDelay", u"1000", u"1000"},
     {u"Skin", u"1P", u"\\_qlmfiles\\default.brd", u"\\_qlmfiles\\default.brd"},
     {u"Skin", u"2P", u"\\_qlmfiles\\default.brd", u"\\_qlmfiles\\default.brd"},
     {u"Skin", u"DP", u"\\_qlmfiles\\default_dp.brd", u"\\_qlmfiles\\default_dp.brd"},
@@ -228,7 +228,7 @@ TEST_F(SettingsTest, ValueThatDoesNotConvertLeavesItsVariable) {
   EXPECT_EQ(BMSPreview, 0);
   EXPECT_EQ(WAVLoadmode, 0);
   EXPECT_EQ(DRAWLIMIT, 0);
-  EXPECT_EQ(PreviewDelay, 0);
+  EXPECT_EQ(PreviewDelay, 1000);
   EXPECT_TRUE(SCRATCH2P);
   EXPECT_EQ(numObjs, 65535);
 }
@@ -271,7 +271,7 @@ TEST_F(SettingsTest, NewFileHoldsEveryKeyInOrder) {
       "BMPRelease=0\r\nBMSPreview=1\r\nCourseLoadMode=0\r\nNOVSync=False\r\nFont=\r\n"
       "brd=\\g\\_qlmfiles\\qlm_scr.brd\r\nDrawLimit=1\r\nENDLESSMODE=1\r\nNOSMOOTHSCROLL=False\r\n"
       "DirectBlt=False\r\nJoyXYEnable=False\r\nWaitVBlank=False\r\nRealtimeStretch=False\r\n"
-      "CourseEffect=True\r\nShowClearedOnList=True\r\nPreviewDelay=0\r\nSCRATCH1P=0\r\nSCRATCH2P=0\r\n"
+      "CourseEffect=True\r\nShowClearedOnList=True\r\nPreviewDelay=1000\r\nSCRATCH1P=0\r\nSCRATCH2P=0\r\n"
       "[NetSetting]\r\nMyName=Default\r\n"
       "[NoteSetting]\r\nHidden=False\r\nSudden=False\r\nStealth=False\r\nReverse=False\r\nAccel=False\r\n"
       "Quil=False\r\n"

@@ -41,7 +41,7 @@ void StartWithoutADisplay() {
   setenv("SDL_VIDEODRIVER", "dummy", 1);
   setenv("SDL_AUDIODRIVER", "dummy", 1);
   hooks.framePresented = TellFrame;
-  Start(u"");
+  Start({});
 }
 
 using StartTest = GameTest;
