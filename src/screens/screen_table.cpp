@@ -27,7 +27,7 @@ ScreenTable MakeTable() {
   table[kStateCourseSongs] = {.frame = ListFrame, .key = ProcessKey_SongSelect};
   table[kStatePlay] = {.key = ProcessKey_Play};
   table[kStateResults] = {.key = ProcessKey_Results};
-  table[kStateEnterCourse] = {.frame = mEditCourse, .settingKeys = false};
+  table[kStateEnterCourse] = {.frame = mEditCourse};
   table[kStateEditCourse] = {.frame = mEditCourse, .key = ProcessKey_EditCourse, .settingKeys = false};
   table[kStateEnterName] = {.character = ProcessKey_EnterName, .settingKeys = false};
   table[kStateAutoLanes] = {.frame = DrawLaneChoice, .key = ProcessKey_AutoLanes};

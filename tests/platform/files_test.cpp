@@ -129,6 +129,14 @@ TEST_F(FilesTest, MissingFilesAndFoldersGiveNothing) {
   EXPECT_TRUE(platform::ListFolder(Join(AppPath, u"\\nothing")).empty());
 }
 
+TEST_F(FilesTest, AFileWithASeparatorBehindItIsNone) {
+  WriteSystem("Song.bms", "x");
+  for (const TextView name : {u"\\Song.bms\\", u"\\SONG.bms\\", u"\\song.BMS\\\\"}) {
+    EXPECT_FALSE(platform::FindPath(Join(AppPath, name))) << Utf8(name);
+    EXPECT_FALSE(platform::FileLength(Join(AppPath, name))) << Utf8(name);
+  }
+}
+
 TEST_F(FilesTest, NeverWaitsForAPipe) {
   ASSERT_EQ(mkfifo((SystemFolder() + "/pipe.bms").c_str(), 0600), 0);
   EXPECT_FALSE(platform::ReadFile(Join(AppPath, u"\\pipe.bms")));

@@ -40,6 +40,8 @@ class RunTest : public GameTest {
   RunTest() {
     fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
     fs::copy(QLM_BINARY_DIR "/_qlmfiles/wav", SystemFolder() + "/_qlmfiles/wav");
+    // The start wants charts for its lists.
+    WriteText(u"songs\\stock.bms", u"\r\n#TITLE stock\r\n");
     WriteData(u"song\\base.bmp", QuarteredBmp(kQuarters));
     WriteText(u"song\\test.bms",
               u"\r\n#PLAYER 1\r\n#TITLE 試験\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 240\r\n#BMP01 base.bmp\r\n"
@@ -64,7 +66,7 @@ class RunTest : public GameTest {
   // Starts the program on the display, or on none.
   void Start(const std::string& waylandDisplay = "") {
     program_ = std::make_unique<Process>(
-        std::vector<std::string>{SystemFolder() + "/quillmarch", chart_},
+        std::vector<std::string>{SystemFolder() + "/quillmarch", "--once", chart_},
         std::map<std::string, std::string>{{"DISPLAY", display_ ? display_->Name() : ""},
                                            {"WAYLAND_DISPLAY", waylandDisplay},
                                            {"XDG_SESSION_TYPE", ""},

@@ -26,7 +26,11 @@ constexpr TextView kChart =
 
 class BootTest : public GameTest {
  protected:
-  BootTest() { fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch"); }
+  // A copy of the program, with a chart for its lists.
+  BootTest() {
+    fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
+    WriteText(u"songs\\stock.bms", u"\r\n#TITLE stock\r\n");
+  }
 
   ProcessResult Start(std::vector<std::string> arguments, int seconds = 60) const {
     arguments.insert(arguments.begin(), SystemFolder() + "/quillmarch");
@@ -84,14 +88,34 @@ class BootTest : public GameTest {
 
 TEST_F(BootTest, LogsEachStepWordForWord) {
   EXPECT_EQ(Start({"-P"}).exitStatus, 0);
-  ExpectInOrder({std::string(67, '-'), "    [InitDX]", "    [InitDI_Keyboard]",
+  ExpectInOrder({std::string(67, '-'),
+                 "    [InitDX]",
+                 "    [InitDI_Keyboard]",
                  "    DirectInput [Keyboard] Initialized",
-                 "    # Key-config file wasn't detected. Load default setting.", "    [InitDD]",
-                 "    [InitDS]", "    [Start] preparing...", "    Updating list contents",
-                 "        [UpdateSkinList]", "        0 skins(s) has detected.", "        Done",
-                 "        # BMS-list(s) not found. Make now.", "        Opening MixerHandle...",
-                 "        Loading ConvDict...", "        [ExitApp]", "        saving settings...",
-                 "        Kill timers...", "        complete."});
+                 "    # Key-config file wasn't detected. Load default setting.",
+                 "    [InitDD]",
+                 "    [InitDS]",
+                 "    [Start] preparing...",
+                 "    Updating list contents",
+                 "        [UpdateCourseList]",
+                 "        0 course(s) has detected.",
+                 "        [UpdateSkinList]",
+                 "        0 skins(s) has detected.",
+                 "        [UpdateJukeList]",
+                 "        -1 juke(s) has detected.",
+                 "        Done",
+                 "        # BMS-list(s) not found. Make now.",
+                 "        [MakeBMSListFile] depth limit:True",
+                 "        founds: 0",
+                 "        [UpdateJukeList]",
+                 "        0 juke(s) has detected.",
+                 "        complete.",
+                 "        Opening MixerHandle...",
+                 "        Loading ConvDict...",
+                 "        [ExitApp]",
+                 "        saving settings...",
+                 "        Kill timers...",
+                 "        complete."});
   const std::vector<std::string> lines = LogLines();
   ASSERT_GT(lines.size(), 2U);
   EXPECT_EQ(lines.back(), "        complete.");
@@ -99,6 +123,28 @@ TEST_F(BootTest, LogsEachStepWordForWord) {
   const std::string banner = "[Main] quillmarch " + Utf8(VersionText()) + " start on ";
   EXPECT_TRUE(lines[1].starts_with(banner)) << lines[1];
   EXPECT_EQ(lines[1].size(), banner.size() + 19);
+}
+
+TEST_F(BootTest, ListsThatStandAreNotMadeAnew) {
+  Start({"-P"});
+  Start({"-P"});
+  EXPECT_TRUE(LogHolds("0 juke(s) has detected."));
+  EXPECT_FALSE(LogHolds("Make now."));
+  EXPECT_FALSE(LogHolds("[MakeBMSListFile]"));
+}
+
+TEST_F(BootTest, WithoutAnyChartToListTheStartEnds) {
+  fs::remove_all(SystemFolder() + "/songs");
+  const ProcessResult result = Start({Chart(u"s\\a.bms")});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_NE(
+      result.errors.find("No BMSs: BMSファイルが見つかりません。「BMS再検索」で検索フォルダを追加してBMS検"
+                         "索をしてください。"),
+      std::string::npos)
+      << result.errors;
+  EXPECT_FALSE(LogHolds("Opening MixerHandle..."));
+  EXPECT_FALSE(LogHolds("[PlayLoop]"));
+  EXPECT_TRUE(LogHolds("[ExitApp]"));
 }
 
 TEST_F(BootTest, MakesItsFolders) {
@@ -109,6 +155,7 @@ TEST_F(BootTest, MakesItsFolders) {
 }
 
 TEST_F(BootTest, LogHoldsOnlyTheLastRun) {
+  Start({"-P"});
   Start({"-P"});
   const size_t lines = LogLines().size();
   Start({"-P"});
@@ -260,6 +307,7 @@ TEST_F(BootTest, TranscriptThatCannotBeWrittenIsTold) {
 }
 
 TEST_F(BootTest, PreviewDelayOfNothingBecomesOne) {
+  WriteText(u"_qlmfiles\\qlm_conf.ini", u"[Setting]\r\nPreviewDelay=0\r\n");
   Start({"-P"});
   EXPECT_NE(Settings().find("PreviewDelay=1\r\n"), std::string::npos);
 }

@@ -48,9 +48,10 @@ TEST_F(CommandLineTest, MinusOptionsStayByTheirFirstTwoCharacters) {
 }
 
 TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
-  const Launch launch = ReadArguments(std::vector<std::string>{"-P", "--demo", "/a.bms", "-x"});
+  const Launch launch = ReadArguments(std::vector<std::string>{"-P", "--demo", "/a.bms", "--once", "-x"});
   EXPECT_EQ(Utf8(launch.command), "-P \\a.bms " + Here() + "\\-x");
   EXPECT_TRUE(launch.demo);
+  EXPECT_TRUE(launch.once);
   EXPECT_EQ(launch.answer, "");
   EXPECT_EQ(launch.wrong, "");
 }
@@ -112,7 +113,7 @@ TEST_F(CommandLineTest, OptionsAreKnownByTheirFirstTwoCharacters) {
 
 TEST_F(CommandLineTest, OptionsAloneStartNoPlay) {
   NoBGA = NoWAV = true;
-  EXPECT_TRUE(RunCommandLine(u"-P /S -B -W -Q"));
+  EXPECT_EQ(RunCommandLine(u"-P /S -B -W -Q"), std::nullopt);
   EXPECT_TRUE(PlayEnd);
   EXPECT_FALSE(NoBGA);
   EXPECT_FALSE(NoWAV);
@@ -129,7 +130,7 @@ TEST_F(CommandLineTest, MinusFormsSwitchOnLikeTheOthers) {
 
 TEST_F(CommandLineTest, ListFileAloneStartsNoPlay) {
   lastSong = 3;
-  EXPECT_TRUE(RunCommandLine(u"\\x\\some.qpl"));
+  EXPECT_EQ(RunCommandLine(u"\\x\\some.qpl"), std::nullopt);
   EXPECT_EQ(lastSong, 3);
   EXPECT_FALSE(Logged(u"[PlayLoop]"));
 }

@@ -44,7 +44,8 @@ GameTest::GameTest() : folder_(NewFolder()) {
 
 GameTest::~GameTest() {
   ResetState();
-  for (const int timer : {platform::kTimerPlay, platform::kTimerPreview, platform::kTimerNetwork}) {
+  for (const int timer : {platform::kTimerPlay, platform::kTimerPreview, platform::kTimerNetwork,
+                          platform::kTimerPlayCurSong, platform::kTimerRunFESub}) {
     platform::KillTimer(timer);
   }
   hooks = {};
