@@ -3,6 +3,9 @@
 
 namespace qlm {
 
-void ResetRecords() { RecCount = RecCursor = 0; }
+void ResetRecords() {
+  PlayRecord.clear();
+  RecCount = RecCursor = 0;
+}
 
 }  // namespace qlm

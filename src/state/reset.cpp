@@ -11,6 +11,7 @@
 #include "state/network.h"
 #include "state/options.h"
 #include "state/records.h"
+#include "state/scores.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/skin.h"
@@ -34,6 +35,7 @@ void ResetState() {
   ResetJudgement();
   ResetGauge();
   ResetRecords();
+  scores = {};
   ResetNetwork();
   ResetKeys();
   ResetSkin();
