@@ -1,6 +1,7 @@
 // Little-endian reading of bytes from outside: never past the end, and once it failed it stays failed.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <string_view>
 
@@ -18,6 +19,9 @@ class Cursor {
   uint8_t U8() { return static_cast<uint8_t>(Number(1)); }
   uint16_t U16() { return static_cast<uint16_t>(Number(2)); }
   uint32_t U32() { return Number(4); }
+  int16_t I16() { return std::bit_cast<int16_t>(U16()); }
+  int32_t I32() { return std::bit_cast<int32_t>(U32()); }
+  float F32() { return std::bit_cast<float>(U32()); }
   std::string_view Bytes(size_t count) {
     if (count > Left()) good_ = false;
     if (!good_) return {};

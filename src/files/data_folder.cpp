@@ -14,12 +14,13 @@ bool TakeDataFolder() {
   return keepsDataFolder;
 }
 
-bool SaveDataFile(TextView name, std::string_view bytes) {
-  if (!keepsDataFolder) return true;
-  const Text path = DataPath(name);
+bool SaveFile(TextView path, std::string_view bytes) {
+  if (!keepsDataFolder && path.starts_with(DataPath(u""))) return true;
   if (platform::WriteFile(path, bytes)) return true;
   if (hooks.unwritten != nullptr) hooks.unwritten(path);
   return false;
 }
+
+bool SaveDataFile(TextView name, std::string_view bytes) { return SaveFile(DataPath(name), bytes); }
 
 }  // namespace qlm

@@ -15,8 +15,10 @@ inline bool keepsDataFolder = true;
 // and the log switched off, when another program has it.
 bool TakeDataFolder();
 
-// Writes a file below \_qlmfiles. False, with the hook for unwritten files called, when that fails and the
-// old file stayed; in a second program nothing is written and nothing has failed.
+// Writes a file anywhere. False, with the hook for unwritten files called, when that fails and the old file
+// stayed. Below \_qlmfiles a second program writes nothing, and nothing has failed.
+bool SaveFile(TextView path, std::string_view bytes);
+// The same for a file below \_qlmfiles.
 bool SaveDataFile(TextView name, std::string_view bytes);
 
 }  // namespace qlm

@@ -139,6 +139,15 @@ bool IsFolder(std::u16string_view path) {
   return found && stat(found->c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+bool FolderIsReadOnly(std::u16string_view path) {
+  const std::optional<std::string> found = FindPath(path);
+  struct stat info {};
+  if (!found || stat(found->c_str(), &info) != 0 || !S_ISDIR(info.st_mode)) return false;
+  // The system's administrator may write everywhere, so the rights themselves count too.
+  constexpr mode_t kAnyWriter = S_IWUSR | S_IWGRP | S_IWOTH;
+  return (info.st_mode & kAnyWriter) == 0 || access(found->c_str(), W_OK) != 0;
+}
+
 std::optional<std::string> ReadFile(std::u16string_view path) { return ReadFilePart(path, 0, INT64_MAX); }
 
 std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset, int64_t length) {

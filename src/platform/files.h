@@ -21,6 +21,9 @@ std::u16string InnerPath(const std::string& systemPath);
 // Bytes of a file, nothing when it is no readable file.
 std::optional<int64_t> FileLength(std::u16string_view path);
 bool IsFolder(std::u16string_view path);
+// Whether nothing can be written into a folder: nobody has the right to, this program has not, or its disk is
+// mounted so. False when there is no such folder.
+bool FolderIsReadOnly(std::u16string_view path);
 
 // Nothing when it is no readable file, or longer than memory can be had for.
 std::optional<std::string> ReadFile(std::u16string_view path);

@@ -52,14 +52,15 @@ void TurnScratch(bool& onTheRight, TextView side) {
   ShowMessage(Join(side, u" SCRATCH: ", onTheRight ? u"Right" : u"Left"));
 }
 
-// An event at the play position. Behind the play its record is closed, and the lists change speeds too.
-void Record(int32_t kind, float delta, int32_t colour) {
-  if (!UserRec || GameState != kStatePlay) return;
-  if (const auto pos = Round(playPos)) AddRecEvent(kind, *pos, delta, colour);
+void RecordSpeed(int32_t kind, float speed) {
+  if (const auto hundredths = Round(double{speed} * 100)) {
+    AddRecEvent(kind, static_cast<float>(*hundredths), 0);
+  }
 }
 
-void RecordSpeed(int32_t kind, float speed) {
-  if (const auto hundredths = Round(double{speed} * 100)) Record(kind, static_cast<float>(*hundredths), 0);
+// A colour as records have it: red in the low byte.
+int32_t RedLow(platform::Colour colour) {
+  return static_cast<int32_t>((colour & 255) << 16 | (colour & 0xFF00) | (colour >> 16 & 255));
 }
 
 void PressLane(int32_t channel) {
@@ -70,7 +71,7 @@ void PressLane(int32_t channel) {
   HitColour = kEmptyPress;
   float delta = 0;
   if (LaneNote[lane] != -1 && !PlayFailed && JudgeNote(LaneNote[lane], 0, false, delta)) LaneNote[lane] = -1;
-  Record(channel, delta, static_cast<int32_t>(HitColour));
+  AddRecEvent(channel, delta, RedLow(HitColour));
 }
 
 // The keys 1 (down) and 2 (up) change what the keys held with them name.
@@ -228,7 +229,7 @@ void ReleaseLane(int32_t channel) {
   const auto lane = static_cast<size_t>(channel - 11);
   LaneDown[lane] = false;
   LaneBeam[lane] = 0;
-  Record(-channel, 0, 0);
+  AddRecEvent(-channel, 0, 0);
 }
 
 void ProcessKey_Settings(int32_t key) {

@@ -1,10 +1,7 @@
 // The timed loop of a play.
 #include "play/loop.h"
 
-#include <optional>
-
 #include "base/log.h"
-#include "base/numbers.h"
 #include "graphics/fades.h"
 #include "net/messages.h"
 #include "platform/clock.h"
@@ -17,7 +14,6 @@
 #include "state/message.h"
 #include "state/options.h"
 #include "state/session.h"
-#include "state/settings.h"
 #include "state/timeline.h"
 
 namespace qlm {
@@ -126,9 +122,7 @@ void PlayLoop() {
   // lanes are dead until the resume all the same.
   SeekChart(0, true);
   if (!PlayEnd) Run();
-  if (UserRec) {
-    if (const std::optional<int32_t> pos = Round(playPos)) AddRecEvent(kRecEnd, *pos, 0, 0);
-  }
+  AddRecEvent(kRecEnd, 0, 0);
   if (BattleActive) SendEnd();
   GameState = kStatePlayOver;
   RestoreHiSpeed();

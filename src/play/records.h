@@ -13,12 +13,18 @@ constexpr int32_t kRecEnd = 1024;  // the play ends
 constexpr int32_t kRecHiSpeed = 1025;
 constexpr int32_t kRecRealHiSpeed = 1026;
 
-// Appends an event at a position.
-void AddRecEvent(int32_t kind, int32_t pos, float delta, int32_t colour);
-// Writes the record of the play behind it, and reads one ahead of a replay.
-void SaveUserRec(TextView path);
-void LoadUserRec(TextView path);
+// Empties the record and takes the memory for a whole one, so that a turn takes none.
+void EmptyRecord();
+// Appends an event at the play position, while the play is recorded. `colour` has red in its low byte.
+void AddRecEvent(int32_t kind, float delta, int32_t colour);
 // A replay's events up to the play position.
 void ReplayEvents();
+
+// Writes the record of the play that is over; nothing without an event or a path. A file name without a dot
+// gets ".bpd".
+void SaveUserRec(TextView path);
+// Takes the record and the options of a play of the loaded chart. Nothing happens without a file; that of
+// another chart is refused, with a message, and leaves an empty record.
+void LoadUserRec(TextView path);
 
 }  // namespace qlm

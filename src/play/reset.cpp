@@ -4,6 +4,7 @@
 #include "base/log.h"
 #include "chart/preparation.h"
 #include "play/judgement.h"
+#include "play/records.h"
 #include "play/skin_choice.h"
 #include "play_screen/gauge_graph.h"
 #include "play_screen/option_marks.h"
@@ -63,7 +64,7 @@ void ResetPlay() {
   LaneHit = LaneBeam = {};
   KeyBeam = {};
   BlinkToggle = ComboLost = ComboRound = false;
-  if (UserRec) RecCount = 0;
+  if (UserRec) EmptyRecord();
   RecCursor = 0;
   ClearHits();
   RewindSounds();

@@ -2,8 +2,6 @@
 #include "play/turn.h"
 
 #include <cmath>
-#include <optional>
-
 #include "base/numbers.h"
 #include "graphics/display.h"
 #include "graphics/present.h"
@@ -39,7 +37,7 @@ void LeaveOnEsc() {
   FadeStart = now;
   FadeState = kFadeEnd;
   FadeLeaving = 1;
-  if (const std::optional<int32_t> pos = Round(playPos)) AddRecEvent(kRecEnd, *pos, 0, 0);
+  AddRecEvent(kRecEnd, 0, 0);
   EscHeld = false;
 }
 

@@ -6,6 +6,8 @@
 
 namespace qlm {
 
+// From it on a play is cleared.
+constexpr float kClearGauge = 80;
 inline std::array<float, 2> Gauge{};       // 0 to 100
 inline std::array<float, 2> GaugeShown{};  // as drawn
 inline std::array<float, 2> GaugeGain{};   // gain unit of the chart

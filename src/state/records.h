@@ -17,8 +17,8 @@ struct RecEvent {
   friend bool operator==(const RecEvent&, const RecEvent&) = default;
 };
 
-// Highest index of a play's record. RecCount counts on past it; what does not fit is not kept.
-constexpr int32_t kLastRecEvent = 100000;
+// RecCount counts on past what a record holds.
+constexpr int32_t kMostRecEvents = 100001;
 inline std::vector<RecEvent> PlayRecord;
 inline int32_t RecCount = 0;   // events recorded
 inline int32_t RecCursor = 0;  // next event of a replay
