@@ -33,10 +33,6 @@ const SongEntry* SongInPlay() {
   return CourseSong >= 0 && index < CourseSongs.size() ? &CourseSongs[index] : nullptr;
 }
 
-void StoreExPts() {
-  if (const std::optional<int16_t> stored = RoundTo<int16_t>(ExPts())) CourseExPts.Put(CourseSong, *stored);
-}
-
 void TakeHeader(const SongEntry& song) {
   HdrTitle = song.title;
   HdrArtist = song.artist;
@@ -92,6 +88,10 @@ void ShowTitlePicture(const SongEntry& song) {
 }
 
 }  // namespace
+
+void StoreExPts() {
+  if (const std::optional<int16_t> stored = RoundTo<int16_t>(ExPts())) CourseExPts.Put(CourseSong, *stored);
+}
 
 void ChangeSong(int32_t song) {
   StoreExPts();

@@ -1,21 +1,201 @@
 // The result screen.
 #include "screens/results.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstddef>
+#include <optional>
 
+#include "base/numbers.h"
+#include "base/text.h"
+#include "graphics/clips.h"
+#include "graphics/draw.h"
+#include "graphics/fades.h"
+#include "graphics/present.h"
+#include "platform/clock.h"
+#include "platform/font.h"
+#include "play/gauge.h"
+#include "play/song_change.h"
+#include "play_screen/figures.h"
+#include "play_screen/gauge_graph.h"
+#include "screens/result_pieces.h"
+#include "sound/play.h"
 #include "state/chart.h"
+#include "state/gauge.h"
+#include "state/judgement.h"
 #include "state/key_numbers.h"
 #include "state/keys.h"
+#include "state/network.h"
+#include "state/session.h"
+#include "state/skin.h"
+#include "state/surfaces.h"
+#include "state/timeline.h"
 
 namespace qlm {
+namespace {
 
-// The screen itself is still to come: until then a play leaves no trace.
-void ShowResults() {}
+constexpr int32_t kCountMs = 2000;  // for which the figures count up
+constexpr int32_t kSheetMs = 200;   // for which the ground opens
+constexpr int32_t kGraphLeft = 31;
+constexpr int32_t kGraphTop = 31;
+constexpr int32_t kGraphWidth = 300;
+constexpr int32_t kGraphMs = 1000;  // for which the graph is written
+constexpr size_t kEscLane = 0;      // the one that Esc presses on this screen
+
+// Lanes that do not end the screen: the turntables, either way, and the bar line of side 2.
+constexpr bool EndsNothing(size_t lane) {
+  const size_t channel = lane + 11;
+  return channel == 16 || channel == 17 || channel == 20 || channel == 26 || channel == 27;
+}
+
+// From the running totals of a course to each song's own.
+void SplitExPts() {
+  if (!CourseMode) return;
+  StoreExPts();
+  for (int32_t song = std::min(CourseSong, int32_t{CourseExPts.kLast}); song >= 1; --song) {
+    CourseExPts[song] = static_cast<int16_t>(CourseExPts[song] - CourseExPts[song - 1]);
+  }
+}
+
+// Quirk: side 1 of a play of one player stands where it started, so that with the hazard gauge, where that is
+// 100, the jingle is always that of a clear.
+void PlayJingle() {
+  PlaySE(Gauge[0] < kClearGauge && Gauge[1] < kClearGauge ? SE::kFail : SE::kClear);
+  PlaySE(SE::kTick, true);
+}
+
+// Milliseconds since `begin`, as far as the figures count.
+int32_t CountingTime(uint32_t begin) {
+  const int32_t ms = platform::Elapsed(platform::Now(), begin);
+  if (ms <= kCountMs) return std::max(ms, 0);
+  StopSE(SE::kTick);
+  return kCountMs;
+}
+
+// The part of a value that is shown at `t`, by whole numbers.
+int64_t CountedUp(double value, int32_t t) { return RoundTo<int64_t>(value * t).value_or(0) / kCountMs; }
+
+// The ground, which opens from the middle line over the held frame.
+void DrawSheet(int32_t t) {
+  const auto half = static_cast<int32_t>(RoundHalfEven(std::min(1.2 * t, 240.0)));
+  const Rect opened{0, 240 - half, kScreen.right, 240 + half};
+  if (t < kSheetMs && DDSnapshot) DDBack->Copy(0, 0, *DDSnapshot, FullRect);
+  // Without a moving ground it is black.
+  DDBack->Fill(opened, 0);
+  ScreenRect = opened;
+  DrawMovingBack();
+  ScreenRect = kScreen;
+}
+
+void DrawFigure(int32_t y, TextView name, int64_t value) { DrawText(320, y, Join(name, value), 0); }
+
+void DrawFigures(int32_t t) {
+  DrawFigure(260, u"SCORE: ", CountedUp(Score[0], t));
+  DrawFigure(275, u"ExPTS: ", CountedUp(ExPts(), t));
+  DrawFigure(290, u"J-PTS: ", CountedUp(double{JPts[0]}, t));
+  DrawFigure(320, u"COMBO: ", CountedUp(MaxCombo[0], t));
+}
+
+// Written from the left, with the nib at its end.
+void DrawGraph(int32_t t) {
+  if (!DDGraph) return;
+  const double root = t * 0.0173205080756888;
+  const auto width = t < kGraphMs ? static_cast<int32_t>(RoundHalfEven(root * root)) : kGraphWidth;
+  DDBack->Copy(kGraphLeft, kGraphTop, *DDGraph, {0, 0, width, DDGraph->Height()});
+  if (t >= kGraphMs) return;
+  DrawNib(kGraphLeft + width, kGraphTop + DDGraph->Height() / 2);
+}
+
+// The first strip of digits that the skin has.
+std::optional<int32_t> FirstNumber() {
+  for (int32_t number = 0; number <= Number.kLast; ++number) {
+    if (Number[number].width > 0) return number;
+  }
+  return std::nullopt;
+}
+
+// The five counts come in from the left, each with its word.
+void DrawCounts(int32_t t) {
+  constexpr std::array<int32_t, 5> kRows = {260, 300, 340, 380, 420};
+  const double left = kCountMs - t;
+  const auto way = static_cast<int32_t>(RoundHalfEven(left * left * 0.001));
+  const std::optional<int32_t> number = FirstNumber();
+  for (size_t row = 0; row < kRows.size(); ++row) {
+    const int64_t slid = (static_cast<int64_t>(row) + 1) * way;
+    const int64_t count = CountedUp(JudgeCount[0][row], t);
+    if (number) DrawNumber(*number, 200 - slid, kRows[row], count, 4);
+    DrawClip(JudgePos[0][static_cast<size_t>(kPerfect) - row].id, 50 - slid, kRows[row]);
+  }
+}
+
+void DrawSongs() {
+  if (!CourseMode) return;
+  for (int32_t song = 0; song <= std::min(CourseSong, int32_t{CourseExPts.kLast}); ++song) {
+    DrawText(400, 240 + 14 * song, Join(song + 1, u". ", int32_t{CourseExPts[song]}), 0);
+  }
+}
+
+// What the play came to, once everything has been counted.
+void DrawSeal(int32_t t) {
+  if (t < kCountMs) return;
+  const bool cleared = PlayCleared && Gauge[0] >= kClearGauge;
+  DrawPiece(cleared ? kSealPiece : kTornSealPiece, 480, 32);
+}
+
+void DrawWaiting() {
+  constexpr platform::Colour kPaper = platform::Rgb(0xF3, 0xEA, 0xD3);
+  if (network.NetPlaying) {
+    platform::DrawFontText(*DDBack, 80, 250, u"接続中の他のプレイヤーの演奏が終了するまでお待ち下さい。", 16,
+                           kPaper);
+  }
+}
+
+void DrawResults(int32_t t) {
+  if (!DDBack) return;
+  DrawSheet(t);
+  DrawGraph(t);
+  DrawSeal(t);
+  DrawFigures(t);
+  DrawCounts(t);
+  DrawSongs();
+  DrawWaiting();
+}
+
+bool Ended() {
+  if (!PlayEnd || network.NetPlaying) return false;
+  for (size_t lane = 0; lane < LaneDown.size(); ++lane) {
+    if (LaneDown[lane] && !EndsNothing(lane)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void ShowResults() {
+  const int32_t stateBehind = GameState;
+  GameState = network.NetPlaying ? kStatePlayOver : kStateResults;
+  FadeScreen(2, 0);
+  SplitExPts();
+  if (Combo[0] > 0) DrawJudgedNote(JPtsMax[0] / kJPtsANote, Combo[0], LastJudge[0]);
+  PlayJingle();
+  LaneDown[kEscLane] = false;
+  const uint32_t begin = platform::Now();
+  while (!Ended()) {
+    if (!network.NetPlaying) GameState = kStateResults;
+    DrawResults(CountingTime(begin));
+    PresentFrame();
+  }
+  for (const SE sound : {SE::kClear, SE::kFail, SE::kTick}) StopSE(sound);
+  PlayAlive = false;
+  FadeScreen(1, 0);
+  GameState = stateBehind;
+}
 
 // Quirk: Esc presses lane 11 here, and lets go lane 16.
 void ProcessKey_Results(int32_t key) {
   const int16_t* const code = KeyMap.Find(key);
-  const int32_t lane = key == kKeyEsc ? 0 : (code != nullptr ? *code : 0) - 11;
+  const int32_t lane = key == kKeyEsc ? static_cast<int32_t>(kEscLane) : (code != nullptr ? *code : 0) - 11;
   if (lane >= 0 && lane < kLanes) LaneDown[static_cast<size_t>(lane)] = true;
 }
 

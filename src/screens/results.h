@@ -5,9 +5,9 @@
 
 namespace qlm {
 
-// The result screen, from its opening to its end.
+// The result screen, from its opening to its end. GameState is kStateResults meanwhile.
 void ShowResults();
-// A key by its number goes down there: any lane ends it.
+// A key by its number goes down there: any lane but the turntables ends it.
 void ProcessKey_Results(int32_t key);
 
 }  // namespace qlm

@@ -19,6 +19,7 @@ struct NetUser {
 struct Network {
   Table<NetUser, 4> NetUsers;  // in join order
   int32_t NetMyIndex = 0;      // the own place among them
+  bool NetPlaying = false;     // not all of them have ended their play
 };
 inline Network network;
 

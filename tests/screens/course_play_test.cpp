@@ -5,6 +5,7 @@
 #include "screens/road.h"
 #include "state/courses.h"
 #include "state/judgement.h"
+#include "state/keys.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "tests/play/play_test.h"
@@ -31,6 +32,7 @@ TEST_F(CoursePlay, RunsThroughItsJoins) {
   std::vector<Text> titles;
   RunFrames(10, [&](int32_t) {
     if (titles.empty() || titles.back() != HdrTitle) titles.push_back(HdrTitle);
+    if (GameState == kStateResults) LaneDown[0] = true;
   });
   ReadyBMS(u"");
   titles.clear();

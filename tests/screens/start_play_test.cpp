@@ -1,6 +1,8 @@
 // Tests of a whole play, from a chart file to the return to the list.
 #include <array>
 #include <cstdlib>
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "base/hooks.h"
@@ -32,6 +34,14 @@ class StartPlayTest : public PlayTest {
     DEMOMode = true;
     GameState = kStatePlay;
     RunFrames(10);
+  }
+
+  // Who waits for the end of the results presses a lane there.
+  static void RunFrames(uint32_t ms, std::function<void(int32_t)> hand = {}) {
+    PlayTest::RunFrames(ms, [hand = std::move(hand)](int32_t passed) {
+      if (hand) hand(passed);
+      if (GameState == kStateResults) LaneDown[0] = true;
+    });
   }
 
   // A chart of 150 BPM, 0.12 units a millisecond, with three sounds.
