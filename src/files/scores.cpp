@@ -92,8 +92,12 @@ void LoadScoreDat() {
   TakeScores(platform::ReadFilePart(file, 0, kScoreFileBytes).value_or(std::string()));
 }
 
-void SaveScoreDat() {
+void CountPlay() {
   if (scores.playCount < INT32_MAX) ++scores.playCount;
+}
+
+void SaveScoreDat() {
+  CountPlay();
   const Text chart = ScoredChart();
   if (chart.empty()) return;
   if (!platform::FolderIsReadOnly(GetFolder(chart))) {

@@ -33,6 +33,8 @@ Text ScoreFileOf(TextView chart);
 
 // The score table of ScoredChart(), empty when there is no file.
 void LoadScoreDat();
+// Counts one more play.
+void CountPlay();
 // Counts the play and writes the table: beside the chart, or below \_qlmfiles\ro_score when its folder is
 // read-only.
 void SaveScoreDat();

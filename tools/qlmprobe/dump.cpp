@@ -9,6 +9,7 @@
 #include "state/options.h"
 #include "state/settings.h"
 #include "tools/qlmprobe/commands.h"
+#include "tools/qlmprobe/dump_scores.h"
 #include "tools/qlmprobe/engine.h"
 #include "tools/qlmprobe/keys.h"
 
@@ -83,9 +84,12 @@ void PutSettings(Json& json, const qlm::IniText& file) {
 
 bool IsNamed(TextView path, TextView name) { return qlm::EqualsAnyCase(qlm::GetFileName(path), name); }
 
+bool IsScoreTable(TextView path) { return qlm::GetExtension(path) == u"QSD"; }
+bool IsRecord(TextView path) { return qlm::GetExtension(path) == u"QPD"; }
+
 bool HasKnownName(TextView path) {
   const Text extension = qlm::GetExtension(path);
-  return extension == u"QBL" || extension == u"QCL" || extension == u"QSD" || extension == u"QPD";
+  return extension == u"QBL" || extension == u"QCL";
 }
 
 }  // namespace
@@ -95,7 +99,7 @@ int DumpCommand(Arguments& arguments) {
   const std::vector<std::string>& files = arguments.Files();
   if (!files.empty() && arguments.Good()) {
     const Text path = GamePath(files[0]);
-    if (!IsNamed(path, kSettingsFile) && !IsNamed(path, kKeyFile)) {
+    if (!IsNamed(path, kSettingsFile) && !IsNamed(path, kKeyFile) && !IsScoreTable(path) && !IsRecord(path)) {
       arguments.Fail(files[0] + (HasKnownName(path) ? ": this kind of file cannot be decoded in this version"
                                                     : ": no file of the game has this name"));
     }
@@ -109,9 +113,14 @@ int DumpCommand(Arguments& arguments) {
     PutKeys(json);
     return Print(json, kDone);
   }
+  const std::string bytes = platform::ReadFile(GamePath(files[0])).value_or(std::string());
+  if (IsScoreTable(GamePath(files[0])) || IsRecord(GamePath(files[0]))) {
+    (IsRecord(GamePath(files[0])) ? PutRecord : PutScores)(json, bytes);
+    return Print(json, kDone);
+  }
   qlm::ResetSettings();
   qlm::ResetOptions();
-  const qlm::IniText file(platform::ReadFile(GamePath(files[0])).value_or(std::string()));
+  const qlm::IniText file(bytes);
   PutSettings(json, file);
   return Print(json, kDone);
 }

@@ -75,6 +75,26 @@ Options PlayOptions() {
   };
 }
 
+Options RecordOptions() {
+  const std::string group = "Options of a play's record and its score";
+  return {
+      {.name = "--record", .value = "FILE.qpd", .help = "records the play and writes it", .group = group},
+      {.name = "--replay",
+       .value = "FILE.qpd",
+       .help = "plays a record again, which takes the place of hands and machine",
+       .group = group},
+      {.name = "--scores",
+       .value = "FILE.qsd",
+       .help = "ranks the play in this score table as the game does, and writes it; a new\n"
+               "table when there is no such file",
+       .group = group},
+      {.name = "--name",
+       .value = "NAME",
+       .help = "what is typed for a play that ranks (QuIl :-)",
+       .group = group},
+  };
+}
+
 Options CommonOptions() {
   const std::string group = "Options of every command";
   return {
@@ -128,7 +148,7 @@ std::vector<Command> Commands() {
       {{"header", "The list entry that the library's header read makes.", "FILE [OPTION]...", 1, common},
        probe::HeaderCommand},
       {{"play", "A whole play on the virtual clock: figures, starts of sounds, tempo changes.",
-        "FILE [OPTION]...", 1, Joined({play, load, common})},
+        "FILE [OPTION]...", 1, Joined({play, RecordOptions(), load, common})},
        probe::PlayCommand},
       {{"frame", "Pictures of a play: for each moment the frame as presented.",
         "FILE --at MS[,MS...] --out PREFIX [OPTION]...", 1,
@@ -166,9 +186,10 @@ std::vector<Command> Commands() {
                 common})},
        probe::KeysCommand},
       {{"dump",
-        "A file of the game in plain words: qlm_conf.ini or qlm_keycnf.dat.\n"
-        "The settings that the game takes from a settings file, and what it does not take; or a key\n"
-        "file by what its keys do.",
+        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a score table (.qsd) or a play\n"
+        "record (.qpd).\n"
+        "The settings that the game takes from a settings file, and what it does not take; a key file by\n"
+        "what its keys do; the rows of a table; the events of a record.",
         "FILE [OPTION]...", 1, common},
        probe::DumpCommand},
   };

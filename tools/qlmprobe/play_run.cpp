@@ -10,10 +10,12 @@
 #include "input/input.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "play/records.h"
 #include "screens/road.h"
 #include "shell/command_line.h"
 #include "shell/main_form.h"
 #include "sound/play.h"
+#include "state/records.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/skin.h"
@@ -67,6 +69,15 @@ bool ReadEvents(const std::string& file, std::vector<KeyEvent>& events) {
   return true;
 }
 
+// The record of the loaded chart.
+bool TakeRecordToReplay(const std::string& file) {
+  if (file.empty()) return true;
+  qlm::LoadUserRec(GamePath(file));
+  if (qlm::RecCount > 0) return true;
+  std::fprintf(stderr, "qlmprobe: %s: this is no record of a play of this chart\n", file.c_str());
+  return false;
+}
+
 }  // namespace
 
 PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
@@ -75,8 +86,10 @@ PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   const std::optional<std::string> skin = arguments.Value("--skin");
   taken.before = TakeChartsBefore(arguments);
   const std::optional<std::string> eventsFile = arguments.Value("--events");
+  taken.replay = arguments.Value("--replay").value_or("");
+  qlm::ShowRec = !taken.replay.empty();
   // Without hands at the keys the machine plays, unless it is told not to.
-  qlm::DEMOMode = !eventsFile;
+  qlm::DEMOMode = !eventsFile && !qlm::ShowRec;
   const std::optional<std::string> keyFile = TakeSettings(arguments);
   if (const auto rate = arguments.Number("--fps")) taken.turnsPerSecond = static_cast<int32_t>(*rate);
   if (const auto limit = arguments.Number("--limit")) taken.limit = *limit;
@@ -90,6 +103,7 @@ PlayRequest TakePlayRequest(Arguments& arguments, int& status) {
   OrderByTurns(taken.events, taken.turnsPerSecond);
   if (keyFile && !ReadKeyFile(*keyFile)) status = kRefused;
   if (skin && !CheckReadable(*skin)) status = kRefused;
+  if (qlm::ShowRec && !CheckReadable(taken.replay)) status = kRefused;
   if (skin) qlm::SkinMapPath.fill(GamePath(*skin));
   return taken;
 }
@@ -122,6 +136,7 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   qlm::BMSLoad(GamePath(wanted.file));
   qlm::PreviewActive = false;
   if (fatalMessage) return true;
+  if (!TakeRecordToReplay(wanted.replay)) return false;
 
   qlm::transcript = &transcript;
   qlm::hooks.pumped = ServeEvents;

@@ -17,6 +17,7 @@ struct PlayRequest {
   std::vector<KeyEvent> events;  // in the order of the turns that serve them
   int32_t turnsPerSecond = 60;
   int64_t limit = INT64_MAX;  // ms of the chart's clock at which the play is stopped
+  std::string replay;         // a play record in place of hands; none when empty
   bool frames = false;        // composes each frame on the back surface; nothing else depends on it
 };
 
@@ -31,8 +32,8 @@ class PlayWatcher {
 };
 
 // Takes what `play`, `frame` and `audio` have in common: the options of a chart's load, --set, --events,
-// --skin, --fps, --limit and the file. Standard error tells of an events file or a skin that cannot be read:
-// `status` then is not kDone.
+// --skin, --fps, --limit, --replay and the file. Standard error tells of an events file or a skin that cannot
+// be read: `status` then is not kDone.
 PlayRequest TakePlayRequest(Arguments& arguments, int& status);
 
 // Loads and plays. The transcript is filled meanwhile. False when a chart cannot be read.
