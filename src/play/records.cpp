@@ -147,8 +147,7 @@ void AddRecEvent(int32_t kind, float delta, int32_t colour) {
 }
 
 // Quirk: the recorded deviation is judged again, but whether a press came too early is worked out from where
-// this replay stands. A GOOD that moves by a turn may thus become a GOOD that leaves its note, and a POOR one
-// that takes it.
+// this replay stands, up to a turn later. A POOR that left its note may thus take it, and end the combo.
 void ReplayEvents() {
   while (RecCursor < RecCount && static_cast<size_t>(RecCursor) < PlayRecord.size()) {
     const RecEvent& event = PlayRecord[static_cast<size_t>(RecCursor)];

@@ -15,6 +15,7 @@
 #include "state/judgement.h"
 #include "state/keys.h"
 #include "state/options.h"
+#include "state/records.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/skin.h"
@@ -171,6 +172,33 @@ TEST_F(AllocationTest, HandsAtKeysAndControllersAllocateNothing) {
   EXPECT_EQ(JoyCount, 2);
   EXPECT_GT(JudgeCount[0][3], 100) << "pressed that often, most notes are struck early";
   ReleaseDI();
+}
+
+TEST_F(AllocationTest, ARecordedPlayAllocatesNothing) {
+  DEMOMode = false;
+  UserPlay = UserRec = true;
+  KeyMap[44] = 11;
+  KeyHeld[kKey4] = true;
+  ResetPlay();
+  hooks.pumped = [] {
+    for (int i = 0; i < 60; ++i) {
+      ProcessKey_Play(44);
+      ReleaseLane(11);
+    }
+  };
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+  hooks.pumped = nullptr;
+  EXPECT_EQ(RecCount, 1010 * 120) << "past the end of the record";
+}
+
+TEST_F(AllocationTest, AReplayAllocatesNothing) {
+  DEMOMode = false;
+  UserPlay = ShowRec = true;
+  for (int32_t i = 0; i < 1000; ++i) PlayRecord.push_back({.pos = i / 2, .kind = i % 2 == 0 ? 11 : -11});
+  RecCount = 1000;
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+  EXPECT_GT(RecCursor, 100);
+  EXPECT_GT(JudgeCount[0][0], 0) << "with the stored deviation of 0";
 }
 
 TEST_F(AllocationTest, ShufflesAllocateNothing) {
