@@ -8,6 +8,7 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -89,23 +90,6 @@ std::vector<Run> SplitIntoRuns(std::u16string_view text, const FontSet& fonts) {
   return runs;
 }
 
-// Lays the drawn glyphs, whose alpha is their shape, over the surface.
-void LayOver(Surface& surface, int64_t left, int64_t top, const SDL_Surface& glyphs, Colour colour) {
-  const int64_t firstRow = std::max<int64_t>(0, -top);
-  const int64_t endRow = std::min<int64_t>(glyphs.h, surface.Height() - top);
-  const int64_t firstColumn = std::max<int64_t>(0, -left);
-  const int64_t endColumn = std::min<int64_t>(glyphs.w, surface.Width() - left);
-  for (int64_t y = firstRow; y < endRow; ++y) {
-    const auto* const shape = reinterpret_cast<const uint32_t*>(  // a 32-bit format, rows aligned by SDL
-        static_cast<const unsigned char*>(glyphs.pixels) + y * glyphs.pitch);
-    const std::span<Colour> row = surface.Row(static_cast<int32_t>(top + y));
-    for (int64_t x = firstColumn; x < endColumn; ++x) {
-      Colour& pixel = row[static_cast<size_t>(left + x)];
-      pixel = Mix(pixel, colour, shape[x] >> 24);
-    }
-  }
-}
-
 std::vector<Run> RunsOf(std::u16string_view text, int32_t height, bool bold) {
   const FontSet& fonts = FontsOf({std::clamp(height, kSmallestHeight, kGreatestHeight), bold});
   return fonts.empty() ? std::vector<Run>{} : SplitIntoRuns(text, fonts);
@@ -116,23 +100,109 @@ int32_t WidthOf(const Run& run) {
   return TTF_SizeUTF8(run.font, EncodeUtf8(run.text).c_str(), &width, nullptr) == 0 ? width : 0;
 }
 
-}  // namespace
+struct SurfaceFree {
+  void operator()(SDL_Surface* surface) const { SDL_FreeSurface(surface); }
+};
+using Glyphs = std::unique_ptr<SDL_Surface, SurfaceFree>;
 
-void DrawFontText(Surface& surface, int32_t x, int32_t y, std::u16string_view text, int32_t height,
-                  Colour colour, bool bold) {
-  const std::vector<Run> runs = RunsOf(text, height, bold);
-  // The fonts of one line stand on one base line, the first font's.
-  int64_t left = x;
+// Drawn characters, whose alpha is their shape, and where they stand in the line.
+struct Piece {
+  Glyphs glyphs;
+  int32_t left;
+  int32_t top;
+};
+
+// The fonts of one line stand on one base line, the first font's.
+std::vector<Piece> Draw(const std::vector<Run>& runs) {
+  std::vector<Piece> pieces;
+  int32_t left = 0;
   for (const Run& run : runs) {
-    SDL_Surface* const glyphs =
-        TTF_RenderUTF8_Blended(run.font, EncodeUtf8(run.text).c_str(), SDL_Color{255, 255, 255, 255});
-    if (glyphs != nullptr) {
-      LayOver(surface, left, int64_t{y} + TTF_FontAscent(runs.front().font) - TTF_FontAscent(run.font),
-              *glyphs, colour);
-      SDL_FreeSurface(glyphs);
+    Glyphs glyphs(
+        TTF_RenderUTF8_Blended(run.font, EncodeUtf8(run.text).c_str(), SDL_Color{255, 255, 255, 255}));
+    if (glyphs) {
+      pieces.push_back(
+          {std::move(glyphs), left, TTF_FontAscent(runs.front().font) - TTF_FontAscent(run.font)});
     }
     left += WidthOf(run);
   }
+  return pieces;
+}
+
+// Puts the shape of a piece into the mask, which is large enough for it.
+void Lay(TextMask& mask, const Piece& piece) {
+  for (int32_t y = 0; y < piece.glyphs->h; ++y) {
+    const auto* const shape = reinterpret_cast<const uint32_t*>(  // a 32-bit format, rows aligned by SDL
+        static_cast<const unsigned char*>(piece.glyphs->pixels) + ptrdiff_t{y} * piece.glyphs->pitch);
+    const ptrdiff_t row = ptrdiff_t{piece.top - mask.top + y} * mask.width + piece.left;
+    for (ptrdiff_t x = 0; x < piece.glyphs->w; ++x) {
+      uint8_t& ink = mask.ink[static_cast<size_t>(row + x)];
+      ink = std::max(ink, static_cast<uint8_t>(shape[x] >> 24));
+    }
+  }
+}
+
+// The mask brought to `width` columns, each the mean of those that it replaces.
+TextMask Narrowed(const TextMask& wide, int32_t width) {
+  TextMask narrow{wide.top, width, wide.height, {}};
+  narrow.ink.resize(static_cast<size_t>(width) * static_cast<size_t>(wide.height));
+  // Both are measured in pieces of which a wide column has `width` and a narrow one `wide.width`.
+  for (int64_t y = 0; y < wide.height; ++y) {
+    const uint8_t* const row = wide.ink.data() + y * wide.width;
+    for (int64_t x = 0; x < width; ++x) {
+      int64_t sum = 0;
+      for (int64_t at = x * wide.width; at < (x + 1) * wide.width;) {
+        const int64_t column = at / width;
+        const int64_t next = std::min<int64_t>((column + 1) * width, (x + 1) * wide.width);
+        sum += (next - at) * row[column];
+        at = next;
+      }
+      narrow.ink[static_cast<size_t>(y * width + x)] =
+          static_cast<uint8_t>((sum + wide.width / 2) / wide.width);
+    }
+  }
+  return narrow;
+}
+
+}  // namespace
+
+TextMask RenderText(std::u16string_view text, const FontLook& look) {
+  TextMask mask;
+  const std::vector<Piece> pieces = Draw(RunsOf(text, look.height, look.bold));
+  int32_t bottom = 0;
+  for (const Piece& piece : pieces) {
+    mask.top = std::min(mask.top, piece.top);
+    bottom = std::max(bottom, piece.top + piece.glyphs->h);
+    mask.width = std::max(mask.width, piece.left + piece.glyphs->w);
+  }
+  mask.height = bottom - mask.top;
+  mask.ink.resize(static_cast<size_t>(mask.width) * static_cast<size_t>(mask.height));
+  for (const Piece& piece : pieces) Lay(mask, piece);
+  if (look.width <= 0 || 2 * look.width >= look.height || mask.width == 0) return mask;
+  return Narrowed(mask,
+                  std::max(1, static_cast<int32_t>(int64_t{mask.width} * 2 * look.width / look.height)));
+}
+
+void DrawMask(Surface& surface, const Rect& clip, int32_t x, int32_t y, const TextMask& mask, Colour colour) {
+  const int64_t left = x;
+  const int64_t top = int64_t{y} + mask.top;
+  const int64_t firstRow = std::max<int64_t>({0, -top, clip.top - top});
+  const int64_t endRow = std::min<int64_t>({mask.height, surface.Height() - top, clip.bottom - top});
+  const int64_t firstColumn = std::max<int64_t>({0, -left, clip.left - left});
+  const int64_t endColumn = std::min<int64_t>({mask.width, surface.Width() - left, clip.right - left});
+  for (int64_t line = firstRow; line < endRow; ++line) {
+    const uint8_t* const ink = mask.ink.data() + line * mask.width;
+    const std::span<Colour> row = surface.Row(static_cast<int32_t>(top + line));
+    for (int64_t column = firstColumn; column < endColumn; ++column) {
+      if (ink[column] == 0) continue;
+      Colour& pixel = row[static_cast<size_t>(left + column)];
+      pixel = Mix(pixel, colour, ink[column]);
+    }
+  }
+}
+
+void DrawFontText(Surface& surface, int32_t x, int32_t y, std::u16string_view text, int32_t height,
+                  Colour colour, bool bold) {
+  DrawMask(surface, surface.Bounds(), x, y, RenderText(text, {.height = height, .bold = bold}), colour);
 }
 
 int32_t FontTextWidth(std::u16string_view text, int32_t height, bool bold) {
