@@ -16,9 +16,9 @@ namespace {
 // Codes that the font sheet has a cell for.
 constexpr bool HasCell(uint8_t byte) { return byte >= 33 && byte < 127; }
 
-}  // namespace
-
-int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing) {
+// Gives `put` each character's left edge, the font sheet and its cell there.
+template <typename Put>
+int32_t DrawCells(int32_t x, TextView text, float spacing, Put put) {
   const SurfacePtr& sheet = SkinFile[1];
   if (!DDBack || !sheet) return 0;
   int32_t cell = 0;
@@ -26,9 +26,7 @@ int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing) {
     const double left = x + static_cast<double>(cell) * SysFontW + static_cast<double>(spacing) * (cell + 1);
     ++cell;
     if (!HasCell(byte)) return;
-    if (const std::optional<int32_t> place = Round(left)) {
-      DDBack->Copy(*place, y, *sheet, SysFont[byte - 32], platform::Keyed::kYes);
-    }
+    if (const std::optional<int32_t> place = Round(left)) put(*place, *sheet, SysFont[byte - 32]);
   };
   // Character by character, so that a frame's texts need no memory of their own.
   for (size_t i = 0; i < text.size(); ++i) {
@@ -39,6 +37,20 @@ int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing) {
     }
   }
   return cell;
+}
+
+}  // namespace
+
+int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing) {
+  return DrawCells(x, text, spacing, [y](int32_t left, const Surface& sheet, const Rect& cell) {
+    DDBack->Copy(left, y, sheet, cell, platform::Keyed::kYes);
+  });
+}
+
+void DrawTextWithin(const Rect& clip, int32_t x, int32_t y, TextView text) {
+  DrawCells(x, text, 0, [&](int32_t left, const Surface& sheet, const Rect& cell) {
+    ClippedBlt(*DDBack, clip, left, y, sheet, cell, platform::Keyed::kYes);
+  });
 }
 
 void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, const Surface& source,

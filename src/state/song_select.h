@@ -30,6 +30,7 @@ struct SongSelect {
   float listFadeIn = 1000;         // ms until the rows have all appeared, never below 0
   uint32_t listFadeTime = 0;       // clock at which listFadeIn was brought down last
   std::array<bool, 33> rowSeen{};  // by place on the wheel + 16: the row has appeared once
+  bool recordWordsSeen = false;    // the words for records show in every second frame
 
   // The row in hand.
   uint32_t rowCursorTime = 0;  // clock of the last change of the cursor

@@ -1,0 +1,71 @@
+// The help of the list screens.
+#include "screens/list_help.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+
+#include "base/numbers.h"
+#include "base/text.h"
+#include "platform/clock.h"
+#include "screens/list_text.h"
+#include "state/session.h"
+
+namespace qlm {
+namespace {
+
+using platform::Colour;
+using platform::Rgb;
+
+constexpr Colour kHelpColour = Rgb(0xC4, 0xBE, 0xB0);
+constexpr Colour kHintColour = Rgb(0x8B, 0x93, 0xAE);
+
+struct Help {
+  int32_t state;
+  TextView first;
+  TextView second;
+};
+
+constexpr std::array<Help, 6> kHelp = {{
+    {kStateSongSelect, u"[ESC]:終了 [TAB]:モード切替 [←]:JukeBox選択",
+     u"[↑/↓/PageUP/PageDN]:選択 [Enter]:決定"},
+    {kStateBattleSongs, u"他のプレイヤーが曲を決定するまでしばらくお待ち下さい。", u""},
+    {kStateBattleStart, u"他のプレイヤーの曲読み込み完了を待っています…", u""},
+    {kStateLists, u"[ESC]:終了 [TAB]:モード切替", u"[↑/↓/PageUP/PageDN]:選択 [→/Enter]:開く"},
+    {kStateCourses, u"[ESC]:終了 [TAB]:モード切替 [スペース]:コース編集",
+     u"[↑/↓/PageUP/PageDN]:選択 [Enter]:コース決定"},
+    {kStateEnterCourse, u"[ESC]:終了 [Enter]:決定 [文字]:入力", u""},
+}};
+
+// The lines sway to the right and back once a second.
+int32_t Sway() {
+  constexpr double kReach = 12;
+  const double turn = platform::Now() % 1000 / 1000.0;
+  return static_cast<int32_t>(RoundHalfEven(kReach * (1 - std::cos(turn * 2 * std::numbers::pi)) / 2));
+}
+
+// How to get charts into the lists, until there is a menu for it.
+void DrawHint() {
+  constexpr Rect kLine = {40, 450, 632, 464};
+  DrawLine(
+      kLine,
+      u"More charts: add a folder's line to _qlmfiles/qlm_searchdir.txt, or drop a folder on the window.",
+      kRowFont, kHintColour);
+}
+
+}  // namespace
+
+void DrawHelp() {
+  constexpr int32_t kTop = 380;
+  constexpr int32_t kLineHeight = 18;
+  const int32_t left = 300 + Sway();
+  for (const Help& help : kHelp) {
+    if (help.state != GameState) continue;
+    DrawLine({left, kTop, 640, kTop + kLineHeight}, help.first, kRowFont, kHelpColour);
+    DrawLine({left, kTop + kLineHeight, 640, kTop + 2 * kLineHeight}, help.second, kRowFont, kHelpColour);
+  }
+  if (GameState == kStateLists) DrawHint();
+}
+
+}  // namespace qlm
