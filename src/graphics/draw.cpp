@@ -47,8 +47,8 @@ int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing) {
   });
 }
 
-void DrawTextWithin(const Rect& clip, int32_t x, int32_t y, TextView text) {
-  DrawCells(x, text, 0, [&](int32_t left, const Surface& sheet, const Rect& cell) {
+void DrawTextWithin(const Rect& clip, int32_t x, int32_t y, TextView text, float spacing) {
+  DrawCells(x, text, spacing, [&](int32_t left, const Surface& sheet, const Rect& cell) {
     ClippedBlt(*DDBack, clip, left, y, sheet, cell, platform::Keyed::kYes);
   });
 }

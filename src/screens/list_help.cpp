@@ -19,7 +19,6 @@ using platform::Colour;
 using platform::Rgb;
 
 constexpr Colour kHelpColour = Rgb(0xC4, 0xBE, 0xB0);
-constexpr Colour kHintColour = Rgb(0x8B, 0x93, 0xAE);
 
 struct Help {
   int32_t state;
@@ -45,15 +44,6 @@ int32_t Sway() {
   return static_cast<int32_t>(RoundHalfEven(kReach * (1 - std::cos(turn * 2 * std::numbers::pi)) / 2));
 }
 
-// How to get charts into the lists, until there is a menu for it.
-void DrawHint() {
-  constexpr Rect kLine = {40, 450, 632, 464};
-  DrawLine(
-      kLine,
-      u"More charts: add a folder's line to _qlmfiles/qlm_searchdir.txt, or drop a folder on the window.",
-      kRowFont, kHintColour);
-}
-
 }  // namespace
 
 void DrawHelp() {
@@ -65,7 +55,6 @@ void DrawHelp() {
     DrawLine({left, kTop, 640, kTop + kLineHeight}, help.first, kRowFont, kHelpColour);
     DrawLine({left, kTop + kLineHeight, 640, kTop + 2 * kLineHeight}, help.second, kRowFont, kHelpColour);
   }
-  if (GameState == kStateLists) DrawHint();
 }
 
 }  // namespace qlm

@@ -2,6 +2,7 @@
 #include "screens/list_panel.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
@@ -31,6 +32,7 @@ using platform::Rgb;
 
 constexpr Colour kPaper = Rgb(0xF3, 0xEA, 0xD3);
 constexpr Colour kQuiet = Rgb(0xA8, 0xAC, 0xC0);
+constexpr Colour kHint = Rgb(0x8B, 0x93, 0xAE);
 constexpr Colour kTeal = Rgb(0x4C, 0xC9, 0xBF);
 constexpr Colour kShade = Rgb(0, 0, 8);
 constexpr Colour kWhite = Rgb(255, 255, 255);
@@ -38,8 +40,8 @@ constexpr Colour kWhite = Rgb(255, 255, 255);
 constexpr Rect kSheet = {300, 230, 620, 370};
 constexpr int32_t kLeft = 308;
 constexpr int32_t kRight = 608;
-constexpr Rect kGenre = {kLeft, 237, kRight, 251};
-constexpr Rect kTitle = {kLeft, 249, kRight, 275};
+constexpr Rect kGenre = {kLeft, 235, kRight, 249};
+constexpr Rect kTitle = {kLeft, 247, kRight, 273};
 constexpr Rect kPictureBox = {304, 78, 496, 222};
 constexpr Rect kPicture = {0, 0, 192, 144};
 
@@ -71,14 +73,15 @@ Text NoteCount(int32_t notes) { return ToText(notes != 0 ? notes : static_cast<i
 
 void DrawNoteCounts(const SongEntry& song) {
   constexpr int32_t kTwoPlayers = 2;
-  DrawText(360, 340, NoteCount(TotalNotes[0]), 0);
-  if (song.player == kTwoPlayers) DrawText(408, 340, Join(u"/ ", NoteCount(TotalNotes[1])), 0);
+  Text counts = NoteCount(TotalNotes[0]);
+  if (song.player == kTwoPlayers) counts += Join(u" / ", NoteCount(TotalNotes[1]));
+  DrawText(360, 340, counts, 0);
 }
 
 void DrawTitles(const SongEntry& song) {
-  constexpr Rect kSubTitle = {kLeft, 267, kRight, 281};
-  constexpr Rect kSubTitleShade = {kLeft + 1, 268, kRight + 1, 282};
-  constexpr Rect kArtist = {kLeft + 68, 280, kRight, 296};
+  constexpr Rect kSubTitle = {kLeft, 269, kRight, 283};
+  constexpr Rect kSubTitleShade = {kLeft + 1, 270, kRight + 1, 284};
+  constexpr Rect kArtist = {kLeft + 68, 281, kRight, 295};
   DrawLine(kGenre, song.genre, kRowFont, kTeal);
   DrawLine(kTitle, songSelect.titleMain, kLargeFont, kWhite);
   DrawLine(kSubTitleShade, songSelect.titleSub, kSmallFont, kShade, Align::kRight);
@@ -141,6 +144,19 @@ void DrawCourse() {
   DrawText(540, 282, MinutesAndSeconds(course->lengthMs), 0);
 }
 
+// How to get charts into the lists, until there is a menu for it.
+void DrawHint() {
+  constexpr int32_t kTop = 316;
+  constexpr int32_t kLineHeight = 20;
+  constexpr std::array<TextView, 2> kLines = {u"To add charts, drop a folder on the window, or write",
+                                              u"its path as a line into _qlmfiles/qlm_searchdir.txt."};
+  int32_t top = kTop;
+  for (const TextView line : kLines) {
+    DrawLine({kLeft, top, kRight, top + kLineHeight}, line, kRowFont, kHint);
+    top += kLineHeight;
+  }
+}
+
 void DrawJukebox() {
   const SongEntry* const row = HeldRow();
   DrawLine(kGenre, u"SELECT JUKEBOX", kRowFont, kTeal);
@@ -190,6 +206,8 @@ void DrawPanel() {
   DrawSprite(kSheet.left, kSheet.top, kSheetSprite);
   if (GameState == kStateSongSelect) DrawSong();
   if (GameState == kStateLists) DrawJukebox();
+  if (GameState == kStateLists || lastSong < 0) DrawHint();
+
   if (GameState == kStateCourses) DrawCourse();
   if (CourseMode && GameState != kStateSongSelect) DrawCourseSongs();
 }

@@ -39,6 +39,8 @@ int32_t SlideOf(int32_t place, int32_t ms) {
 
 Text Whole(float value) { return Fixed(double{value}, 0); }
 
+bool IsFilled(const ScoreEntry& row) { return row.name != ScoreEntry{}.name; }
+
 Text NameLine(int32_t place, const ScoreEntry& row) {
   return Join(place, OrdinalSuffix(place), u" ", platform::DecodeCp932({row.name.data(), row.name.size()}));
 }
@@ -46,16 +48,17 @@ Text NameLine(int32_t place, const ScoreEntry& row) {
 // The best row, with how often the chart was played, and "!" once it has been cleared.
 void DrawFirst(int32_t ms) {
   const int32_t left = kFirstLeft + SlideOf(1, ms);
-  DrawSprite(left - 8, kFirstTop - 7, kFirstScoreSprite);
+  DrawSprite(left - 8, kFirstTop - 5, kFirstScoreSprite);
   const ScoreEntry& row = scores.ScoreTable[0];
-  const auto put = [&](int32_t right, int32_t down, TextView text) {
-    DrawTextWithin(kScreen, left + right, kFirstTop + down, text);
+  const auto put = [&](int32_t right, int32_t down, TextView text, float spacing = 0) {
+    DrawTextWithin(kScreen, left + right, kFirstTop + down, text, spacing);
   };
   put(0, 0, NameLine(1, row));
   put(130, 0, Join(Padded(scores.playCount, 3), scores.cleared != 0 ? u"!" : u""));
   put(20, kSecondLine, Whole(row.score));
-  put(80, kSecondLine, Whole(row.jpts));
-  if (row.classIndex < RankLetters.size()) put(120, kSecondLine, RankLetters[row.classIndex]);
+  put(80, kSecondLine, Whole(row.jpts), -1);  // so that five digits end in front of the class
+  if (IsFilled(row) && row.classIndex < RankLetters.size())
+    put(120, kSecondLine, RankLetters[row.classIndex]);
 }
 
 // Where a row of the table stands: still in its place at first, later on its way up, coming in again below.

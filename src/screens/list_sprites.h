@@ -28,6 +28,7 @@ constexpr Rect kTempoLabel = At(456, 168, 32, 16);
 constexpr Rect kTimeLabel = At(488, 168, 32, 16);
 constexpr Rect kRankLabel = At(520, 168, 32, 16);
 constexpr Rect kNotesLabel = At(520, 186, 32, 16);
+constexpr Rect kSpeedLabel = At(520, 204, 32, 16);
 constexpr Rect kWideTagSprite = At(336, 330, 124, 16);  // behind "[spShuffle ON]"
 constexpr Rect kSmallTagSprite = At(464, 330, 84, 16);  // behind "[DEMO ON]"
 

@@ -28,6 +28,7 @@ int32_t ViewPlace() { return Stealth ? 4 : Count(Hidden) + 2 * Count(Sudden); }
 void DrawSpeed() {
   constexpr int32_t kX = 460;
   constexpr int32_t kY = 426;
+  DrawSprite(kX - 38, kY, kSpeedLabel);
   if (ComboHiSpeed) {
     // Quirk: it flickers, each frame by chance.
     if (DrawRnd() < 0.5F) DrawText(kX, kY, u"[COMBO!]", 0);

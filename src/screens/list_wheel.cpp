@@ -65,7 +65,7 @@ Text RowText(int32_t index) {
 // Under the lamp paper is bright; the light fades over two rows.
 void DrawSlip(int32_t offset, const Rect& row) {
   const double place = offset + songSelect.listScroll;
-  const int32_t dark = Brightness(place);
+  const int32_t dark = CourseMode ? 255 : Brightness(place);
   if (dark <= 1) return;
   constexpr int32_t kUnlit = 3;  // highest level of a slip away from the lamp
   const int32_t inLight =
