@@ -173,7 +173,7 @@ TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
       {{"play", chart, "--record", "a.qpd"}, "--record"},
       {{"play", chart, "--replay", "a.qpd"}, "--replay"},
       {{"course", "a.qcl"}, "in this version"},
-      {{"dump", "a.qbl"}, "in this version"},
+      {{"dump", "a.qcl"}, "in this version"},
       {{"title", "x"}, "there is no command title"}};
   for (const auto& [words, why] : refused) {
     const ProcessResult result = Probe(words);

@@ -17,6 +17,7 @@ int AudioCommand(Arguments& arguments);
 int CheckCommand(Arguments& arguments);
 int SkinCommand(Arguments& arguments);
 int KeysCommand(Arguments& arguments);
+int ScanCommand(Arguments& arguments);
 int DumpCommand(Arguments& arguments);
 
 }  // namespace probe

@@ -3,6 +3,7 @@
 
 #include "base/paths.h"
 #include "files/ini_text.h"
+#include "files/list_file.h"
 #include "files/settings_file.h"
 #include "files/settings_keys.h"
 #include "platform/files.h"
@@ -12,6 +13,7 @@
 #include "tools/qlmprobe/dump_scores.h"
 #include "tools/qlmprobe/engine.h"
 #include "tools/qlmprobe/keys.h"
+#include "tools/qlmprobe/song_entry.h"
 
 namespace probe {
 namespace {
@@ -84,12 +86,41 @@ void PutSettings(Json& json, const qlm::IniText& file) {
 
 bool IsNamed(TextView path, TextView name) { return qlm::EqualsAnyCase(qlm::GetFileName(path), name); }
 
-bool IsScoreTable(TextView path) { return qlm::GetExtension(path) == u"QSD"; }
-bool IsRecord(TextView path) { return qlm::GetExtension(path) == u"QPD"; }
+void PutList(Json& json, std::string_view bytes) {
+  const qlm::ListFile list = qlm::ReadListFile(bytes);
+  json.Put("lastSong", list.lastSong);
+  PutRows(json, list.rows);
+  json.Put("bytes", bytes.size());
+  json.Put("unread", list.unread);
+}
 
-bool HasKnownName(TextView path) {
+void PutSettingsFile(Json& json, std::string_view bytes) {
+  qlm::ResetSettings();
+  qlm::ResetOptions();
+  const qlm::IniText file(bytes);
+  PutSettings(json, file);
+}
+
+// What a kind of file holds, from its bytes.
+using PutBytes = void (*)(Json& json, std::string_view bytes);
+
+// Null for a key file, which reads itself, and for a name that the game has no such file by.
+PutBytes PutterFor(TextView path) {
+  if (IsNamed(path, kSettingsFile)) return PutSettingsFile;
   const Text extension = qlm::GetExtension(path);
-  return extension == u"QBL" || extension == u"QCL";
+  if (extension == u"QBL") return PutList;
+  if (extension == u"QSD") return PutScores;
+  if (extension == u"QPD") return PutRecord;
+  return nullptr;
+}
+
+// What is wrong with asking for this file, empty when nothing is.
+std::string Unfit(const std::string& file) {
+  const Text path = GamePath(file);
+  if (IsNamed(path, kKeyFile) || PutterFor(path) != nullptr) return "";
+  const bool known = qlm::GetExtension(path) == u"QCL";
+  return file + (known ? ": this kind of file cannot be decoded in this version"
+                       : ": no file of the game has this name");
 }
 
 }  // namespace
@@ -98,30 +129,18 @@ int DumpCommand(Arguments& arguments) {
   StartEngine(arguments);
   const std::vector<std::string>& files = arguments.Files();
   if (!files.empty() && arguments.Good()) {
-    const Text path = GamePath(files[0]);
-    if (!IsNamed(path, kSettingsFile) && !IsNamed(path, kKeyFile) && !IsScoreTable(path) && !IsRecord(path)) {
-      arguments.Fail(files[0] + (HasKnownName(path) ? ": this kind of file cannot be decoded in this version"
-                                                    : ": no file of the game has this name"));
-    }
+    if (const std::string wrong = Unfit(files[0]); !wrong.empty()) arguments.Fail(wrong);
   }
   if (!arguments.Good()) return kWrongUsage;
   if (!CheckReadable(files[0])) return kRefused;
 
   Json json;
-  if (IsNamed(GamePath(files[0]), kKeyFile)) {
+  if (const PutBytes put = PutterFor(GamePath(files[0]))) {
+    put(json, platform::ReadFile(GamePath(files[0])).value_or(std::string()));
+  } else {
     if (!ReadKeyFile(files[0])) return kRefused;
     PutKeys(json);
-    return Print(json, kDone);
   }
-  const std::string bytes = platform::ReadFile(GamePath(files[0])).value_or(std::string());
-  if (IsScoreTable(GamePath(files[0])) || IsRecord(GamePath(files[0]))) {
-    (IsRecord(GamePath(files[0])) ? PutRecord : PutScores)(json, bytes);
-    return Print(json, kDone);
-  }
-  qlm::ResetSettings();
-  qlm::ResetOptions();
-  const qlm::IniText file(bytes);
-  PutSettings(json, file);
   return Print(json, kDone);
 }
 

@@ -185,11 +185,25 @@ std::vector<Command> Commands() {
                          .repeatable = true}},
                 common})},
        probe::KeysCommand},
+      {{"scan",
+        "What the library finds below folders, each chart as the game's scan takes it, and what could\n"
+        "not be read.",
+        "FOLDER... [OPTION]...", SIZE_MAX,
+        Joined({{flag("--no-limit", "goes down to any depth; without it to the folders' own folders"),
+                 {.name = "--sort",
+                  .value = "KEY",
+                  .help = "as the song list sorts: level, genre, title or artist"},
+                 {.name = "--out", .value = "FILE.qbl", .help = "writes the list file"}},
+                common})},
+       probe::ScanCommand},
       {{"dump",
-        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a score table (.qsd) or a play\n"
-        "record (.qpd).\n"
-        "The settings that the game takes from a settings file, and what it does not take; a key file by\n"
-        "what its keys do; the rows of a table; the events of a record.",
+        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a list (.qbl), a score table
+"
+        "(.qsd) or a play record (.qpd).
+"
+        "The settings that the game takes from a settings file, and what it does not take; a key file by
+"
+        "what its keys do; the rows of a list or a table; the events of a record.",
         "FILE [OPTION]...", 1, common},
        probe::DumpCommand},
   };
