@@ -197,12 +197,9 @@ std::vector<Command> Commands() {
                 common})},
        probe::ScanCommand},
       {{"dump",
-        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a list (.qbl), a score table
-"
-        "(.qsd) or a play record (.qpd).
-"
-        "The settings that the game takes from a settings file, and what it does not take; a key file by
-"
+        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a list (.qbl), a score table\n"
+        "(.qsd) or a play record (.qpd).\n"
+        "The settings that the game takes from a settings file, and what it does not take; a key file by\n"
         "what its keys do; the rows of a list or a table; the events of a record.",
         "FILE [OPTION]...", 1, common},
        probe::DumpCommand},
