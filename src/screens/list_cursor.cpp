@@ -11,6 +11,7 @@
 #include "platform/timers.h"
 #include "platform/window.h"
 #include "play/preview.h"
+#include "screens/song_select.h"
 #include "sound/play.h"
 #include "state/chart.h"
 #include "state/courses.h"
@@ -41,6 +42,8 @@ void MoveListCursor(int32_t rows) {
   if (lastSong < 0) return;
   listCursor += rows;
   songSelect.listScroll -= static_cast<float>(rows);
+  // Two moves may cancel out; the title picture is gone all the same, and is read again when the wheel stops.
+  if (songSelect.listScroll == 0) songSelect.listScroll = kWheelStops;
   chexec();
 }
 

@@ -276,8 +276,8 @@ void StartPlay() {
   ResetListState();
   platform::MoveMouse(320, 240);
   GameState = ReturnState;
-  // A run ends with the first chart that was not played to its end.
-  if (objCursor < objCount) EndlessRun = false;
+  // A run ends with the first chart that was not played to its end, or failed while its last notes fell.
+  if (objCursor < objCount || PlayFailed) EndlessRun = false;
   if (!EndlessRun) FinishScores();
   UnloadBMS();
   RestoreListScreen();
