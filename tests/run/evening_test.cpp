@@ -1,0 +1,168 @@
+// A whole evening at the real program, on a display that only memory sees: the first start, browsing, a
+// failed play, a play that ranks, a name, and all of it found again by the next start.
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <thread>
+
+#include "base/paths.h"
+#include "files/scores.h"
+#include "platform/files.h"
+#include "platform/surface.h"
+#include "platform/text.h"
+#include "state/scores.h"
+#include "tests/support/game_test.h"
+#include "tests/support/process.h"
+#include "tests/support/x_display.h"
+
+namespace qlm {
+namespace {
+
+namespace fs = std::filesystem;
+
+class EveningTest : public GameTest {
+ protected:
+  // A copy of the program with the stock pictures, and two songs in the stock songs' folder.
+  EveningTest() : display_("640x480") {
+    fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
+    fs::copy(QLM_BINARY_DIR "/_qlmfiles", SystemFolder() + "/_qlmfiles",
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    for (const char* const file : {"qlm_conf.ini", "qlm_keycnf.dat", "debug.txt", "jukelist"}) {
+      fs::remove_all(SystemFolder() + "/_qlmfiles/" + file);
+    }
+    // One note at 4 s, in the widest windows, under the key Z.
+    WriteText(u"songs\\b\\one.bms",
+              u"\r\n#PLAYER 1\r\n#TITLE 羽 [ONE]\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 60\r\n#RANK 3\r\n"
+              u"#PLAYLEVEL 1\r\n#TOTAL 400\r\n#00111:01\r\n");
+    WriteText(u"songs\\a.bms",
+              u"\r\n#PLAYER 1\r\n#TITLE a song\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 240\r\n#PLAYLEVEL 7\r\n"
+              u"#00111:01\r\n#00511:01\r\n");
+    WriteText(
+        u"_qlmfiles\\qlm_conf.ini",
+        u"[Core]\r\nWindowed=True\r\n[Setting]\r\nDirectBlt=True\r\nUserPlay=True\r\nHiSpeed=1\r\n"
+        u"RealHiSpeed=1\r\nBMSPreview=1\r\nPreviewDelay=300\r\nDrawLimit=3\r\nShowClearedOnList=True\r\n");
+  }
+
+  void Start() {
+    platform::DeleteFile(DataPath(u"debug.txt"));
+    program_ = std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch"},
+                                         std::map<std::string, std::string>{{"DISPLAY", display_.Name()},
+                                                                            {"WAYLAND_DISPLAY", ""},
+                                                                            {"XDG_SESSION_TYPE", ""},
+                                                                            {"SDL_VIDEODRIVER", ""},
+                                                                            {"SDL_AUDIODRIVER", "dummy"}});
+    // The lists are up when their skin is.
+    WaitForLine("Loading default skin...");
+    Rest(1200);  // the rows have all appeared
+    display_.Do({"mousemove", "320", "240"});
+  }
+
+  void Press(const std::string& key) const { display_.Do({"key", key}); }
+  // Held for as long as a hand holds a key: some frames.
+  void Hold(const std::string& key) const { display_.Do({"keydown", key, "sleep", "0.1", "keyup", key}); }
+  static void Rest(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
+
+  // Waits until the words stand in the log so many times.
+  void WaitForLine(const std::string& words, int times = 1) {
+    for (int i = 0; i < 600; ++i) {
+      const std::string log = ReadBytes(DataPath(u"debug.txt"));
+      int found = 0;
+      for (size_t at = log.find(words); at != std::string::npos; at = log.find(words, at + 1)) ++found;
+      if (found >= times) return;
+      Rest(50);
+    }
+    FAIL() << words << " was not logged: "
+           << platform::EncodeUtf8(platform::DecodeCp932(ReadBytes(DataPath(u"debug.txt"))));
+  }
+
+  // How many pixels of a part of the screen differ between two moments.
+  static int64_t Differing(const platform::Surface& a, const platform::Surface& b,
+                           const platform::Rect& part) {
+    int64_t pixels = 0;
+    for (int32_t y = part.top; y < part.bottom; ++y) {
+      for (int32_t x = part.left; x < part.right; ++x) pixels += a.Pixel(x, y) != b.Pixel(x, y) ? 1 : 0;
+    }
+    return pixels;
+  }
+
+  void Quit() {
+    Press("Escape");
+    const ProcessResult result = program_->Wait(10);
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  }
+
+  XDisplay display_;
+  std::unique_ptr<Process> program_;
+};
+
+// Where the score of the first place and the count of plays stand.
+constexpr platform::Rect kBestScore = {464, 38, 636, 66};
+
+TEST_F(EveningTest, FromTheFirstStartToTheNextOne) {
+  ASSERT_FALSE(display_.Name().empty());
+  Start();
+  WaitForLine("0 juke(s) has detected.");
+  EXPECT_TRUE(FileExists(DataPath(u"jukelist\\songs.qbl")));
+
+  // Open the only list, sort it by title: the song with the Latin letters comes first. Stop on the other.
+  Press("Return");
+  Press("KP_End");  // 1: by level, the other song first
+  WaitForLine("[BMSRead]");
+  const platform::SurfacePtr before = display_.Screenshot();
+  ASSERT_NE(before, nullptr);
+
+  // Down to the other song, and fail it: with PRESSURE on, its first miss ends it.
+  Press("Down");
+  WaitForLine("[BMSRead] a.bms");  // its preview
+  Press("F12");
+  Press("Return");
+  WaitForLine("playloop end");
+  Rest(1500);
+  Hold("z");
+  WaitForLine("Restore SkinMap(0)");
+  Rest(500);
+  EXPECT_EQ(ReadBytes(Join(AppPath, u"\\songs\\a.qsd")).substr(0, 4), std::string("\1\0\0\0", 4));
+  Press("F12");
+
+  // Back up, and play the one note: 1 s of pre-roll and 4 s of the chart.
+  Press("Up");
+  Rest(500);
+  Press("Return");
+  WaitForLine("playloop start", 2);
+  display_.Do({"sleep", "4.9", "keydown", "z", "sleep", "0.1", "keyup", "z"});
+  WaitForLine("playloop end", 2);
+  Rest(1000);
+  Hold("z");
+  WaitForLine("Restore SkinMap(0)", 2);
+  Rest(800);
+  display_.Do({"key", "--repeat", "8", "BackSpace", "type", "Quill"});
+  Press("Return");
+  Rest(1000);
+
+  TakeScores(ReadBytes(Join(AppPath, u"\\songs\\b\\one.qsd")));
+  EXPECT_EQ(scores.playCount, 1);
+  const ScoreEntry& best = scores.ScoreTable[0];
+  EXPECT_EQ(std::string(best.name.begin(), best.name.end()), "Quill   ");
+  EXPECT_GT(best.score, 0);
+  EXPECT_EQ(best.maxCombo, 1);
+  EXPECT_EQ(best.hiSpeed, 1);
+  Quit();
+
+  // The next start finds the list without a search, and the score in it.
+  Start();
+  EXPECT_EQ(ReadBytes(DataPath(u"debug.txt")).find("[MakeBMSListFile]"), std::string::npos);
+  Press("Return");
+  Press("KP_End");
+  Press("Down");
+  Press("Up");
+  Rest(1500);
+  const platform::SurfacePtr after = display_.Screenshot();
+  ASSERT_NE(after, nullptr);
+  EXPECT_GT(Differing(*before, *after, kBestScore), 50) << "name, score and one play";
+  Quit();
+  EXPECT_NE(ReadBytes(DataPath(u"qlm_conf.ini")).find("PreviewDelay=300"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace qlm
