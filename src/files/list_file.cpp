@@ -12,7 +12,7 @@ namespace qlm {
 namespace {
 
 constexpr size_t kHeadBytes = 20;
-constexpr size_t kMostTextBytes = UINT16_MAX;
+constexpr size_t kMostTextBytes = kLongestRowText;
 
 // Before a path that code page 932 does not hold: it stands in UTF-8 then. No path begins with these bytes,
 // as each is whole and so begins with a "\" or a drive's letter.

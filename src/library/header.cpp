@@ -13,6 +13,7 @@
 #include "chart/reader.h"
 #include "library/progress.h"
 #include "platform/disk_search.h"
+#include "platform/heap.h"
 #include "state/chart.h"
 #include "state/lists.h"
 
@@ -108,25 +109,44 @@ class LengthEstimate {
   int32_t channel_ = 0;
 };
 
+Text RowText(TextView text) { return Text(Left(text, kLongestRowText)); }
+
 // Quirk: only the leading letters are compared, so a tempo table's #BPM01 counts as #BPM, and its value, cut
 // at the wrong place, does not convert.
 void ReadWord(SongEntry& song, TextView line) {
   switch (Word(line)) {
     case Word(u"WAV"): ++song.numWav; break;
     case Word(u"BMP"): ++song.numBmp; break;
-    case Word(u"STA"): song.stageFile = StageFile(line); break;
-    case Word(u"TIT"): song.title = Argument(line, 7); break;
-    case Word(u"ART"): song.artist = Argument(line, 8); break;
-    case Word(u"GEN"): song.genre = Argument(line, 7); break;
+    case Word(u"STA"): song.stageFile = RowText(StageFile(line)); break;
+    case Word(u"TIT"): song.title = RowText(Argument(line, 7)); break;
+    case Word(u"ART"): song.artist = RowText(Argument(line, 8)); break;
+    case Word(u"GEN"): song.genre = RowText(Argument(line, 7)); break;
     case Word(u"BPM"): Assign(song.bpm, ToSingle(Argument(line, 5))); break;
     case Word(u"RAN"): Assign(song.rank, ToWhole(Argument(line, 6))); break;
     case Word(u"TOT"): Assign(song.total, ToWhole(Argument(line, 7))); break;
     case Word(u"VOL"): Assign(song.volWav, ToWhole(Argument(line, 8))); break;
-    case Word(u"MID"): song.midiFile = Argument(line, 10); break;
+    case Word(u"MID"): song.midiFile = RowText(Argument(line, 10)); break;
     default:
       if (BeginsWith(line, u"PLAYER")) Assign(song.player, ToWhole(Argument(line, 8)));
       if (BeginsWith(line, u"PLAYLE")) Assign(song.playLevel, ToWhole(Argument(line, 11)));
   }
+}
+
+void TakeText(SongEntry& song, std::string_view bytes) {
+  const ChartText chart = DecodeChart(bytes);
+  const TextView text = chart.text;
+  LengthEstimate length;
+  for (size_t place = FindCommand(text, 0); place != TextView::npos;) {
+    const size_t end = FindLineEnd(text, place);
+    const TextView line = text.substr(place, end - place);
+    if (IsNumbered(line)) {
+      length.ReadLine(line);
+    } else {
+      ReadWord(song, line);
+    }
+    place = FindCommand(text, end);
+  }
+  song.lengthMs = length.Milliseconds(song.bpm).value_or(0);
 }
 
 }  // namespace
@@ -144,20 +164,8 @@ void ReadBMSHeaderBytes(TextView path, int32_t index, std::string_view bytes) {
   song.player = 1;
   song.playLevel = 3;
   song.rank = 2;
-  const ChartText chart = DecodeChart(bytes);
-  const TextView text = chart.text;
-  LengthEstimate length;
-  for (size_t place = FindCommand(text, 0); place != TextView::npos;) {
-    const size_t end = FindLineEnd(text, place);
-    const TextView line = text.substr(place, end - place);
-    if (IsNumbered(line)) {
-      length.ReadLine(line);
-    } else {
-      ReadWord(song, line);
-    }
-    place = FindCommand(text, end);
-  }
-  song.lengthMs = length.Milliseconds(song.bpm).value_or(0);
+  if (!platform::WithinMemory([&] { TakeText(song, bytes); }))
+    ReportUnreadable(path, u"There is no memory for it");
 }
 
 }  // namespace qlm

@@ -34,10 +34,8 @@ void SortRows(MakeKey makeKey) {
 }
 
 void SortByText(Text SongEntry::*field) {
-  // No list file holds a longer text.
-  constexpr int64_t kLongestText = UINT16_MAX;
   const platform::Collation collation;
-  SortRows([&](const SongEntry& song) { return collation.Key(Left(song.*field, kLongestText)); });
+  SortRows([&](const SongEntry& song) { return collation.Key(song.*field); });
 }
 
 }  // namespace

@@ -9,6 +9,9 @@
 
 namespace qlm {
 
+// No text of a row is longer, in characters here and in bytes in files.
+constexpr int64_t kLongestRowText = 65'535;
+
 // One row of any list. The start values are those that a row has before its chart's header is read.
 struct SongEntry {
   Text title;

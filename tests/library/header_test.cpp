@@ -98,6 +98,16 @@ TEST_F(HeaderTest, WordsAreReadInAnyCaseAndByTheirFirstLetters) {
   EXPECT_EQ(song.playLevel, 7);
 }
 
+TEST_F(HeaderTest, LongTextIsCut) {
+  EXPECT_EQ(Read({Join(u"#TITLE ", Text(70'000, u'a'))}).title, Text(65'535, u'a'));
+}
+
+TEST_F(HeaderTest, UnreadableFileIsToldInTheLog) {
+  songList.assign(1, SongEntry{});
+  ReadBMSHeader(u"\\none\\x.bms", 0);
+  EXPECT_EQ(log, (std::vector<Text>{u"# cannot be read: \\none\\x.bms: No such file or directory"}));
+}
+
 TEST_F(HeaderTest, LaterLinesWin) { EXPECT_EQ(Read({u"#TITLE a", u"#TITLE b"}).title, u"b"); }
 
 TEST_F(HeaderTest, ValuesThatDoNotConvertLeaveTheFieldAsItWas) {
