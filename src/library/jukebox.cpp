@@ -31,6 +31,7 @@ bool TakeFile(TextView path) {
 void LoadJukeList(TextView path, bool quiet) {
   using platform::BoxIcon;
   if (!FileExists(path)) {
+    // Quirk: there is no blank before "is".
     if (!quiet) platform::MessageBox(BoxIcon::kWarning, u"error", Join(u"listfile ", path, u"is not exist."));
     return;
   }

@@ -74,6 +74,7 @@ void MakeJukebox(TextView folder) {
   ScanFolder(folder);
   // Quirk: the last index, so that -1 is nothing and 0 is one chart.
   DebugLog(Join(u"founds: ", lastSong));
+  // Quirk: a folder that has no chart any more keeps its jukebox.
   if (lastSong < 0) return;
   // Quirk: two folders of one name share a jukebox, which has the charts of the later one.
   SaveJukeList(DataPath(Join(u"jukelist\\", GetFileName(folder), u".qbl")), true);
