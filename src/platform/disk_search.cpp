@@ -81,21 +81,19 @@ bool Append(int descriptor, size_t length, std::string& bytes) {
   return count >= 0;
 }
 
-// The reason why not; empty when it went well.
+// What is no text most often shows it soon. The reason why not; empty when it went well.
 std::u16string ReadUpToZero(int descriptor, size_t length, std::string& bytes) {
-  constexpr size_t kBlock = size_t{1} << 20;
-  while (bytes.size() < length) {
+  constexpr size_t kFirstBytes = size_t{1} << 20;
+  for (const size_t end : {std::min(length, kFirstBytes), length}) {
     const size_t from = bytes.size();
-    // The room doubles, so that long texts are not copied often.
-    const size_t wanted = std::min(length - from, std::max(kBlock, from));
     bool good = true;
-    if (!WithinMemory([&] { good = Append(descriptor, wanted, bytes); })) return Reason(ENOMEM);
+    if (!WithinMemory([&] { good = Append(descriptor, end - from, bytes); })) return Reason(ENOMEM);
     if (!good) return Reason(errno);
     if (const size_t zero = bytes.find('\0', from); zero != std::string::npos) {
       bytes.resize(zero);
       break;
     }
-    if (bytes.size() == from) break;  // it has become shorter meanwhile
+    if (bytes.size() < end) break;  // it has become shorter meanwhile
   }
   return {};
 }
