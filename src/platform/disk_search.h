@@ -1,7 +1,6 @@
 // What a search of the disk needs: folders and texts, each with the system's reason where it cannot be read.
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -13,7 +12,10 @@ namespace platform {
 struct FolderId {
   uint64_t device = 0;
   uint64_t number = 0;
-  friend auto operator<=>(const FolderId&, const FolderId&) = default;
+  friend bool operator==(const FolderId&, const FolderId&) = default;
+  friend bool operator<(const FolderId& a, const FolderId& b) {
+    return a.device != b.device ? a.device < b.device : a.number < b.number;
+  }
 };
 
 struct FolderContents {

@@ -23,7 +23,7 @@ TEST_F(SearchFoldersTest, LinesEndInCrLfOrLf) {
 }
 
 TEST_F(SearchFoldersTest, TextEndsAtTheFirstZeroByte) {
-  EXPECT_EQ(SearchLines(std::string_view("a\r\nb\0c\r\nd", 10)), (Lines{u"a", u"b"}));
+  EXPECT_EQ(SearchLines(std::string_view("a\r\nb\0c\r\nd", 9)), (Lines{u"a", u"b"}));
 }
 
 TEST_F(SearchFoldersTest, TextIsCodePage932OrUtf8) {
