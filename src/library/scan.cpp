@@ -56,6 +56,18 @@ class Level {
   Level& operator=(const Level&) = delete;
 };
 
+// Tells what events bring that the list is being made, for as long as it lives.
+class Running {
+ public:
+  Running() = default;
+  ~Running() { library.scanRunning = before_; }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+ private:
+  bool before_ = std::exchange(library.scanRunning, true);
+};
+
 void FindFilesBelow(const Text& folder, const std::vector<Text>& names, TextView patterns) {
   for (const Text& name : names) {
     if (!name.starts_with(u'.')) FindFiles(folder + name, patterns, true);
@@ -80,6 +92,13 @@ void MakeJukebox(TextView folder) {
   SaveJukeList(DataPath(Join(u"jukelist\\", GetFileName(folder), u".qbl")), true);
 }
 
+void MakeJukeboxes() {
+  const Running running;
+  for (const Text& line : LinesToSearch()) {
+    if (const std::optional<Text> folder = SearchedFolder(line)) MakeJukebox(*folder);
+  }
+}
+
 }  // namespace
 
 void FindFiles(TextView folderName, TextView patterns, bool recurse) {
@@ -100,6 +119,7 @@ void FindFiles(TextView folderName, TextView patterns, bool recurse) {
 }
 
 std::vector<Text> SearchFiles(TextView folder, TextView patterns) {
+  const Running running;
   library.foundCount = 0;
   library.foundFiles.clear();
   FindFiles(folder, patterns, true);
@@ -108,22 +128,17 @@ std::vector<Text> SearchFiles(TextView folder, TextView patterns) {
 }
 
 void ScanFolder(TextView folder) {
-  const bool within = std::exchange(library.scanRunning, true);
+  const Running running;
   for (const Text& path : SearchFiles(folder, u"*.bms;*.bme")) {
     AddSong(path);
     PumpSearch();
   }
-  library.scanRunning = within;
 }
 
 bool MakeBMSListFile(bool noDepthLimit) {
   DebugLog(Join(u"[MakeBMSListFile] depth limit:", !noDepthLimit));
   library.scanNoLimit = noDepthLimit;
-  library.scanRunning = true;
-  for (const Text& line : LinesToSearch()) {
-    if (const std::optional<Text> folder = SearchedFolder(line)) MakeJukebox(*folder);
-  }
-  library.scanRunning = false;
+  MakeJukeboxes();
   UpdateJukeList();
   if (lastSong >= 0) {
     DebugLog(u"complete.");

@@ -287,6 +287,10 @@ TEST_F(ScanTest, EventsRunWhileFoldersAreSearchedAndAreToldOfTheScan) {
   ScanFolder(Folder());
   EXPECT_EQ(heard_, (Texts{u"scan"}));
   EXPECT_FALSE(library.scanRunning);
+  library.lastPump.reset();
+  UpdateJukeList();
+  EXPECT_EQ(heard_, (Texts{u"scan", u"scan"}));
+  EXPECT_FALSE(library.scanRunning);
 }
 
 // --- MakeBMSListFile ---
