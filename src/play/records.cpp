@@ -113,6 +113,8 @@ void TakeOptions(const ScoreEntry& entry) {
   Pressure = (entry.options3 & 4) != 0;
 }
 
+// Quirk: the row holds the speeds at the end of the play. One in which they were changed thus replays with
+// the last of them up to the place of the first change.
 void TakeSpeeds(const ScoreEntry& entry) {
   ComboHiSpeed = entry.hiSpeed == kFollowsCombo;
   if (!ComboHiSpeed) {
@@ -168,9 +170,11 @@ void SaveUserRec(TextView path) {
 
 void LoadUserRec(TextView path) {
   DebugLog(Join(u"LoadUserRec:", path));
-  const std::optional<std::string> bytes = platform::ReadFilePart(path, 0, kMostBytes);
-  if (path.empty() || !bytes) return;
-  RecordFile record = TakeRecord(*bytes);
+  if (const auto bytes = platform::ReadFilePart(path, 0, kMostBytes)) TakeUserRec(*bytes);
+}
+
+void TakeUserRec(std::string_view bytes) {
+  RecordFile record = TakeRecord(bytes);
   RecCount = 0;
   if (record.bmsId != BMSID) {
     DebugLog(u"RECORD IS NOT COLLECT!");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "base/text.h"
 
@@ -26,5 +27,7 @@ void SaveUserRec(TextView path);
 // Takes the record and the options of a play of the loaded chart. Nothing happens without a file; that of
 // another chart is refused, with a message, and leaves an empty record.
 void LoadUserRec(TextView path);
+// The same from the bytes of a record.
+void TakeUserRec(std::string_view bytes);
 
 }  // namespace qlm
