@@ -177,9 +177,10 @@ TextMask RenderText(std::u16string_view text, const FontLook& look) {
   mask.height = bottom - mask.top;
   mask.ink.resize(static_cast<size_t>(mask.width) * static_cast<size_t>(mask.height));
   for (const Piece& piece : pieces) Lay(mask, piece);
-  if (look.width <= 0 || 2 * look.width >= look.height || mask.width == 0) return mask;
-  return Narrowed(mask,
-                  std::max(1, static_cast<int32_t>(int64_t{mask.width} * 2 * look.width / look.height)));
+  const int64_t height = std::clamp(look.height, kSmallestHeight, kGreatestHeight);
+  const int64_t half = 2 * int64_t{look.width};
+  if (look.width <= 0 || half >= height || mask.width == 0) return mask;
+  return Narrowed(mask, std::max(1, static_cast<int32_t>(mask.width * half / height)));
 }
 
 void DrawMask(Surface& surface, const Rect& clip, int32_t x, int32_t y, const TextMask& mask, Colour colour) {

@@ -103,6 +103,79 @@ TEST_F(FontText, HostileHeightsAndLengthsAreBrought) {
   EXPECT_GT(Ink(surface), 0);
 }
 
+TEST_F(FontText, AMaskIsDrawnInAnyColourWithThePixelsOfTheText) {
+  const TextMask mask = RenderText(u"quillmarch 羽ペン", {.height = 16, .bold = true});
+  for (const Colour colour : {0xFFFFFFU, 0x804000U, 0x010000U}) {
+    Surface drawn(200, 30);
+    Surface expected(200, 30);
+    for (Surface* const surface : {&drawn, &expected}) surface->Fill(surface->Bounds(), 0x203040);
+    DrawMask(drawn, drawn.Bounds(), 5, 4, mask, colour);
+    DrawFontText(expected, 5, 4, u"quillmarch 羽ペン", 16, colour, true);
+    for (int32_t y = 0; y < 30; ++y) {
+      for (int32_t x = 0; x < 200; ++x) ASSERT_EQ(drawn.Pixel(x, y), expected.Pixel(x, y)) << x << ',' << y;
+    }
+  }
+  EXPECT_EQ(mask.width, FontTextWidth(u"quillmarch 羽ペン", 16, true));
+}
+
+TEST_F(FontText, AMaskIsCutAtItsClipRectangleAndAtTheEdges) {
+  const TextMask mask = RenderText(u"■■■■■■■■", {.height = 16});
+  Surface surface(64, 16);
+  DrawMask(surface, {10, 4, 30, 12}, -4, 0, mask, 0xFFFFFF);
+  const Rect inked = Inked(surface);
+  EXPECT_GE(inked.left, 10);
+  EXPECT_GT(inked.right, 20);
+  EXPECT_LE(inked.right, 30);
+  EXPECT_EQ(inked.top, 4);
+  EXPECT_EQ(inked.bottom, 12);
+  const int64_t before = Ink(surface);
+  for (const Rect& clip : {Rect{0, 0, 0, 0}, Rect{30, 4, 10, 12}, Rect{64, 0, 100, 16}, Rect{-9, -9, 0, 0}}) {
+    DrawMask(surface, clip, 0, 0, mask, 0xFFFFFF);
+  }
+  for (const int32_t place : {INT32_MIN, INT32_MAX}) {
+    DrawMask(surface, {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, place, place, mask, 0xFFFFFF);
+  }
+  EXPECT_EQ(Ink(surface), before);
+}
+
+// A letter of half width is 13 wide at a height of 26.
+TEST_F(FontText, LettersAreNarrowedToAWidthButNeverWidened) {
+  const FontLook designed{.height = 26};
+  const TextMask wide = RenderText(u"羽ペンの行進", designed);
+  const TextMask narrow = RenderText(u"羽ペンの行進", {.height = 26, .width = 9});
+  EXPECT_EQ(narrow.width, wide.width * 9 / 13);
+  EXPECT_EQ(narrow.height, wide.height);
+  EXPECT_EQ(narrow.ink.size(), static_cast<size_t>(narrow.width) * static_cast<size_t>(narrow.height));
+  EXPECT_EQ(RenderText(u"羽ペンの行進", {.height = 26, .width = 13}).ink, wide.ink);
+  EXPECT_EQ(RenderText(u"羽ペンの行進", {.height = 26, .width = 40}).ink, wide.ink);
+  EXPECT_EQ(RenderText(u"羽ペンの行進", {.height = 26, .width = INT32_MAX}).ink, wide.ink);
+}
+
+// What a narrowed line covers stays the same share of it: full columns stay full, and the ink in all is 9
+// / 13.
+TEST_F(FontText, NarrowedColumnsAreMeans) {
+  const auto sumOf = [](const TextMask& mask) {
+    int64_t sum = 0;
+    for (const uint8_t ink : mask.ink) sum += ink;
+    return static_cast<double>(sum);
+  };
+  const TextMask wide = RenderText(u"quill 羽ペン", {.height = 26});
+  const TextMask narrow = RenderText(u"quill 羽ペン", {.height = 26, .width = 9});
+  const double share = static_cast<double>(narrow.width) / wide.width;
+  EXPECT_NEAR(sumOf(narrow) / sumOf(wide), share, 0.01);
+  const TextMask block = RenderText(u"■", {.height = 26, .width = 9});
+  EXPECT_EQ(*std::ranges::max_element(block.ink), 255);
+}
+
+TEST_F(FontText, NoTextIsAnEmptyMask) {
+  const TextMask mask = RenderText(u"", {.height = 26, .width = 9});
+  EXPECT_EQ(mask.width, 0);
+  EXPECT_TRUE(mask.ink.empty());
+  Surface surface(10, 10);
+  DrawMask(surface, surface.Bounds(), 0, 0, mask, 0xFFFFFF);
+  EXPECT_EQ(Ink(surface), 0);
+}
+
 TEST_F(FontText, FontsOpenAgainAfterTheyWereGivenBack) {
   const int32_t width = FontTextWidth(u"quill", 12);
   CloseFonts();
