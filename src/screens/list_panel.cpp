@@ -218,7 +218,7 @@ void DrawPictureBox() {
     PrepareStage();
     DDBack->Copy(kPictureBox.left, kPictureBox.top, *DDPreview, kPicture);
   } else if (SSNoStage) {
-    constexpr int32_t kFrameMs = 120;
+    constexpr int32_t kFrameMs = 150;
     const auto frame = static_cast<int32_t>(platform::Now() / kFrameMs % kDemoFrames);
     DDBack->Copy(kPictureBox.left, kPictureBox.top, *SSNoStage, DemoSprite(frame), platform::Keyed::kYes);
   }

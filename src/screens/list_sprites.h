@@ -45,9 +45,9 @@ constexpr Rect OptionSprite(int32_t option, int32_t place) {
   return At(60 * place, 336 + 28 * option, 60, 26);
 }
 
-// ssnostg.bmp: the frames of the animation that stands for a missing title picture, in rows of five.
-constexpr int32_t kDemoFrames = 20;
-constexpr Rect DemoSprite(int32_t frame) { return At(frame % 5 * 192, frame / 5 * 144, 192, 144); }
+// ssnostg.bmp: the frames of the animation that stands for a missing title picture, in rows of six.
+constexpr int32_t kDemoFrames = 24;
+constexpr Rect DemoSprite(int32_t frame) { return At(frame % 6 * 192, frame / 6 * 144, 192, 144); }
 
 // A sprite of ssobj.bmp with its left top corner at (x, y), cut at the clip rectangle. Nothing without the
 // picture.

@@ -354,12 +354,12 @@ TEST_F(Panel, ANewTitlePictureTakesThePlaceOfTheOldOne) {
 }
 
 TEST_F(Panel, WithoutATitlePictureTheDemoRuns) {
-  SSNoStage = Solid(960, 576, 0x203040);
+  SSNoStage = Solid(1152, 576, 0x203040);
   SSNoStage->Fill(DemoSprite(7), 0x506070);
-  SetTime(kNow / 2400 * 2400 + 7 * 120);  // 20 frames of 120 ms
+  SetTime(kNow / 3600 * 3600 + 7 * 150);  // 24 frames of 150 ms
   Draw();
   EXPECT_EQ(Around(0x506070), (Rect{304, 78, 496, 222}));
-  SetTime(kNow / 2400 * 2400 + 8 * 120);
+  SetTime(kNow / 3600 * 3600 + 8 * 150);
   Draw();
   EXPECT_EQ(Around(0x203040), (Rect{304, 78, 496, 222}));
 }
