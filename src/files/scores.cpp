@@ -17,8 +17,7 @@ Text Beside(TextView chart) { return WithExtension(chart, u".qsd"); }
 
 // Quirk: of the chart's folders only the last one is kept, so that charts of one name in two read-only
 // folders of one name share their table.
-Text BelowDataFolder(TextView chart) {
-  const Text file = Beside(chart);
+Text BelowDataFolder(TextView file) {
   const TextView folder = GetFolder(file);
   const TextView lastFolder = GetFileName(folder.substr(0, folder.empty() ? 0 : folder.size() - 1));
   return Join(DataPath(u"ro_score\\"), lastFolder, u"\\", GetFileName(file));
@@ -82,9 +81,12 @@ Text ScoredChart() {
 
 // Quirk: a table below \_qlmfiles goes on being read when the chart's folder can be written again; the table
 // that is then written beside the chart is not seen.
-Text ScoreFileOf(TextView chart) {
-  Text kept = BelowDataFolder(chart);
-  return FileExists(kept) ? kept : Beside(chart);
+Text ScoreFileOf(TextView chart) { return ReadableBeside(chart, u".qsd"); }
+
+Text ReadableBeside(TextView chart, TextView extension) {
+  const Text beside = WithExtension(chart, extension);
+  Text kept = BelowDataFolder(beside);
+  return FileExists(kept) ? kept : beside;
 }
 
 void LoadScoreDat() {
@@ -104,7 +106,7 @@ void SaveScoreDat() {
     SaveFile(Beside(chart), ScoreBytes());
     return;
   }
-  const Text file = BelowDataFolder(chart);
+  const Text file = BelowDataFolder(Beside(chart));
   if (keepsDataFolder) MakeFolders(GetFolder(file));
   SaveFile(file, ScoreBytes());
 }

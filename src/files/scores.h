@@ -30,6 +30,8 @@ Text ScoredChart();
 // The score file of a chart that may be read: the one below \_qlmfiles\ro_score where there is one, else that
 // beside the chart. Neither need exist.
 Text ScoreFileOf(TextView chart);
+// The same for any file that goes with a chart, by its extension, as in ".qpd".
+Text ReadableBeside(TextView chart, TextView extension);
 
 // The score table of ScoredChart(), empty when there is no file.
 void LoadScoreDat();

@@ -8,6 +8,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "files/scores.h"
 #include "platform/files.h"
 #include "state/lists.h"
 #include "state/message.h"
@@ -18,21 +19,7 @@
 namespace qlm {
 namespace {
 
-Text WithExtension(const Text& path, TextView extension) {
-  const size_t dot = path.rfind(u'.');
-  return Join(dot == Text::npos ? TextView(path) : TextView(path).substr(0, dot), extension);
-}
-
-// The file beside the row's own, or the one that stands for it where that folder could not be written.
-Text FileOf(const SongEntry& row, TextView extension) {
-  const Text beside = WithExtension(row.path, extension);
-  const TextView folder = GetFolder(beside);
-  const TextView folderName = folder.empty() ? folder : GetFileName(folder.substr(0, folder.size() - 1));
-  Text kept = Join(DataPath(u"ro_score"), u"\\", folderName, u"\\", GetFileName(beside));
-  return FileExists(kept) ? kept : beside;
-}
-
-// Only the last byte of a score file counts: the low one of its clear flag.
+// Quirk: only the last byte of a score file counts, whatever is in front of it.
 std::optional<bool> ClearedIn(const Text& path) {
   const std::optional<int64_t> length = platform::FileLength(path);
   if (!length || *length < 1) return std::nullopt;
@@ -44,11 +31,12 @@ std::optional<bool> ClearedIn(const Text& path) {
 void CheckRow(size_t row) {
   if (row >= songList.size()) return;
   const SongEntry& entry = songList[row];
-  if (const std::optional<bool> cleared = ClearedIn(FileOf(entry, u".qsd"));
+  if (const std::optional<bool> cleared = ClearedIn(ScoreFileOf(entry.path));
       cleared && row < songCleared.size()) {
     songCleared[row] = *cleared;
   }
-  if (row < songHasRecord.size() && FileExists(FileOf(entry, u".qpd"))) songHasRecord[row] = true;
+  if (row < songHasRecord.size() && FileExists(ReadableBeside(entry.path, u".qpd")))
+    songHasRecord[row] = true;
 }
 
 }  // namespace

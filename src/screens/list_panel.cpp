@@ -112,6 +112,7 @@ void DrawCourseSongs() {
   constexpr int32_t kLines = 5;
   constexpr Rect kLinesBox = {310, 300, 609, 358};
   const uint32_t now = platform::Now();
+  // Quirk: behind a multiple of five songs comes an empty page.
   const int32_t pages = numsongs / kLines + 1;
   const int32_t page =
       std::max(platform::Elapsed(now, songSelect.rowCursorTime), 0) / 1000 % (numsongs > kLines ? pages : 1);

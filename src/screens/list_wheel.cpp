@@ -36,8 +36,8 @@ int32_t ScrollRows() {
   return Rounded(std::clamp<double>(songSelect.listScroll, -kFarthest, kFarthest));
 }
 
-// How far a place on the wheel has come out of the dark, 1 to 255: from the top down in the first second, and
-// never wholly at the lower end.
+// How far a place on the wheel has come out of the dark, 1 to 255: from the top down in the first second.
+// Quirk: it never comes out wholly at the lower end.
 int32_t Brightness(double offset) {
   const double brightness = ((offset + 6) * 50 - songSelect.listFadeIn) * 255 / 200;
   return static_cast<int32_t>(RoundHalfEven(std::clamp(brightness, 1.0, 255.0)));
@@ -129,8 +129,7 @@ Rect RowPlace(int32_t offset) {
   return {left, top, left + kRowWidth, top + kRowHeight};
 }
 
-// Quirk: the row in hand twitches to the right every 300 ms, by five pixels that it loses at once more
-// slowly.
+// Quirk: the row in hand jumps five pixels to the right every 300 ms and slides back.
 int32_t HeldRowPulse() {
   const double rest = 1 - platform::Now() % 300 / 300.0;
   return Rounded(5 * rest * rest);
