@@ -1,5 +1,5 @@
-// Any UTF-16 as a line of text, at any place and height: an image shows its part of the line, and nothing
-// else.
+// Any UTF-16 as a line of text, at any place, height and width: an image shows its part of the line, and
+// nothing else.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +18,7 @@ struct Line {
   int32_t y = 0;
   int16_t height = 0;
   bool bold = false;
+  int8_t width = 0;  // of a letter; 0 as designed
   std::u16string text;
 };
 
@@ -33,6 +34,7 @@ Line ReadLine(const uint8_t* data, size_t size) {
   if (head[2] == 255) std::memcpy(&line.x, &head[3], sizeof(line.x));
   if (head[2] == 254) std::memcpy(&line.y, &head[3], sizeof(line.y));
   line.bold = head[2] % 2 != 0;
+  line.width = static_cast<int8_t>(head[6]);
   line.height = static_cast<int8_t>(head[7]);
   if (head[8] == 255) line.height = static_cast<int16_t>(head[9] << 8);
   line.text.resize((size - given) / 2);
@@ -41,7 +43,13 @@ Line ReadLine(const uint8_t* data, size_t size) {
 }
 
 void Draw(Surface& surface, const Line& line) {
-  platform::DrawFontText(surface, line.x, line.y, line.text, line.height, 0x80C0FF, line.bold);
+  if (line.width == 0) {
+    platform::DrawFontText(surface, line.x, line.y, line.text, line.height, 0x80C0FF, line.bold);
+    return;
+  }
+  const platform::FontLook look{.height = line.height, .bold = line.bold, .width = line.width};
+  platform::DrawMask(surface, surface.Bounds(), line.x, line.y, platform::RenderText(line.text, look),
+                     0x80C0FF);
 }
 
 // The fonts of each height and weight stay open, of which a game has a handful and an input may have any.
