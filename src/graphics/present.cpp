@@ -79,7 +79,8 @@ Place MessagePlace() {
 void DrawMessage() {
   if (!message.up) return;
   const Place place = MessagePlace();
-  DrawText(place.x, place.y, message.text, 0);
+  // High letters reach below the screen there.
+  DrawTextWithin(kScreen, place.x, place.y, message.text);
   const int32_t ms = platform::Elapsed(platform::Now(), message.time) - kMessageStands;
   if (ms < 0) return;
   // Character n counted from 1 becomes the first; there is no character 0, so the first tenth leaves it

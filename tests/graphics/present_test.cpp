@@ -65,6 +65,15 @@ TEST_F(Present, AMessageStandsAtTheBottomOfTheLists) {
   EXPECT_EQ(Shown(0), u"hello");
 }
 
+// The stock skins' letters are 16 high: one row of them lies below the screen.
+TEST_F(Present, AMessageWhoseLettersReachBelowTheScreenIsCut) {
+  SkinFile[1] = Solid(8, 16, 0x1000 + 'h');
+  SysFont['h' - 32] = {0, 0, 8, 16};
+  ShowMessage(u"h");
+  PresentFrame();
+  EXPECT_EQ(Shown(0), u"hhhhhhhh");
+}
+
 TEST_F(Present, AMessageStandsThereInEveryStateButThePlay) {
   for (int32_t state = 0; state <= 12; ++state) {
     GameState = state;
