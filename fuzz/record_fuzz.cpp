@@ -2,7 +2,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 
 #include "base/log.h"
@@ -17,7 +16,6 @@
 #include "state/reset.h"
 #include "state/session.h"
 #include "state/settings.h"
-#include "state/surfaces.h"
 #include "state/timeline.h"
 
 namespace {
@@ -44,10 +42,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   qlm::ResetState();
   qlm::logOutput.file = false;
   platform::UseVirtualClock(1'000'000);
-  static const auto back = std::make_shared<qlm::Surface>(640, 480);
-  static const auto front = std::make_shared<qlm::Surface>(640, 480);
-  qlm::DDBack = back;
-  qlm::DDPrimary = front;
   qlm::NOVSync = true;
   LayChart();
   qlm::BMSID = record.bmsId;

@@ -305,6 +305,17 @@ TEST(FolderIsReadOnly, IsSoWithoutAnyRightToWrite) {
   EXPECT_TRUE(platform::FolderIsReadOnly(folder));
   EXPECT_TRUE(platform::FolderIsReadOnly(EnsureBackslash(folder)));
   fs::permissions(name, fs::perms::owner_all);
+  if (geteuid() == 0) {
+    // To one who has no right there it is read-only, too.
+    fs::permissions(name, fs::perms::owner_all | fs::perms::others_read | fs::perms::others_exec);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    constexpr uid_t kNobody = 65534;
+    if (child == 0) _exit(setuid(kNobody) == 0 && platform::FolderIsReadOnly(folder) ? 0 : 1);
+    int status = 0;
+    waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  }
   fs::remove(name);
   EXPECT_FALSE(platform::FolderIsReadOnly(folder)) << "there is none";
   EXPECT_FALSE(platform::FolderIsReadOnly(u""));
