@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "base/bytes.h"
 #include "base/log.h"
 #include "base/paths.h"
 #include "files/data_folder.h"
@@ -49,13 +50,9 @@ void TakeKeyTable(std::string_view bytes) {
 }
 
 std::string KeyTableBytes() {
-  std::string bytes;
-  for (const int16_t code : KeyMap) {
-    const auto pattern = std::bit_cast<uint16_t>(code);
-    bytes.push_back(static_cast<char>(pattern & 255));
-    bytes.push_back(static_cast<char>(pattern >> 8));
-  }
-  return bytes;
+  ByteWriter bytes;
+  for (const int16_t code : KeyMap) bytes.I16(code);
+  return bytes.Take();
 }
 
 void LoadKeyTable() {

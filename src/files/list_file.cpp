@@ -1,8 +1,6 @@
 // List files between memory and disk.
 #include "files/list_file.h"
 
-#include <bit>
-
 #include "base/paths.h"
 #include "files/data_folder.h"
 #include "platform/files.h"
@@ -28,17 +26,9 @@ Text TakePath(Cursor& cursor) {
   return platform::DecodeCp932(bytes);
 }
 
-int32_t TakeWhole(Cursor& cursor) { return std::bit_cast<int32_t>(cursor.U32()); }
-
-void PutNumber(std::string& bytes, uint32_t value, int width) {
-  for (int i = 0; i < width; ++i) bytes.push_back(static_cast<char>(value >> (8 * i) & 255));
-}
-
-void PutWhole(std::string& bytes, int32_t value) { PutNumber(bytes, std::bit_cast<uint32_t>(value), 4); }
-
-void PutCounted(std::string& bytes, std::string_view text) {
-  PutNumber(bytes, static_cast<uint32_t>(text.size()), 2);
-  bytes += text;
+void PutCounted(ByteWriter& bytes, std::string_view text) {
+  bytes.U16(static_cast<uint16_t>(text.size()));
+  bytes.Bytes(text);
 }
 
 // Whole characters, as many as there is room for.
@@ -53,10 +43,10 @@ std::string CutToRoom(TextView text) {
   return bytes;
 }
 
-void PutText(std::string& bytes, TextView text) { PutCounted(bytes, CutToRoom(text)); }
+void PutText(ByteWriter& bytes, TextView text) { PutCounted(bytes, CutToRoom(text)); }
 
 // A chart must be found again by its path.
-void PutPath(std::string& bytes, TextView path) {
+void PutPath(ByteWriter& bytes, TextView path) {
   const std::string encoded = CutToRoom(path);
   if (platform::DecodeCp932(encoded) == path) return PutCounted(bytes, encoded);
   const std::string marked = std::string(kUtf8Mark) + platform::EncodeUtf8(path);
@@ -70,36 +60,36 @@ SongEntry TakeSongEntry(Cursor& cursor) {
   song.title = TakeText(cursor);
   song.artist = TakeText(cursor);
   song.genre = TakeText(cursor);
-  song.bpm = std::bit_cast<float>(cursor.U32());
-  song.player = TakeWhole(cursor);
-  song.playLevel = TakeWhole(cursor);
+  song.bpm = cursor.F32();
+  song.player = cursor.I32();
+  song.playLevel = cursor.I32();
   song.midiFile = TakeText(cursor);
-  song.rank = TakeWhole(cursor);
-  song.volWav = TakeWhole(cursor);
-  song.total = TakeWhole(cursor);
-  song.lengthMs = TakeWhole(cursor);
+  song.rank = cursor.I32();
+  song.volWav = cursor.I32();
+  song.total = cursor.I32();
+  song.lengthMs = cursor.I32();
   song.stageFile = TakeText(cursor);
-  song.numWav = TakeWhole(cursor);
-  song.numBmp = TakeWhole(cursor);
+  song.numWav = cursor.I32();
+  song.numBmp = cursor.I32();
   song.path = TakePath(cursor);
   return song;
 }
 
-void PutSongEntry(std::string& bytes, const SongEntry& song) {
+void PutSongEntry(ByteWriter& bytes, const SongEntry& song) {
   PutText(bytes, song.title);
   PutText(bytes, song.artist);
   PutText(bytes, song.genre);
-  PutNumber(bytes, std::bit_cast<uint32_t>(song.bpm), 4);
-  PutWhole(bytes, song.player);
-  PutWhole(bytes, song.playLevel);
+  bytes.F32(song.bpm);
+  bytes.I32(song.player);
+  bytes.I32(song.playLevel);
   PutText(bytes, song.midiFile);
-  PutWhole(bytes, song.rank);
-  PutWhole(bytes, song.volWav);
-  PutWhole(bytes, song.total);
-  PutWhole(bytes, song.lengthMs);
+  bytes.I32(song.rank);
+  bytes.I32(song.volWav);
+  bytes.I32(song.total);
+  bytes.I32(song.lengthMs);
   PutText(bytes, song.stageFile);
-  PutWhole(bytes, song.numWav);
-  PutWhole(bytes, song.numBmp);
+  bytes.I32(song.numWav);
+  bytes.I32(song.numBmp);
   PutPath(bytes, song.path);
 }
 
@@ -109,7 +99,7 @@ ListFile ReadListFile(std::string_view bytes) {
   // Quirk: neither the word nor the version at its head is looked at; any file with rows at their place is a
   // list.
   cursor.Skip(kHeadBytes);
-  list.lastSong = TakeWhole(cursor);
+  list.lastSong = cursor.I32();
   if (!cursor.Good()) {
     list.lastSong = -1;
     return list;
@@ -126,13 +116,14 @@ ListFile ReadListFile(std::string_view bytes) {
 }
 
 std::string ListFileBytes(std::span<const SongEntry> rows) {
-  std::string bytes = "qlm_juke";
-  bytes.append(11, '\0');
-  bytes.push_back(1);  // version
+  ByteWriter bytes;
+  bytes.Bytes("qlm_juke");
+  bytes.FillTo(kHeadBytes - 1);
+  bytes.U8(1);  // version
   // Quirk: the last index and not the count.
-  PutWhole(bytes, static_cast<int32_t>(rows.size()) - 1);
+  bytes.I32(static_cast<int32_t>(rows.size()) - 1);
   for (const SongEntry& song : rows) PutSongEntry(bytes, song);
-  return bytes;
+  return bytes.Take();
 }
 
 bool WriteListFile(TextView path, std::span<const SongEntry> rows) {

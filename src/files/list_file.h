@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/bytes.h"
 #include "base/cursor.h"
 #include "base/text.h"
 #include "state/lists.h"
@@ -16,7 +17,7 @@ namespace qlm {
 // One row, as list and course files hold it. What the bytes do not hold has its start value.
 SongEntry TakeSongEntry(Cursor& cursor);
 // A text of more than 65,535 bytes is cut.
-void PutSongEntry(std::string& bytes, const SongEntry& song);
+void PutSongEntry(ByteWriter& bytes, const SongEntry& song);
 
 struct ListFile {
   int32_t lastSong = -1;        // as the file tells it

@@ -31,6 +31,15 @@ void SortRows(MakeKey makeKey) {
   sorted.reserve(places.size());
   for (const Place& place : places) sorted.push_back(std::move(songList[place.row]));
   songList = std::move(sorted);
+  // A row keeps its marks.
+  const auto order = [&](std::vector<bool>& marks) {
+    marks.resize(places.size());
+    std::vector<bool> moved(marks.size());
+    for (size_t i = 0; i < places.size(); ++i) moved[i] = marks[places[i].row];
+    marks = std::move(moved);
+  };
+  order(songCleared);
+  order(songHasRecord);
 }
 
 void SortByText(Text SongEntry::*field) {

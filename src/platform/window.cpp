@@ -181,10 +181,10 @@ char16_t ControlCharacter(SDL_Keycode key) {
 
 void ReportKey(const SDL_KeyboardEvent& event, const WindowEvents& events) {
   const bool down = event.type == SDL_KEYDOWN;
-  const char16_t character = ControlCharacter(event.keysym.sym);
-  if (takesCharacters && down && character != 0 && events.character != nullptr) events.character(character);
   const int32_t key = KeyNumberOf(event.keysym.scancode);
   if (events.key != nullptr && key != 0 && event.repeat == 0) events.key(key, down);
+  const char16_t character = ControlCharacter(event.keysym.sym);
+  if (takesCharacters && down && character != 0 && events.character != nullptr) events.character(character);
 }
 
 void ReportText(const char* utf8, const WindowEvents& events) {

@@ -25,7 +25,7 @@ struct WindowEvents {
   void (*closeRequested)() = nullptr;             // the close button
   void (*activated)(bool active) = nullptr;       // the window gained or lost the focus
   void (*key)(int32_t key, bool down) = nullptr;  // numbered as in window_keys.h; no repeats
-  // A typed character, while they are taken: 8 (backspace), 13 (Enter) and 27 (Esc) ahead of their keys,
+  // A typed character, while they are taken: 8 (backspace), 13 (Enter) and 27 (Esc) behind their keys,
   // repeated while these are held.
   void (*character)(char16_t unit) = nullptr;
   void (*mouseDown)(MouseButton button) = nullptr;

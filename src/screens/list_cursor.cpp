@@ -11,6 +11,7 @@
 #include "platform/timers.h"
 #include "platform/window.h"
 #include "play/preview.h"
+#include "screens/list_rows.h"
 #include "screens/song_select.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -29,11 +30,6 @@ namespace {
 void ForgetLoadedChart() {
   curBPM = 0;
   TotalNotes = {};
-}
-
-void WrapCursor() {
-  const int32_t rows = lastSong + 1;
-  listCursor = (listCursor % rows + rows) % rows;
 }
 
 }  // namespace
@@ -57,7 +53,7 @@ void chexec() {
   PlaySE(SE::kCursor);
   previewStop = true;
   ForgetLoadedChart();
-  WrapCursor();
+  listCursor = WrappedRow(listCursor);
   const SongEntry& row = songList[static_cast<size_t>(listCursor)];
   if (CourseMode && !songSelect.courseMaking) {
     CourseSongs.clear();

@@ -147,10 +147,11 @@ void DrawCourse() {
 
 // How to get charts into the lists, until there is a menu for it.
 void DrawHint() {
-  constexpr int32_t kTop = 316;
-  constexpr int32_t kLineHeight = 20;
-  constexpr std::array<TextView, 2> kLines = {u"To add charts, drop a folder on the window, or write",
-                                              u"its path as a line into _qlmfiles/qlm_searchdir.txt."};
+  constexpr int32_t kTop = 306;
+  constexpr int32_t kLineHeight = 18;
+  constexpr std::array<TextView, 3> kLines = {u"To add charts, drop a folder on the window, or write",
+                                              u"its path as a line into _qlmfiles/qlm_searchdir.txt",
+                                              u"and start with the option --scan."};
   int32_t top = kTop;
   for (const TextView line : kLines) {
     DrawLine({kLeft, top, kRight, top + kLineHeight}, line, kRowFont, kHint);

@@ -13,6 +13,7 @@
 #include "chart/loading.h"
 #include "files/course_files.h"
 #include "files/play_history.h"
+#include "files/record_file.h"
 #include "files/scores.h"
 #include "graphics/bga.h"
 #include "input/input.h"
@@ -26,6 +27,7 @@
 #include "play/reset.h"
 #include "play/skin_choice.h"
 #include "screens/list_cursor.h"
+#include "screens/list_rows.h"
 #include "screens/loading_screen.h"
 #include "screens/name_entry.h"
 #include "screens/results.h"
@@ -48,22 +50,16 @@ namespace {
 constexpr int32_t kScreenMs = 500;
 constexpr uint32_t kTilesGoneMs = 2000;
 
-// The chart of the row in hand, or the course.
-const SongEntry* CurrentEntry() {
-  const auto index = static_cast<size_t>(listCursor);
-  return listCursor >= 0 && index < songList.size() ? &songList[index] : nullptr;
-}
-
 // The title picture lies beside the chart.
 void LoadTitlePicture(TextView path) {
   ReleaseStage();
-  if (const SongEntry* entry = CurrentEntry()) LoadStage(Join(GetFolder(path), entry->stageFile));
+  if (const SongEntry* entry = HeldRow()) LoadStage(Join(GetFolder(path), entry->stageFile));
 }
 
 // Where the play record of the row in hand lies.
 Text RecordOfRow() {
-  const SongEntry* const row = CurrentEntry();
-  return row == nullptr ? Text() : WithExtension(row->path, u".qpd");
+  const SongEntry* const row = HeldRow();
+  return row == nullptr ? Text() : RecordPath(row->path);
 }
 
 // From FadeStart on; the last two frames have the tiles gone.
@@ -149,7 +145,7 @@ class RunOrder {
   void Next() {
     for (size_t tried = 0; tried < rows_.size(); ++tried) {
       Step();
-      const SongEntry* const row = CurrentEntry();
+      const SongEntry* const row = HeldRow();
       if (ENDLESSMODE != 1 || (row != nullptr && row->player == 1)) return;
     }
   }
@@ -254,7 +250,7 @@ void FadeEndSubject() {
 void ReadyBMS(TextView path) {
   // A copy, since the list may change under a pump.
   Text chart(path);
-  if (const SongEntry* entry = CurrentEntry(); chart.empty() && entry != nullptr) chart = entry->path;
+  if (const SongEntry* entry = HeldRow(); chart.empty() && entry != nullptr) chart = entry->path;
   LoadAbort = LoadGivenUp = false;
   LoadRunning = true;
   // No play may ever run as a preview.

@@ -23,6 +23,7 @@
 #include "screens/joystick_keys.h"
 #include "screens/list_cursor.h"
 #include "screens/list_frame.h"
+#include "screens/list_rows.h"
 #include "screens/screen_table.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -90,10 +91,9 @@ void StopWheel() {
   float& scroll = songSelect.listScroll;
   if (scroll == 0 || std::fabs(scroll) >= kAtRest) return;
   scroll = 0;
-  const auto row = static_cast<size_t>(listCursor);
-  if (row >= songList.size() || songList[row].stageFile.empty()) return;
-  LoadStage(Join(GetFolder(songList[row].path), songList[row].stageFile));
-  if (DDStage && DDPreview) DDPreview->Stretch(DDPreview->Bounds(), *DDStage, StageRect);
+  const SongEntry* const row = HeldRow();
+  if (row == nullptr || row->stageFile.empty()) return;
+  LoadStage(Join(GetFolder(row->path), row->stageFile));
 }
 
 }  // namespace

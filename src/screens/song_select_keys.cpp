@@ -6,6 +6,7 @@
 #include "base/hooks.h"
 #include "base/log.h"
 #include "base/paths.h"
+#include "files/record_file.h"
 #include "graphics/bga.h"
 #include "graphics/fades.h"
 #include "library/jukebox.h"
@@ -19,6 +20,7 @@
 #include "play/preview.h"
 #include "screens/joystick_keys.h"
 #include "screens/list_cursor.h"
+#include "screens/list_rows.h"
 #include "screens/road.h"
 #include "screens/song_select.h"
 #include "sound/play.h"
@@ -37,11 +39,6 @@ namespace qlm {
 namespace {
 
 constexpr int32_t kPage = 5;  // rows
-
-const SongEntry* RowInHand() {
-  const auto index = static_cast<size_t>(listCursor);
-  return listCursor >= 0 && index < songList.size() ? &songList[index] : nullptr;
-}
 
 bool HoldsHazard() { return KeyHeld[kKeyLeftShift] || KeyHeld[kKeyRightShift] || HoldsLaneCode(12); }
 
@@ -164,7 +161,7 @@ void ChangeBetweenCoursesAndSongs() {
 }
 
 void DeleteCourse() {
-  if (const SongEntry* row = RowInHand()) platform::DeleteFile(row->path);
+  if (const SongEntry* row = HeldRow()) platform::DeleteFile(row->path);
   UpdateCourseList();
 }
 
@@ -196,7 +193,7 @@ void RunJukebox() {
 
 // Opens the jukebox in hand, or starts a run of all that it holds.
 void OpenJukebox(int32_t key) {
-  const SongEntry* const row = RowInHand();
+  const SongEntry* const row = HeldRow();
   if (row == nullptr) return;
   songSelect.jukeCursorSaved = listCursor;
   const Text path = row->path;
@@ -234,14 +231,14 @@ void StartDecided() {
 }
 
 void DecideSong() {
-  const SongEntry* const row = RowInHand();
+  const SongEntry* const row = HeldRow();
   if (row == nullptr) return;
   if (songSelect.courseMaking) return PickSongForCourse(*row);
   if (!FileExists(row->path)) {
     ShowMessage(Join(u"file not exist: ", GetFileName(row->path)));
     return;
   }
-  if (ShowRec && !FileExists(WithExtension(row->path, u".qpd"))) {
+  if (ShowRec && !FileExists(RecordPath(row->path))) {
     ShowMessage(u"RECORD NOT EXISTS. CAN'T START PLAYING!");
     return;
   }

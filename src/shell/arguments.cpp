@@ -84,6 +84,8 @@ platform::Program GameProgram() {
       {.name = "--demo", .help = "the machine plays, and the setting is left as it was"});
   program.options.push_back(
       {.name = "--once", .help = "ends behind the play of CHART; without it the song list follows"});
+  program.options.push_back(
+      {.name = "--scan", .help = "looks for charts anew in the folders of _qlmfiles/qlm_searchdir.txt"});
   program.options.push_back({.name = "--set",
                              .value = "NAME=VALUE",
                              .help = "a setting by its name in qlm_conf.ini, or a play option: Hidden,\n"
@@ -101,6 +103,7 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   Launch launch;
   launch.answer = read.answer;
   launch.wrong = read.wrong;
+  launch.scan = read.values.contains("--scan");
   launch.once = read.values.contains("--once");
   launch.demo = read.values.contains("--demo");
   if (const auto settings = read.values.find("--set"); settings != read.values.end()) {

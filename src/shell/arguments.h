@@ -13,6 +13,7 @@ struct Launch {
   Text command;                // charts and options of the game
   std::vector<Text> settings;  // each NAME=VALUE of a --set, in their order
   bool once = false;           // --once: the program ends behind the charts of the command line
+  bool scan = false;           // --scan: charts are searched for anew
   bool demo = false;           // --demo: the machine plays, whatever the settings say
   std::string answer;          // what --help or --version prints; the game then does nothing else
   std::string wrong;           // what is wrong with the "--" words, in one line; empty when nothing is

@@ -195,10 +195,8 @@ void Start(const Launch& launch) {
   UpdateSkinList();
   UpdateJukeList();
   BootLog(u"Done");
-  if (lastSong < 0) {
-    BootLog(u"# BMS-list(s) not found. Make now.");
-    if (!MakeBMSListFile(false)) ExitApp(1);
-  }
+  if (lastSong < 0) BootLog(u"# BMS-list(s) not found. Make now.");
+  if ((lastSong < 0 || launch.scan) && !MakeBMSListFile(false)) ExitApp(1);
   BootLog(u"Opening MixerHandle...");
   SetDrawConstants();
   BootLog(u"Loading ConvDict...");

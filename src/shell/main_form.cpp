@@ -126,6 +126,8 @@ void ButtonDown(int32_t key) {
 }
 
 void ButtonUp(int32_t key) {
+  // The key that ended a name went down before its character came; the next one counts.
+  nameEntered = false;
   const int16_t code = CodeOf(key);
   if (code == kCodeSelect) {
     SelectHeld = false;

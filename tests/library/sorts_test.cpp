@@ -37,6 +37,15 @@ class SortsTest : public GameTest {
   }
 };
 
+TEST_F(SortsTest, RowsKeepTheirMarks) {
+  Titles({u"c", u"a", u"b"});
+  songCleared = {true, false, false};
+  songHasRecord = {false, true, true};
+  SortByTitle();
+  EXPECT_EQ(songCleared, (std::vector<bool>{false, false, true}));
+  EXPECT_EQ(songHasRecord, (std::vector<bool>{true, true, false}));
+}
+
 TEST_F(SortsTest, LevelsComeAsSignedNumbers) {
   Titles({u"a", u"b", u"c"});
   songList[0].playLevel = 10;

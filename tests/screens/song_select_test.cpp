@@ -122,8 +122,7 @@ TEST_F(TitlePicture, IsReadOnceWhenTheWheelStops) {
   TurnAt(0);
   ASSERT_NE(DDStage, nullptr);
   EXPECT_EQ(songSelect.listScroll, 0);
-  EXPECT_EQ(DDPreview->Pixel(0, 0), 0xFF0000U);
-  EXPECT_EQ(DDPreview->Pixel(191, 143), 0xFF0000U);
+  EXPECT_EQ(DDStage->Pixel(0, 0), 0xFF0000U);
   DDStage.reset();
   TurnAt(0);
   EXPECT_EQ(DDStage, nullptr) << "a wheel at rest reads nothing";

@@ -133,6 +133,17 @@ TEST_F(BootTest, ListsThatStandAreNotMadeAnew) {
   EXPECT_FALSE(LogHolds("[MakeBMSListFile]"));
 }
 
+TEST_F(BootTest, ListsAreMadeAnewWhereAPersonWantsItSo) {
+  Start({"-P"});
+  WriteText(u"more\\b.bms", kChart);
+  WriteData(u"_qlmfiles\\qlm_searchdir.txt", SystemFolder() + "/more\r\n<CURRENTDIR>\\songs\r\n");
+  Start({"-P"});
+  EXPECT_FALSE(FileExists(DataPath(u"jukelist\\more.qbl")));
+  EXPECT_EQ(Start({"--scan", "-P"}).exitStatus, 0);
+  EXPECT_TRUE(FileExists(DataPath(u"jukelist\\more.qbl")));
+  EXPECT_TRUE(LogHolds("1 juke(s) has detected."));
+}
+
 TEST_F(BootTest, WithoutAnyChartToListTheStartEnds) {
   fs::remove_all(SystemFolder() + "/songs");
   const ProcessResult result = Start({Chart(u"s\\a.bms")});

@@ -48,10 +48,12 @@ TEST_F(CommandLineTest, MinusOptionsStayByTheirFirstTwoCharacters) {
 }
 
 TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
-  const Launch launch = ReadArguments(std::vector<std::string>{"-P", "--demo", "/a.bms", "--once", "-x"});
+  const Launch launch =
+      ReadArguments(std::vector<std::string>{"-P", "--demo", "/a.bms", "--once", "--scan", "-x"});
   EXPECT_EQ(Utf8(launch.command), "-P \\a.bms " + Here() + "\\-x");
   EXPECT_TRUE(launch.demo);
   EXPECT_TRUE(launch.once);
+  EXPECT_TRUE(launch.scan);
   EXPECT_EQ(launch.answer, "");
   EXPECT_EQ(launch.wrong, "");
 }

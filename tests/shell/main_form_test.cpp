@@ -313,6 +313,15 @@ TEST_F(MainFormTest, TheKeyBehindANameIsSwallowedOnce) {
   EXPECT_TRUE(LaneDown[0]);
 }
 
+TEST_F(MainFormTest, AKeyThatEndedANameByItsCharacterIsDoneWhenItIsLetGo) {
+  GameState = kStatePlay;
+  KeyMap[kKeyEnter] = 11;
+  nameEntered = true;
+  ButtonUp(kKeyEnter);
+  ButtonDown(kKeyEnter);
+  EXPECT_TRUE(LaneDown[0]);
+}
+
 TEST_F(MainFormTest, AnyOtherKeyBehindANameClearsTheFlagAndCounts) {
   GameState = kStatePlay;
   KeyMap[44] = 11;
