@@ -52,8 +52,19 @@ std::optional<int32_t> LoadFirstSounds(int32_t row) {
     if (!Sounds(*obj)) continue;
     if (!first) first = obj->pos;
     loadwav(obj->value);
-    if (listCursor != row) return std::nullopt;
+    if (LoadAbort || listCursor != row) return std::nullopt;
   }
+  return first;
+}
+
+// The chart and its first sounds; gives the place of the first of them. Nothing when the load failed or was
+// given up, or when the list moved on to another row meanwhile.
+std::optional<int32_t> Load(TextView path, int32_t row) {
+  previewLoading = true;
+  LoadChart(path);
+  std::optional<int32_t> first;
+  if (!LoadAbort && listCursor == row) first = LoadFirstSounds(row);
+  previewLoading = false;
   return first;
 }
 
@@ -70,7 +81,7 @@ void StopPreview() {
 }  // namespace
 
 void StartPreview() {
-  if (previewRunning && !previewStop && !PlayEnd) return;
+  if (previewLoading || (previewRunning && !previewStop && !PlayEnd)) return;
   PreviewActive = true;
   if (BMSPreview == 0 || GameState != kStateSongSelect) return;
   const int32_t row = listCursor;
@@ -78,9 +89,7 @@ void StartPreview() {
   // A copy, since the list may change under a pump.
   const Text path = songList[static_cast<size_t>(row)].path;
   ShowMessage(Join(u"load:", path));
-  LoadChart(path);
-  if (LoadAbort || listCursor != row) return;
-  const std::optional<int32_t> first = LoadFirstSounds(row);
+  const std::optional<int32_t> first = Load(path, row);
   if (!first) return;
 
   SeekChart(*first, true);
@@ -99,6 +108,7 @@ void PreviewTick() {
 }
 
 void EndPreview() {
+  if (previewLoading) LoadAbort = true;
   if (previewRunning) StopPreview();
 }
 

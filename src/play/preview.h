@@ -7,7 +7,7 @@ namespace qlm {
 void StartPreview();
 // Its step every 20 ms; at its end the sounds are stopped.
 void PreviewTick();
-// Ends it at once, where one runs.
+// Ends it at once, where one runs, and has one that is being loaded give up.
 void EndPreview();
 
 }  // namespace qlm

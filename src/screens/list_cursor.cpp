@@ -52,6 +52,8 @@ void chexec() {
   songSelect.rowCursorTime = now;
   PlaySE(SE::kCursor);
   previewStop = true;
+  // The row before may still be loading for its preview: this one does not wait for it.
+  if (previewLoading) LoadAbort = true;
   ForgetLoadedChart();
   listCursor = WrappedRow(listCursor);
   const SongEntry& row = songList[static_cast<size_t>(listCursor)];
@@ -82,6 +84,8 @@ bool ListIsBusy() { return selectLocked || songSelect.deciding != 0 || library.s
 
 void RestartPreviewTimer() {
   platform::SetTimer(platform::kTimerPlayCurSong, static_cast<uint32_t>(std::max(PreviewDelay, 1)), [] {
+    // Within the load of another row the wait begins anew.
+    if (previewLoading) return;
     StopPreviewTimer();
     StartPreview();
   });

@@ -229,6 +229,8 @@ void ShowListAgain() {
 
 void ArmFadeEnd() {
   platform::SetTimer(platform::kTimerRunFESub, 1, [] {
+    // A preview's load that runs around this pump must end first.
+    if (previewLoading) return;
     platform::KillTimer(platform::kTimerRunFESub);
     ShowMessage(u"Fade---");
     FadeEndSubject();

@@ -12,7 +12,7 @@ void ResetSession() {
   PlayFailedTime = BreakStart = EscStart = AttackStart = 0;
   savedBPM = 0;
   EscHeld = EndlessRun = EchoEnabled = BattleActive = false;
-  PreviewActive = previewRunning = previewStop = false;
+  PreviewActive = previewRunning = previewLoading = previewStop = false;
   AttackKind = kAttackNone;
   ReturnState = 0;
   formRunning = WindowActive = true;

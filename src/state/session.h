@@ -59,6 +59,7 @@ inline uint32_t EscStart = 0;       // clock
 inline bool EndlessRun = false;     // charts follow each other without results between
 inline bool PreviewActive = false;  // the chart is only previewed
 inline bool previewRunning = false;
+inline bool previewLoading = false;       // its chart is being loaded; events run meanwhile
 inline bool previewStop = false;          // a preview that runs ends with its next step
 inline int32_t AttackKind = kAttackNone;  // the effect that runs
 inline uint32_t AttackStart = 0;          // clock

@@ -163,6 +163,21 @@ TEST_F(PreviewTest, RowThatMovesDuringTheFirstSoundsEndsTheirLoad) {
   EXPECT_FALSE(PlayAlive);
 }
 
+TEST_F(PreviewTest, LoadThatIsGivenUpStopsOnTheSpot) {
+  hooks.loadPump = EndPreview;
+  StartPreview();
+  EXPECT_EQ(objCount, 2) << "bar lines; the lines of notes stand behind those of sounds";
+  EXPECT_FALSE(Running());
+  EXPECT_FALSE(previewLoading);
+}
+
+TEST_F(PreviewTest, NoPreviewBeginsWithinTheLoadOfAnother) {
+  hooks.loadPump = StartPreview;
+  StartPreview();
+  EXPECT_EQ(LinesBeginning(u"[BMSLoad]"), 1);
+  EXPECT_TRUE(Running());
+}
+
 TEST_F(PreviewTest, ChartWithoutSoundsIsNotPreviewed) {
   songList[0].path = WriteText(u"song\\b.bms", u"\r\n#00104:01\r\n");
   StartPreview();

@@ -10,6 +10,7 @@
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/timers.h"
+#include "screens/list_cursor.h"
 #include "screens/road.h"
 #include "screens/song_select.h"
 #include "state/chart.h"
@@ -142,6 +143,30 @@ TEST_F(Decision, PreviewEndsAndNoPlayRunsAsOne) {
   RunTimers();
   EXPECT_FALSE(active);
   EXPECT_TRUE(platform::TimerArmed(platform::kTimerPlayCurSong)) << "for the row that is back in hand";
+}
+
+TEST_F(Decision, MadeWithinAPreviewsLoadWaitsForItsEnd) {
+  ShowCharts({u"A", u"B"});
+  for (const TextView name : {u"song\\0.bms", u"song\\1.bms"}) {
+    WriteText(name, u"\r\n#WAV01 a.wav\r\n#WAV02 b.wav\r\n#00011:01\r\n");
+  }
+  BMSPreview = 1;
+  PreviewDelay = 1;
+  RestartPreviewTimer();
+  hooks.loadPump = [] {
+    hooks.loadPump = nullptr;
+    Press(kKeyDown);
+    Press(kKeyEnter);
+    RunTimers();
+  };
+  RunTimers();
+  EXPECT_EQ(Loaded(), "0") << "the preview's alone";
+  EXPECT_EQ(LinesBeginning(u"[Ready BMS]"), 0);
+  EXPECT_EQ(songSelect.deciding, 1);
+  RunTimers();
+  EXPECT_EQ(Loaded().substr(0, 2), "01");
+  EXPECT_EQ(LinesBeginning(u"[PlayLoop]"), 1);
+  EXPECT_EQ(songSelect.deciding, 0);
 }
 
 TEST_F(Decision, InABattleTheOthersAreWaitedFor) {
