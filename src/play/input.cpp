@@ -52,9 +52,15 @@ void TurnScratch(bool& onTheRight, TextView side) {
   ShowMessage(Join(side, u" SCRATCH: ", onTheRight ? u"Right" : u"Left"));
 }
 
+// For keys that do something on other screens too: behind the play its record is closed, and on the lists
+// there is none.
+void Record(int32_t kind, float delta, int32_t colour) {
+  if (GameState == kStatePlay) AddRecEvent(kind, delta, colour);
+}
+
 void RecordSpeed(int32_t kind, float speed) {
   if (const auto hundredths = Round(double{speed} * 100)) {
-    AddRecEvent(kind, static_cast<float>(*hundredths), 0);
+    Record(kind, static_cast<float>(*hundredths), 0);
   }
 }
 
@@ -229,7 +235,7 @@ void ReleaseLane(int32_t channel) {
   const auto lane = static_cast<size_t>(channel - 11);
   LaneDown[lane] = false;
   LaneBeam[lane] = 0;
-  AddRecEvent(-channel, 0, 0);
+  Record(-channel, 0, 0);
 }
 
 void ProcessKey_Settings(int32_t key) {

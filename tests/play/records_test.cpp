@@ -36,6 +36,7 @@ class RecordsTest : public PlayTest {
     for (int32_t channel = 0; channel <= 99; ++channel) ChannelMap[channel] = channel;
     KeyMap[44] = 11;
     UserRec = true;
+    GameState = kStatePlay;
     EmptyRecord();
     path_ = Join(AppPath, u"\\song\\a.qpd");
     MakeFolders(GetFolder(path_));

@@ -12,6 +12,7 @@
 #include "state/keys.h"
 #include "state/message.h"
 #include "state/options.h"
+#include "state/records.h"
 #include "state/reset.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -113,6 +114,22 @@ TEST_F(MainFormTest, LanesArePressedAndLetGoInAPlay) {
   ButtonUp(47);
   EXPECT_FALSE(LaneDown[8]);
   EXPECT_EQ(LaneBeam[8], 0);
+}
+
+TEST_F(MainFormTest, WhatIsLetGoBehindThePlayIsNotRecorded) {
+  UserRec = true;
+  KeyMap[44] = 11;
+  KeyHeld[kKey4] = true;
+  for (const int32_t state : {kStateSongSelect, kStatePlayOver, kStateResults}) {
+    GameState = state;
+    ButtonUp(44);
+    ButtonDown(kKey2);
+  }
+  EXPECT_EQ(RecCount, 0);
+  GameState = kStatePlay;
+  ButtonUp(44);
+  ButtonDown(kKey2);
+  EXPECT_EQ(RecCount, 2);
 }
 
 TEST_F(MainFormTest, EitherWayOfATurntableLetsItsLaneGo) {
