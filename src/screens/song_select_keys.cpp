@@ -44,21 +44,13 @@ bool HoldsHazard() { return KeyHeld[kKeyLeftShift] || KeyHeld[kKeyRightShift] ||
 
 // Options.
 
-// Goes on to the next of the combinations that two flags and a third of its own can have.
+// None, Hidden, Sudden, both, Stealth, none.
 void CycleVisibility() {
-  if (Stealth) {
-    Hidden = Sudden = Stealth = false;
-  } else if (Hidden && Sudden) {
-    Hidden = Sudden = false;
-    Stealth = true;
-  } else if (Sudden) {
-    Hidden = true;
-  } else if (Hidden) {
-    Hidden = false;
-    Sudden = true;
-  } else {
-    Hidden = true;
-  }
+  const int32_t now = Stealth ? 4 : (Hidden ? 1 : 0) + (Sudden ? 2 : 0);
+  const int32_t next = (now + 1) % 5;
+  Hidden = next == 1 || next == 3;
+  Sudden = next == 2 || next == 3;
+  Stealth = next == 4;
 }
 
 // None, the first, the second, none.
