@@ -1,6 +1,7 @@
 // The preview on the song select screen: the whole play, from the first note on, without a picture.
 #include "play/preview.h"
 
+#include <cstddef>
 #include <optional>
 
 #include "chart/loading.h"
@@ -16,6 +17,7 @@
 #include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_select.h"
 #include "state/sounds.h"
 
 namespace qlm {
@@ -26,9 +28,9 @@ constexpr int32_t kLoadedUnits = 48;
 constexpr int32_t kFadeStep = 50;
 constexpr int32_t kSoftVolume = -1500;
 
-// Loads the chart without pictures; its sounds wait until they are asked for.
+// Loads the chart without pictures; its sounds wait until they are asked for. Keys are taken meanwhile: a
+// list that they bring up stays.
 void LoadChart(TextView path) {
-  const int32_t state = GameState;
   const bool course = CourseMode;
   const int32_t mode = WAVLoadmode;
   const bool noBga = NoBGA;
@@ -36,10 +38,16 @@ void LoadChart(TextView path) {
   WAVLoadmode = 1;
   NoBGA = true;
   if (BMSLoad(path) < 1) LoadAbort = true;
-  GameState = state;
-  CourseMode = course;
+  CourseMode = course || CourseMode;
   WAVLoadmode = mode;
   NoBGA = noBga;
+}
+
+// Whether the chart is the one in hand: keys may have moved on to another row, brought up another list or
+// decided a play.
+bool StillInHand(int32_t row, TextView path) {
+  return GameState == kStateSongSelect && songSelect.deciding == 0 && listCursor == row &&
+         static_cast<size_t>(row) < songList.size() && songList[static_cast<size_t>(row)].path == path;
 }
 
 // The place of the first sounding object, with the sounds there and just behind it loaded. Nothing when there
@@ -63,7 +71,7 @@ std::optional<int32_t> Load(TextView path, int32_t row) {
   previewLoading = true;
   LoadChart(path);
   std::optional<int32_t> first;
-  if (!LoadAbort && listCursor == row) first = LoadFirstSounds(row);
+  if (!LoadAbort && StillInHand(row, path)) first = LoadFirstSounds(row);
   previewLoading = false;
   return first;
 }
@@ -82,6 +90,8 @@ void StopPreview() {
 
 void StartPreview() {
   if (previewLoading || (previewRunning && !previewStop && !PlayEnd)) return;
+  // Events run during the load, and one that was told to stop would play what there is of the next chart.
+  EndPreview();
   PreviewActive = true;
   if (BMSPreview == 0 || GameState != kStateSongSelect) return;
   const int32_t row = listCursor;

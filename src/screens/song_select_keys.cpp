@@ -178,6 +178,7 @@ void RunJukebox() {
   EndlessRun = true;
   HazardGauge = true;
   StopSE(SE::kSelectMusic);
+  EndPreview();
   StopPreviewTimer();
   PlaySE(SE::kDecide);
   Decide();

@@ -8,6 +8,7 @@
 #include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_select.h"
 #include "state/sounds.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
@@ -150,6 +151,41 @@ TEST_F(PreviewTest, RowThatMovesDuringTheLoadOfTheChartEndsIt) {
   EXPECT_EQ(WavLoaded[1], 0);
   EXPECT_FALSE(Running());
   EXPECT_FALSE(PlayAlive);
+}
+
+TEST_F(PreviewTest, ListThatAKeyBringsUpDuringTheLoadStays) {
+  CourseMode = false;
+  hooks.loadPump = [] {
+    GameState = kStateCourses;
+    CourseMode = true;
+  };
+  StartPreview();
+  EXPECT_EQ(GameState, kStateCourses);
+  EXPECT_TRUE(CourseMode);
+  EXPECT_FALSE(Running());
+}
+
+TEST_F(PreviewTest, RowThatASortBringsUnderTheCursorDuringTheLoadIsAnotherOne) {
+  hooks.loadPump = [] { songList[0].path = u"\\other.bms"; };
+  StartPreview();
+  EXPECT_FALSE(Running());
+}
+
+TEST_F(PreviewTest, DecisionDuringTheLoadLeavesNoPreview) {
+  hooks.loadPump = [] { songSelect.deciding = 1; };
+  StartPreview();
+  EXPECT_FALSE(Running());
+}
+
+TEST_F(PreviewTest, OneThatWasToldToStopHasEndedWhenTheNextLoads) {
+  StartPreview();
+  previewStop = true;
+  static bool ranOn;
+  ranOn = false;
+  hooks.loadPump = [] { ranOn = ranOn || Running(); };
+  StartPreview();
+  EXPECT_FALSE(ranOn);
+  EXPECT_TRUE(Running());
 }
 
 TEST_F(PreviewTest, RowThatMovesDuringTheFirstSoundsEndsTheirLoad) {

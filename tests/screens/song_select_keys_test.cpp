@@ -290,6 +290,15 @@ TEST_F(OpenedJukebox, EnterWithShiftStartsARunAndRightNeverDoes) {
   EXPECT_TRUE(platform::TimerArmed(platform::kTimerRunFESub));
 }
 
+TEST_F(OpenedJukebox, RunEndsThePreviewThatTheSongListLeftBehind) {
+  previewRunning = true;
+  platform::SetTimer(platform::kTimerPreview, 20, [] {});
+  KeyHeld[kKeyLeftShift] = true;
+  Press(kKeyEnter);
+  EXPECT_FALSE(previewRunning);
+  EXPECT_FALSE(platform::TimerArmed(platform::kTimerPreview));
+}
+
 TEST_F(OpenedJukebox, ControllersLane12CountsAsShift) {
   KeyMap[300] = 12;
   KeyHeld[300] = true;
