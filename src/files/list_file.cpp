@@ -126,8 +126,9 @@ std::string ListFileBytes(std::span<const SongEntry> rows) {
   return bytes.Take();
 }
 
+// Quirk: a list is written over the one before, so that a longer one leaves its end behind the last row.
 bool WriteListFile(TextView path, std::span<const SongEntry> rows) {
-  const std::string bytes = ListFileBytes(rows);
+  const std::string bytes = WrittenOver(path, ListFileBytes(rows));
   const Text folder = DataPath(u"");
   if (path.starts_with(folder)) return SaveDataFile(path.substr(folder.size()), bytes);
   return platform::WriteFile(path, bytes);

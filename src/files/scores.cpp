@@ -23,6 +23,9 @@ Text BelowDataFolder(TextView file) {
   return Join(DataPath(u"ro_score\\"), lastFolder, u"\\", GetFileName(file));
 }
 
+// Bytes that someone else has put behind a table stay.
+void WriteTable(TextView path) { SaveFile(path, WrittenOver(path, ScoreBytes())); }
+
 }  // namespace
 
 ScoreEntry TakeScoreEntry(Cursor& cursor) {
@@ -103,12 +106,12 @@ void SaveScoreDat() {
   const Text chart = ScoredChart();
   if (chart.empty()) return;
   if (!platform::FolderIsReadOnly(GetFolder(chart))) {
-    SaveFile(Beside(chart), ScoreBytes());
+    WriteTable(Beside(chart));
     return;
   }
   const Text file = BelowDataFolder(Beside(chart));
   if (keepsDataFolder) MakeFolders(GetFolder(file));
-  SaveFile(file, ScoreBytes());
+  WriteTable(file);
 }
 
 }  // namespace qlm

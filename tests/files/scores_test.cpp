@@ -155,6 +155,15 @@ TEST_F(ScoresTest, EachSaveCountsAPlayInTheFileBesideTheChart) {
   EXPECT_EQ(scores.ScoreTable[3], FullEntry());
 }
 
+TEST_F(ScoresTest, BytesBehindTheTableStay) {
+  const std::string longer = std::string(446, '\x7F') + "someone's own";
+  platform::WriteFile(Beside(), longer);
+  LoadScoreDat();
+  SaveScoreDat();
+  // 0x7F7F7F7F plays and one.
+  EXPECT_EQ(ReadBytes(Beside()), FromHex("80 7F 7F 7F") + longer.substr(4));
+}
+
 TEST_F(ScoresTest, CountThatIsFullStays) {
   scores.playCount = INT32_MAX;
   SaveScoreDat();
