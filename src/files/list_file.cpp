@@ -18,8 +18,6 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 std::string_view TakeBytes(Cursor& cursor) { return cursor.Bytes(cursor.U16()); }
 
-Text TakeText(Cursor& cursor) { return platform::DecodeCp932(TakeBytes(cursor)); }
-
 Text TakePath(Cursor& cursor) {
   const std::string_view bytes = TakeBytes(cursor);
   if (bytes.starts_with(kUtf8Mark)) return platform::DecodeUtf8(bytes.substr(kUtf8Mark.size()));
@@ -43,8 +41,6 @@ std::string CutToRoom(TextView text) {
   return bytes;
 }
 
-void PutText(ByteWriter& bytes, TextView text) { PutCounted(bytes, CutToRoom(text)); }
-
 // A chart must be found again by its path.
 void PutPath(ByteWriter& bytes, TextView path) {
   const std::string encoded = CutToRoom(path);
@@ -54,6 +50,10 @@ void PutPath(ByteWriter& bytes, TextView path) {
 }
 
 }  // namespace
+
+Text TakeText(Cursor& cursor) { return platform::DecodeCp932(TakeBytes(cursor)); }
+
+void PutText(ByteWriter& bytes, TextView text) { PutCounted(bytes, CutToRoom(text)); }
 
 SongEntry TakeSongEntry(Cursor& cursor) {
   SongEntry song;

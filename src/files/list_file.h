@@ -14,9 +14,13 @@
 
 namespace qlm {
 
+// One text of a row: the number of its bytes in 16 bits, then the bytes.
+Text TakeText(Cursor& cursor);
+// A text of more than 65,535 bytes is cut.
+void PutText(ByteWriter& bytes, TextView text);
+
 // One row, as list and course files hold it. What the bytes do not hold has its start value.
 SongEntry TakeSongEntry(Cursor& cursor);
-// A text of more than 65,535 bytes is cut.
 void PutSongEntry(ByteWriter& bytes, const SongEntry& song);
 
 struct ListFile {

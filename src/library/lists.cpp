@@ -43,6 +43,8 @@ void UpdateCourseList() {
   for (const Text& path : SearchFiles(DataPath(u"courselist\\"), u"*.qcl")) {
     AddFile(path);
     CourseLoad(path, true);
+    songList.back().playLevel = courseStars;
+    songList.back().lengthMs = courseLength;
   }
   library.courseList = songList;
   library.lastCourse = lastSong;

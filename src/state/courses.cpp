@@ -4,8 +4,11 @@
 namespace qlm {
 
 void ResetCourses() {
-  CourseSongs.clear();
+  courseStars = 0;
   numsongs = 0;
+  courseTitle.clear();
+  courseLength = 0;
+  CourseSongs.clear();
 }
 
 }  // namespace qlm
