@@ -1,11 +1,8 @@
 // Course files between memory and disk.
 #include "files/course_files.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <span>
-#include <vector>
+#include <utility>
 
 #include "base/bytes.h"
 #include "base/cursor.h"
@@ -15,6 +12,7 @@
 #include "files/data_folder.h"
 #include "files/list_file.h"
 #include "platform/files.h"
+#include "platform/trash.h"
 #include "state/courses.h"
 
 namespace qlm {
@@ -22,18 +20,8 @@ namespace {
 
 constexpr std::string_view kMagic = "qlmcourse2              ";
 constexpr std::string_view kOldMagic = "qlm_course";
-constexpr size_t kHeadPlace = 24;
-constexpr size_t kOldRows = 6;
+constexpr size_t kHeadBytes = kMagic.size();
 
-struct Head {
-  uint8_t stars = 0;
-  uint8_t songs = 0;
-  Text title;
-  int32_t length = 0;
-};
-
-// `count` rows; those behind the end of the bytes are empty. The first row that breaks off, or holds a text
-// longer than what is left, ends the reading.
 std::vector<SongEntry> TakeRows(Cursor& cursor, size_t count) {
   std::vector<SongEntry> rows(count);
   for (SongEntry& row : rows) {
@@ -43,79 +31,108 @@ std::vector<SongEntry> TakeRows(Cursor& cursor, size_t count) {
   return rows;
 }
 
-std::string Bytes(const Head& head, std::span<const SongEntry> rows) {
-  ByteWriter bytes;
-  bytes.Bytes(kMagic);
-  bytes.U8(head.stars);
-  bytes.U8(head.songs);
-  PutText(bytes, head.title);
-  bytes.I32(head.length);
-  for (const SongEntry& row : rows) PutSongEntry(bytes, row);
-  return bytes.Take();
+void TakeOld(Cursor& cursor, CourseFile& course) {
+  course.stars = 5;
+  // Quirk: the last index is stored as the count, so that the sixth row is written, but neither counted nor
+  // played.
+  course.songs = 5;
+  course.rows = TakeRows(cursor, size_t{course.songs} + 1);
+  course.length = LengthOfSongs(std::span(course.rows).first(course.songs));
 }
 
-// Quirk: written as if in place, so that what a longer file holds behind the course stays.
-bool Overwrite(TextView path, std::string bytes, std::string_view old) {
+void TakeCurrent(Cursor& cursor, CourseFile& course) {
+  course.stars = cursor.U8();
+  course.songs = cursor.U8();
+  course.title = TakeText(cursor);
+  course.length = cursor.I32();
+  // Quirk: the count is taken for a last index, so that one row more is asked for than the file holds.
+  course.rows = TakeRows(cursor, size_t{course.songs} + 1);
+}
+
+// Quirk: as if it were written in place, what a longer file holds behind the new bytes stays.
+bool Overwrite(TextView path, std::string bytes) {
+  const std::string old = platform::ReadFile(path).value_or(std::string());
   if (old.size() > bytes.size()) bytes += old.substr(bytes.size());
   return SaveFile(path, bytes);
 }
 
 }  // namespace
 
-int32_t LengthOfSongs(std::span<const SongEntry> songs) {
-  int32_t length = 0;
-  for (const SongEntry& song : songs) Assign(length, Round(static_cast<double>(length) + song.lengthMs));
-  return length;
-}
-
-bool IsOldCourse(std::string_view bytes) { return bytes.starts_with(kOldMagic); }
-
-std::string ConvertedCourse(std::string_view bytes) {
+CourseFile ReadCourseFile(std::string_view bytes) {
+  CourseFile course;
   Cursor cursor(bytes);
-  cursor.Skip(kHeadPlace);
-  const std::vector<SongEntry> rows = TakeRows(cursor, kOldRows);
-  // Quirk: the head tells of five songs, and the sixth row, which is written all the same, is neither counted
-  // nor played.
-  Head head;
-  head.stars = 5;
-  head.songs = kOldRows - 1;
-  head.length = LengthOfSongs(std::span(rows).first(head.songs));
-  return Bytes(head, rows);
+  // Quirk: whatever does not begin with the old word is read as a course of the current format.
+  course.old = bytes.starts_with(kOldMagic);
+  cursor.Skip(kHeadBytes);
+  if (course.old) {
+    TakeOld(cursor, course);
+  } else {
+    TakeCurrent(cursor, course);
+  }
+  course.unread = cursor.Left();
+  return course;
 }
 
-void TakeCourse(std::string_view bytes, bool headOnly) {
-  Cursor cursor(bytes);
-  // Quirk: what stands before the head is not looked at.
-  cursor.Skip(kHeadPlace);
-  courseStars = cursor.U8();
-  numsongs = cursor.U8();
-  courseTitle = TakeText(cursor);
-  courseLength = cursor.I32();
-  // One row more than there are songs: the reader takes the count for a last index.
-  if (!headOnly) CourseSongs = TakeRows(cursor, size_t{numsongs} + 1);
+std::string CourseFileBytes(const CourseFile& course) {
+  ByteWriter bytes;
+  bytes.Bytes(kMagic);
+  bytes.U8(course.stars);
+  bytes.U8(course.songs);
+  PutText(bytes, course.title);
+  bytes.I32(course.length);
+  for (const SongEntry& row : course.rows) PutSongEntry(bytes, row);
+  return bytes.Take();
 }
 
-std::string CourseBytes() {
-  std::vector<SongEntry> rows = CourseSongs;
-  rows.resize(numsongs);
-  return Bytes({courseStars, numsongs, courseTitle, courseLength}, rows);
+void TakeCourse(CourseFile course, bool headOnly) {
+  courseStars = course.stars;
+  numsongs = course.songs;
+  courseTitle = std::move(course.title);
+  courseLength = course.length;
+  if (!headOnly) CourseSongs = std::move(course.rows);
 }
 
 void CourseLoad(TextView path, bool headOnly) {
   if (!headOnly) DebugLog(Join(u"[CourseLoad] ", GetFileName(path)));
-  std::optional<std::string> bytes = platform::ReadFile(path);
+  const std::optional<std::string> bytes = platform::ReadFile(path);
   if (!bytes) return;
-  if (IsOldCourse(*bytes)) {
-    const std::string old = *std::move(bytes);
-    bytes = ConvertedCourse(old);
-    Overwrite(path, *bytes, old);
-  }
-  TakeCourse(*bytes, headOnly);
+  CourseFile course = ReadCourseFile(*bytes);
+  if (course.old) Overwrite(path, CourseFileBytes(course));
+  TakeCourse(std::move(course), headOnly);
   if (!headOnly) DebugLog(u"course loaded.");
 }
 
 bool CourseSave(TextView path) {
-  return Overwrite(path, CourseBytes(), platform::ReadFile(path).value_or(std::string()));
+  CourseFile course;
+  course.stars = courseStars;
+  course.songs = numsongs;
+  course.title = courseTitle;
+  course.length = courseLength;
+  course.rows = CourseSongs;
+  course.rows.resize(numsongs);
+  return Overwrite(path, CourseFileBytes(course));
+}
+
+bool CourseDelete(TextView path) {
+  const TextView name = GetFileName(path);
+  if (keepsDataFolder && platform::MoveToTrash(path)) {
+    DebugLog(Join(u"moved to the trash: ", name));
+    return true;
+  }
+  if (keepsDataFolder && platform::DeleteFile(path)) {
+    DebugLog(Join(u"removed: ", name));
+    return true;
+  }
+  DebugLog(Join(u"# cannot be deleted: ", name));
+  return false;
+}
+
+int32_t LengthOfSongs(std::span<const SongEntry> songs) {
+  int32_t length = 0;
+  for (const SongEntry& song : songs) {
+    Assign(length, Round(static_cast<double>(length) + song.lengthMs));
+  }
+  return length;
 }
 
 }  // namespace qlm
