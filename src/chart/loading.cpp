@@ -1,6 +1,9 @@
 // Loading of one chart, and joining of the charts of a course.
 #include "chart/loading.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include "base/hooks.h"
 #include "base/log.h"
 #include "base/numbers.h"
@@ -10,6 +13,7 @@
 #include "graphics/bga.h"
 #include "state/chart.h"
 #include "state/courses.h"
+#include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
 
@@ -41,6 +45,16 @@ void ReadSong(SongEntry& song) {
   song.rank = HdrRank;
   song.playLevel = HdrPlayLevel;
   song.bpm = HdrBPM;
+}
+
+// The player sees nothing of such a song but a short break.
+void TellMissingSongs() {
+  Text names;
+  for (size_t i = 0; i < std::min<size_t>(numsongs, CourseSongs.size()); ++i) {
+    const Text& path = CourseSongs[i].path;
+    if (!FileExists(path)) names = Join(names, u" [", static_cast<int64_t>(i) + 1, u"] ", GetFileName(path));
+  }
+  if (!names.empty()) AddLoadNotice(Join(u"file not exist:", names));
 }
 
 }  // namespace
@@ -80,6 +94,7 @@ bool ReadCourse() {
     if (listed) ReadSong(CourseSongs[static_cast<size_t>(i)]);
   }
   if (LoadAbort || shortageRaised) return false;
+  TellMissingSongs();
   ReleaseStage();
   CourseSong = 0;
   BasePos = 0;

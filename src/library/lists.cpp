@@ -8,6 +8,7 @@
 #include "library/song_list.h"
 #include "state/courses.h"
 #include "state/lists.h"
+#include "state/song_select.h"
 
 namespace qlm {
 namespace {
@@ -49,7 +50,9 @@ void UpdateCourseList() {
   library.courseList = songList;
   library.lastCourse = lastSong;
   DebugLog(Join(library.lastCourse, u" course(s) has detected."));
+  // No course outlives the list that named it.
   ResetCourses();
+  songSelect.courseNumSongs = 0;
 }
 
 }  // namespace qlm

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "chart/loading.h"
+#include "files/course_files.h"
 #include "platform/timers.h"
 #include "play/object_events.h"
 #include "play/position.h"
@@ -13,6 +14,7 @@
 #include "sound/play.h"
 #include "sound/slots.h"
 #include "state/chart.h"
+#include "state/courses.h"
 #include "state/lists.h"
 #include "state/message.h"
 #include "state/session.h"
@@ -76,6 +78,15 @@ std::optional<int32_t> Load(TextView path, int32_t row) {
   return first;
 }
 
+// A course is not heard: its songs are read for the panel.
+void ReadCourseInHand() {
+  if (listCursor <= 0) return CourseSongs.clear();
+  if (static_cast<size_t>(listCursor) >= songList.size()) return;
+  const SongEntry& row = songList[static_cast<size_t>(listCursor)];
+  CourseLoad(row.path, false);
+  songSelect.courseName = row.title;
+}
+
 void StopPreview() {
   platform::KillTimer(platform::kTimerPreview);
   previewRunning = false;
@@ -93,7 +104,9 @@ void StartPreview() {
   // Events run during the load, and one that was told to stop would play what there is of the next chart.
   EndPreview();
   PreviewActive = true;
-  if (BMSPreview == 0 || GameState != kStateSongSelect) return;
+  if (BMSPreview == 0) return;
+  if (GameState == kStateCourses) return ReadCourseInHand();
+  if (GameState != kStateSongSelect) return;
   const int32_t row = listCursor;
   if (row < 0 || static_cast<size_t>(row) >= songList.size()) return;
   // A copy, since the list may change under a pump.

@@ -77,18 +77,13 @@ bool GivenUp() {
   return true;
 }
 
-// Its sounds wait for their songs.
-void LoadCourse(TextView path) {
-  const int32_t mode = WAVLoadmode;
-  WAVLoadmode = 1;
-  CourseLoad(path, false);
-  BMSLoadCourse();
-  WAVLoadmode = mode;
-}
-
 void Load(TextView path) {
-  if (CourseMode) return LoadCourse(path);
-  if (BMSLoad(path) < 1) LoadAbort = true;
+  if (CourseMode) {
+    CourseLoad(path, false);
+    JoinCourse();
+  } else if (BMSLoad(path) < 1) {
+    LoadAbort = true;
+  }
 }
 
 void Ready(TextView path) {
@@ -259,6 +254,13 @@ void ReadyBMS(TextView path) {
   PreviewActive = false;
   Ready(chart);
   LoadRunning = false;
+}
+
+void JoinCourse() {
+  const int32_t mode = WAVLoadmode;
+  WAVLoadmode = 1;
+  BMSLoadCourse();
+  WAVLoadmode = mode;
 }
 
 void StartPlay() {

@@ -16,6 +16,8 @@ void FadeEndSubject();
 // Loads a chart behind the loading screen. An empty path takes the current list entry. A load that failed or
 // was given up leaves LoadAbort set.
 void ReadyBMS(TextView path);
+// Joins the loaded course; its sounds wait for their songs, whatever WAVLoadmode says.
+void JoinCourse();
 // The play and everything to the return to the lists.
 void StartPlay();
 

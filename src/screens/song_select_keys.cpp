@@ -6,6 +6,7 @@
 #include "base/hooks.h"
 #include "base/log.h"
 #include "base/paths.h"
+#include "files/course_files.h"
 #include "files/record_file.h"
 #include "graphics/bga.h"
 #include "graphics/fades.h"
@@ -153,8 +154,13 @@ void ChangeBetweenCoursesAndSongs() {
 }
 
 void DeleteCourse() {
-  if (const SongEntry* row = HeldRow()) platform::DeleteFile(row->path);
+  const SongEntry* const row = HeldRow();
+  const Text path = row == nullptr ? Text() : row->path;
+  const bool deleted = !path.empty() && CourseDelete(path);
+  if (!path.empty() && !deleted) ShowMessage(Join(GetFileName(path), u" cannot be deleted"));
   UpdateCourseList();
+  // The new list has its first row in hand.
+  if (deleted) chexec();
 }
 
 // Decisions. What follows runs outside the key's own event, behind the next pump.
@@ -223,14 +229,26 @@ void StartDecided() {
   Decide();
 }
 
+// Says so when it is not.
+bool FileIsThere(TextView path) {
+  if (FileExists(path)) return true;
+  ShowMessage(Join(u"file not exist: ", GetFileName(path)));
+  return false;
+}
+
+void DecideCourse() {
+  const SongEntry* const row = HeldRow();
+  if (row == nullptr) return;
+  // The editor is still to come.
+  if (listCursor == 0) return ShowMessage(u"COURSES ARE STILL TO COME");
+  if (FileIsThere(row->path)) StartDecided();
+}
+
 void DecideSong() {
   const SongEntry* const row = HeldRow();
   if (row == nullptr) return;
   if (songSelect.courseMaking) return PickSongForCourse(*row);
-  if (!FileExists(row->path)) {
-    ShowMessage(Join(u"file not exist: ", GetFileName(row->path)));
-    return;
-  }
+  if (!FileIsThere(row->path)) return;
   if (ShowRec && !FileExists(RecordPath(row->path))) {
     ShowMessage(u"RECORD NOT EXISTS. CAN'T START PLAYING!");
     return;
@@ -242,8 +260,7 @@ void PressEnter(int32_t key) {
   if (GameState == kStateLists) return OpenJukebox(key);
   if (key != kKeyEnter) return;
   if (GameState == kStateSongSelect) DecideSong();
-  // Courses are still to come: their rows stand in the list, and nothing can be done with them.
-  if (GameState == kStateCourses) ShowMessage(u"COURSES ARE STILL TO COME");
+  if (GameState == kStateCourses) DecideCourse();
 }
 
 // True for a key whose change the other players of a battle are to see.

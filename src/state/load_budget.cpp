@@ -35,7 +35,7 @@ bool OverLoadBudget(TextView path) {
   DebugLog(Join(u"# ", words));
   if (!told) {
     told = true;
-    loadNotice = words;
+    AddLoadNotice(words);
     ShowMessage(words);
   }
   return true;

@@ -11,6 +11,11 @@ void ShowMessage(TextView text) {
   message.text = text;
 }
 
+void AddLoadNotice(TextView text) {
+  if (!loadNotice.empty()) loadNotice += u", ";
+  loadNotice += text;
+}
+
 void ResetMessage() {
   message = {};
   loadNotice.clear();

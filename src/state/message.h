@@ -17,6 +17,8 @@ inline ScreenMessage message;
 // What a load has to tell; it is shown when the play begins. Empty when all went well.
 inline Text loadNotice;
 
+// Adds to what the load has to tell.
+void AddLoadNotice(TextView text);
 // Posts a message; the one before it goes away.
 void ShowMessage(TextView text);
 

@@ -209,21 +209,6 @@ TEST_F(SongSelectKeys, TabDoesNothingWhileACoursesSongIsPicked) {
   EXPECT_FALSE(CourseMode);
 }
 
-TEST_F(SongSelectKeys, DeleteTakesTheCourseInHandAndOnRowZeroOnlyMakesTheListAnew) {
-  const Text mine = WriteData(u"_qlmfiles\\courselist\\mine.qcl", "");
-  UpdateCourseList();
-  GameState = kStateCourses;
-  CourseMode = true;
-  log.clear();
-  Press(kKeyDelete);
-  EXPECT_TRUE(FileExists(mine));
-  EXPECT_EQ(LinesBeginning(u"[UpdateCourseList]"), 1);
-  listCursor = 1;
-  Press(kKeyDelete);
-  EXPECT_FALSE(FileExists(mine));
-  EXPECT_EQ(Titles(), "[MAKE NEW COURSE]");
-}
-
 TEST_F(SongSelectKeys, DeleteHurtsNoChart) {
   ShowCharts({u"A"});
   Press(kKeyDelete);
@@ -380,16 +365,6 @@ TEST_F(DecidedSong, BecomesTheCoursesSongWhileOneIsPicked) {
   Press(kKeyEnter);
   EXPECT_EQ(CourseSongs[2], songList[1]);
   EXPECT_EQ(GameState, kStateEditCourse);
-  EXPECT_EQ(songSelect.deciding, 0);
-}
-
-TEST_F(DecidedSong, CoursesTellThatTheyAreStillToCome) {
-  UpdateCourseList();
-  GameState = kStateCourses;
-  Press(kKeyRight);
-  EXPECT_FALSE(message.up) << "no key here";
-  Press(kKeyEnter);
-  EXPECT_EQ(message.text, u"COURSES ARE STILL TO COME");
   EXPECT_EQ(songSelect.deciding, 0);
 }
 

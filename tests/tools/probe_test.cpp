@@ -170,8 +170,6 @@ TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
 TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
   const std::string chart = Chart("a.bms", kLines);
   const std::vector<std::pair<std::vector<std::string>, std::string>> refused = {
-      {{"course", "a.qcl"}, "in this version"},
-      {{"dump", "a.qcl"}, "in this version"},
       {{"title", "x"}, "there is no command title"}};
   for (const auto& [words, why] : refused) {
     const ProcessResult result = Probe(words);

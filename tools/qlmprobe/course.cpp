@@ -1,4 +1,7 @@
 // The command `course`: charts joined into one table, as a course plays them.
+#include <algorithm>
+#include <span>
+
 #include "base/paths.h"
 #include "chart/loading.h"
 #include "library/song_list.h"
@@ -14,7 +17,7 @@ namespace {
 
 void PutSongs(Json& json) {
   json.Key("courseSongs").BeginArray();
-  for (const qlm::SongEntry& song : qlm::CourseSongs) {
+  for (const qlm::SongEntry& song : std::span(qlm::CourseSongs).first(qlm::numsongs)) {
     json.BeginObject();
     json.Put("rank", song.rank);
     json.Put("playLevel", song.playLevel);
@@ -29,11 +32,19 @@ void PutSongs(Json& json) {
 ChartFiles FilesOfLastSong() {
   const int32_t last = qlm::numsongs - 1;
   if (!qlm::CourseWavFile.Holds(last)) return {qlm::WavFile, qlm::BmpFile, u""};
-  return {qlm::CourseWavFile[last], qlm::CourseBmpFile[last], qlm::GetFolder(qlm::CourseSongs.back().path)};
+  const qlm::SongEntry& song = qlm::CourseSongs[static_cast<size_t>(last)];
+  return {qlm::CourseWavFile[last], qlm::CourseBmpFile[last], qlm::GetFolder(song.path)};
 }
 
-bool IsCourseFile(const std::string& name) {
-  return qlm::EqualsAnyCase(qlm::Right(platform::DecodeUtf8(name), 4), u".QCL");
+// Makes the charts the songs of the loaded course. False when one cannot be read.
+bool TakeSongs(const std::vector<std::string>& files) {
+  for (const std::string& file : files) {
+    if (!CheckReadable(file)) return false;
+  }
+  for (const std::string& file : files) qlm::AddSong(GamePath(file));
+  qlm::CourseSongs = qlm::songList;
+  qlm::numsongs = static_cast<uint8_t>(files.size());
+  return true;
 }
 
 }  // namespace
@@ -44,18 +55,11 @@ int CourseCommand(Arguments& arguments) {
   const bool raw = arguments.Flag("--raw");
   const std::vector<std::string> before = TakeChartsBefore(arguments);
   const std::vector<std::string>& files = arguments.Files();
-  for (const std::string& file : files) {
-    if (IsCourseFile(file)) arguments.Fail(file + ": course files cannot be read in this version");
-  }
+  const auto course = std::ranges::find_if(files, IsCourseFile);
+  if (course != files.end() && files.size() > 1) arguments.Fail(*course + ": a course file stands alone");
   if (!arguments.Good()) return kWrongUsage;
-  for (const std::string& file : files) {
-    if (!CheckReadable(file)) return kRefused;
-  }
   if (!LoadChartsBefore(before)) return kRefused;
-
-  for (const std::string& file : files) qlm::AddSong(GamePath(file));
-  qlm::CourseSongs = qlm::songList;
-  qlm::numsongs = static_cast<uint8_t>(files.size());
+  if (course != files.end() ? !TakeCourseFile(*course) : !TakeSongs(files)) return kRefused;
   qlm::LoadAbort = false;
   qlm::WAVLoadmode = 1;
   if (raw) {

@@ -1,7 +1,8 @@
 // The command `dump`: a file of the game in plain words, by its name.
-#include <cstdio>
+#include <span>
 
 #include "base/paths.h"
+#include "files/course_files.h"
 #include "files/ini_text.h"
 #include "files/list_file.h"
 #include "files/settings_file.h"
@@ -89,9 +90,21 @@ bool IsNamed(TextView path, TextView name) { return qlm::EqualsAnyCase(qlm::GetF
 void PutList(Json& json, std::string_view bytes) {
   const qlm::ListFile list = qlm::ReadListFile(bytes);
   json.Put("lastSong", list.lastSong);
-  PutRows(json, list.rows);
+  PutRows(json, "rows", list.rows);
   json.Put("bytes", bytes.size());
   json.Put("unread", list.unread);
+}
+
+void PutCourse(Json& json, std::string_view bytes) {
+  const qlm::CourseFile course = qlm::ReadCourseFile(bytes);
+  json.Put("old", course.old);
+  json.Put("stars", course.stars);
+  json.Put("numsongs", course.songs);
+  json.Put("title", TextView(course.title));
+  json.Put("length", course.length);
+  PutRows(json, "songs", std::span(course.rows).first(course.songs));
+  json.Put("bytes", bytes.size());
+  json.Put("unread", course.unread);
 }
 
 void PutSettingsFile(Json& json, std::string_view bytes) {
@@ -109,6 +122,7 @@ PutBytes PutterFor(TextView path) {
   if (IsNamed(path, kSettingsFile)) return PutSettingsFile;
   const Text extension = qlm::GetExtension(path);
   if (extension == u"QBL") return PutList;
+  if (extension == u"QCL") return PutCourse;
   if (extension == u"QSD") return PutScores;
   if (extension == u"QPD") return PutRecord;
   return nullptr;
@@ -118,9 +132,7 @@ PutBytes PutterFor(TextView path) {
 std::string Unfit(const std::string& file) {
   const Text path = GamePath(file);
   if (IsNamed(path, kKeyFile) || PutterFor(path) != nullptr) return "";
-  const bool known = qlm::GetExtension(path) == u"QCL";
-  return file + (known ? ": this kind of file cannot be decoded in this version"
-                       : ": no file of the game has this name");
+  return file + ": no file of the game has this name";
 }
 
 }  // namespace

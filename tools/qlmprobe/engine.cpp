@@ -12,6 +12,7 @@
 #include "base/rnd.h"
 #include "chart/loading.h"
 #include "chart/reader.h"
+#include "files/course_files.h"
 #include "files/key_table.h"
 #include "files/settings_file.h"
 #include "platform/clock.h"
@@ -145,6 +146,15 @@ bool CheckReadableChart(const std::string& path) {
   if (platform::FileLength(GamePath(path)).value_or(0) <= qlm::kLongestChart) return true;
   std::fprintf(stderr, "qlmprobe: %s: a chart of more than 256 MiB is refused\n", path.c_str());
   return false;
+}
+
+bool IsCourseFile(const std::string& path) { return qlm::GetExtension(GamePath(path)) == u"QCL"; }
+
+bool TakeCourseFile(const std::string& path) {
+  if (!CheckReadable(path)) return false;
+  const std::optional<std::string> bytes = platform::ReadFile(GamePath(path));
+  qlm::TakeCourse(qlm::ReadCourseFile(bytes.value_or("")), false);
+  return true;
 }
 
 bool LoadChartsBefore(const std::vector<std::string>& paths) {

@@ -39,6 +39,11 @@ std::string PrintedPath(const std::string& path);
 bool CheckReadable(const std::string& path);
 // The same for a chart, which may also be too long.
 bool CheckReadableChart(const std::string& path);
+// Whether a file is a course by its name.
+bool IsCourseFile(const std::string& path);
+// Makes a course file the loaded course; one of the old format is converted in memory alone. False when it
+// cannot be read: standard error then says so.
+bool TakeCourseFile(const std::string& path);
 // Loads charts ahead of the one in question. False when one cannot be read.
 bool LoadChartsBefore(const std::vector<std::string>& paths);
 

@@ -142,12 +142,15 @@ std::vector<Command> Commands() {
       {{"chart", "What one chart load leaves in memory, and the log of the load.", "FILE [OPTION]...", 1,
         Joined({{flag("--raw", "stops behind the reader")}, load, common})},
        probe::ChartCommand},
-      {{"course", "The same for charts joined as a course.", "FILE... [OPTION]...", kMostSongs,
+      {{"course", "The same for charts joined as a course, or for the songs of a course file (.qcl).",
+        "FILE... [OPTION]...", kMostSongs,
         Joined({{flag("--raw", "stops behind the last song's read")}, load, common})},
        probe::CourseCommand},
       {{"header", "The list entry that the library's header read makes.", "FILE [OPTION]...", 1, common},
        probe::HeaderCommand},
-      {{"play", "A whole play on the virtual clock: figures, starts of sounds, tempo changes.",
+      {{"play",
+        "A whole play of a chart or a course (.qcl) on the virtual clock: figures, starts of sounds, tempo\n"
+        "changes.",
         "FILE [OPTION]...", 1, Joined({play, RecordOptions(), load, common})},
        probe::PlayCommand},
       {{"frame", "Pictures of a play: for each moment the frame as presented.",
@@ -197,10 +200,10 @@ std::vector<Command> Commands() {
                 common})},
        probe::ScanCommand},
       {{"dump",
-        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a list (.qbl), a score table\n"
-        "(.qsd) or a play record (.qpd).\n"
+        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a list (.qbl), a course (.qcl),\n"
+        "a score table (.qsd) or a play record (.qpd).\n"
         "The settings that the game takes from a settings file, and what it does not take; a key file by\n"
-        "what its keys do; the rows of a list or a table; the events of a record.",
+        "what its keys do; the rows of a list or a table; the songs of a course; the events of a record.",
         "FILE [OPTION]...", 1, common},
        probe::DumpCommand},
   };

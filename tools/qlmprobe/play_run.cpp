@@ -15,6 +15,7 @@
 #include "shell/command_line.h"
 #include "shell/main_form.h"
 #include "sound/play.h"
+#include "state/gauge.h"
 #include "state/records.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -66,6 +67,19 @@ bool ReadEvents(const std::string& file, std::vector<KeyEvent>& events) {
     return false;
   }
   events = std::move(*parsed);
+  return true;
+}
+
+// A course is joined and played as ReadyBMS has it; nothing is written.
+bool Load(const std::string& file) {
+  if (!IsCourseFile(file)) {
+    qlm::BMSLoad(GamePath(file));
+    return true;
+  }
+  if (!TakeCourseFile(file)) return false;
+  qlm::GameState = qlm::kStatePlay;
+  qlm::HazardGauge = true;
+  qlm::JoinCourse();
   return true;
 }
 
@@ -133,7 +147,7 @@ bool RunPlay(const PlayRequest& wanted, PlayWatcher& watching, qlm::Transcript& 
   const bool preview = qlm::PreviewActive;
   if (!LoadChartsBefore(wanted.before)) return false;
   qlm::PreviewActive = preview;
-  qlm::BMSLoad(GamePath(wanted.file));
+  if (!Load(wanted.file)) return false;
   qlm::PreviewActive = false;
   if (fatalMessage) return true;
   if (!TakeRecordToReplay(wanted.replay)) return false;

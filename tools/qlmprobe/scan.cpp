@@ -92,7 +92,7 @@ int ScanCommand(Arguments& arguments) {
   const std::optional<std::string> out = arguments.Value("--out");
   if (out && !qlm::songList.empty() && !WriteList(*out)) return kRefused;
   Json json;
-  PutRows(json, qlm::songList);
+  PutRows(json, "rows", qlm::songList);
   PutUnreadable(json);
   return Print(json, kDone);
 }

@@ -20,8 +20,8 @@ void PutSongEntry(qlm::Json& json, const qlm::SongEntry& song) {
   json.Put("numBmp", song.numBmp);
 }
 
-void PutRows(qlm::Json& json, std::span<const qlm::SongEntry> rows) {
-  json.Key("rows").BeginArray();
+void PutRows(qlm::Json& json, std::string_view key, std::span<const qlm::SongEntry> rows) {
+  json.Key(key).BeginArray();
   for (const qlm::SongEntry& song : rows) {
     json.BeginObject();
     PutSongEntry(json, song);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "base/json.h"
 #include "state/lists.h"
@@ -10,7 +11,7 @@ namespace probe {
 
 // The keys of a row, without its path.
 void PutSongEntry(qlm::Json& json, const qlm::SongEntry& song);
-// A list of rows, each with its path.
-void PutRows(qlm::Json& json, std::span<const qlm::SongEntry> rows);
+// A list of rows under a key, each with its path.
+void PutRows(qlm::Json& json, std::string_view key, std::span<const qlm::SongEntry> rows);
 
 }  // namespace probe
