@@ -63,7 +63,10 @@ constexpr platform::WindowEvents kEvents{
         },
 };
 
-bool TypesAName() { return GameState == kStateEnterCourse || GameState == kStateEnterName; }
+// In the editor too: the Enter that begins the name of a course brings its character there, behind the key.
+bool TakesCharacters() {
+  return GameState == kStateEnterCourse || GameState == kStateEditCourse || GameState == kStateEnterName;
+}
 
 struct Place {
   int32_t x;
@@ -134,7 +137,7 @@ void CountFrame() {
 }  // namespace
 
 void DoEvents() {
-  platform::TakeCharacters(TypesAName());
+  platform::TakeCharacters(TakesCharacters());
   platform::PumpWindowEvents(kEvents);
   if (hooks.pumped != nullptr) hooks.pumped();
   platform::RunDueTimers();

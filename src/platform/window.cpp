@@ -184,7 +184,11 @@ void ReportKey(const SDL_KeyboardEvent& event, const WindowEvents& events) {
   const int32_t key = KeyNumberOf(event.keysym.scancode);
   if (events.key != nullptr && key != 0 && event.repeat == 0) events.key(key, down);
   const char16_t character = ControlCharacter(event.keysym.sym);
-  if (takesCharacters && down && character != 0 && events.character != nullptr) events.character(character);
+  // A held Back Space goes on; a held Enter that began a name does not end it.
+  const bool counts = event.repeat == 0 || character == 8;
+  if (takesCharacters && down && counts && character != 0 && events.character != nullptr) {
+    events.character(character);
+  }
 }
 
 void ReportText(const char* utf8, const WindowEvents& events) {

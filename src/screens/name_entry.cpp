@@ -170,7 +170,7 @@ void ProcessKey_EnterName(int32_t character) {
   } else if (character == 13 || character == 27) {
     if (scores.PlayerName.empty()) scores.PlayerName = kNameOfNobody;
     GameState = kStateSongSelect;
-    nameEntered = true;
+    enterEaten = true;
   }
 }
 

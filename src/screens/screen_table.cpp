@@ -4,6 +4,8 @@
 #include "base/table.h"
 #include "play/input.h"
 #include "screens/course_editor.h"
+#include "screens/course_editor_frame.h"
+#include "screens/course_name.h"
 #include "screens/lane_choice.h"
 #include "screens/list_cursor.h"
 #include "screens/name_entry.h"
@@ -27,7 +29,8 @@ ScreenTable MakeTable() {
   table[kStateCourseSongs] = {.frame = ListFrame, .key = ProcessKey_SongSelect};
   table[kStatePlay] = {.key = ProcessKey_Play};
   table[kStateResults] = {.key = ProcessKey_Results};
-  table[kStateEnterCourse] = {.frame = mEditCourse};
+  // Quirk: the keys of the settings work while the name of a course is typed.
+  table[kStateEnterCourse] = {.frame = mEditCourse, .character = ProcessKey_EnterCourse};
   table[kStateEditCourse] = {.frame = mEditCourse, .key = ProcessKey_EditCourse, .settingKeys = false};
   table[kStateEnterName] = {.character = ProcessKey_EnterName, .settingKeys = false};
   table[kStateAutoLanes] = {.frame = DrawLaneChoice, .key = ProcessKey_AutoLanes};

@@ -19,6 +19,7 @@
 #include "platform/files.h"
 #include "play/input.h"
 #include "play/preview.h"
+#include "screens/course_editor.h"
 #include "screens/joystick_keys.h"
 #include "screens/list_cursor.h"
 #include "screens/list_rows.h"
@@ -206,18 +207,25 @@ void OpenJukebox(int32_t key) {
     if (hooks.closeRequested != nullptr) hooks.closeRequested();
     return;
   }
-  if (key == kKeyEnter && HoldsHazard()) {
+  // While a song is picked for a course there is nothing to run.
+  if (key == kKeyEnter && HoldsHazard() && !songSelect.courseMaking) {
     RunJukebox();
   } else {
     OpenSongs();
   }
 }
 
+void BackToEditor() {
+  EndPreview();
+  StopPreviewTimer();
+  PreviewActive = false;
+  GameState = kStateEditCourse;
+}
+
 void PickSongForCourse(const SongEntry& row) {
   if (songSelect.courseSlot < CourseSongs.size()) CourseSongs[songSelect.courseSlot] = row;
   PlaySE(SE::kFade);
-  EndPreview();
-  GameState = kStateEditCourse;
+  BackToEditor();
 }
 
 void StartDecided() {
@@ -239,8 +247,7 @@ bool FileIsThere(TextView path) {
 void DecideCourse() {
   const SongEntry* const row = HeldRow();
   if (row == nullptr) return;
-  // The editor is still to come.
-  if (listCursor == 0) return ShowMessage(u"COURSES ARE STILL TO COME");
+  if (listCursor == 0) return EditNewCourse();
   if (FileIsThere(row->path)) StartDecided();
 }
 
@@ -276,8 +283,7 @@ void PressEsc() {
     if (hooks.closeRequested != nullptr) hooks.closeRequested();
     return;
   }
-  EndPreview();
-  GameState = kStateEditCourse;
+  BackToEditor();
 }
 
 void ForcePlayer() { PlayerForce = PlayerForce >= 3 ? 0 : PlayerForce + 1; }
@@ -301,7 +307,7 @@ void ProcessKey_SongSelect(int32_t key) {
       if (GameState == kStateSongSelect) JukeReady();
       break;
     case kKeySpace:
-      if (GameState == kStateCourses && listCursor > 0) ShowMessage(u"COURSES ARE STILL TO COME");
+      if (GameState == kStateCourses) EditHeldCourse();
       break;
     case kKeyDelete:
       if (GameState == kStateCourses) DeleteCourse();

@@ -63,8 +63,8 @@ bool TurnsTurntable(int16_t code) { return code == 16 || code == 17 || code == 2
 
 // The key that ends the entry of a name also comes as a character, which has done the work.
 bool SwallowsKey(int32_t key) {
-  if (!nameEntered) return false;
-  nameEntered = false;
+  if (!enterEaten) return false;
+  enterEaten = false;
   return key == kKeyEsc || key == kKeyEnter;
 }
 
@@ -127,7 +127,9 @@ void ButtonDown(int32_t key) {
 
 void ButtonUp(int32_t key) {
   // The key that ended a name went down before its character came; the next one counts.
-  nameEntered = false;
+  enterEaten = false;
+  // An Enter of a controller or of the mouse brings no character.
+  songSelect.nameEntry = false;
   const int16_t code = CodeOf(key);
   if (code == kCodeSelect) {
     SelectHeld = false;

@@ -12,7 +12,7 @@ void ResetKeys() {
   KeyBeam = {};
   SelectHeld = false;
   SelectStart = 0;
-  nameEntered = false;
+  enterEaten = false;
   JoyCount = 0;
 }
 

@@ -20,7 +20,7 @@ inline std::array<float, kLanes> KeyBeam{};     // 0 to 1, how far the beam has 
 
 inline bool SelectHeld = false;   // an input with the meaning 8 is held
 inline uint32_t SelectStart = 0;  // clock at which it went down
-inline bool nameEntered = false;  // a name has just been entered: the key that ended it is swallowed
+inline bool enterEaten = false;   // a name was just typed: the Enter or Esc that ended it does no more
 inline uint8_t JoyCount = 0;      // controllers found
 
 void ResetKeys();

@@ -22,6 +22,10 @@ struct HeldListKey {
   uint32_t last = 0;   // clock of its last step
 };
 
+// Lines of the course editor. From 0 to courseNumSongs - 1 they are songs; courseNumSongs adds one.
+constexpr int32_t kCourseNameLine = -2;
+constexpr int32_t kCourseStarsLine = -1;
+
 struct SongSelect {
   // The wheel. Rows stand still when listScroll is 0.
   float listScroll = 0;  // rows that the wheel is still off its place
@@ -46,7 +50,9 @@ struct SongSelect {
   Text courseName;
   uint8_t courseLevel = 0;  // stars
   uint8_t courseNumSongs = 0;
-  uint8_t courseSlot = 0;  // song of the course that is being picked
+  uint8_t courseSlot = 0;                  // song of the course that is being picked
+  int32_t courseCursor = kCourseNameLine;  // a line of the editor
+  bool nameEntry = false;  // typing has just begun: the character of the Enter that began it is still to come
 
   HeldListKey heldKey;
   // A direction of a controller that is held; 0 none.

@@ -170,11 +170,11 @@ TEST_F(NameEntry, CharactersFrom32To127AreTaken) {
 TEST_F(NameEntry, EnterAndEscEndItAndNobodyIsNobody) {
   for (const int32_t character : {13, 27}) {
     GameState = kStateEnterName;
-    nameEntered = false;
+    enterEaten = false;
     scores.PlayerName.clear();
     ProcessKey_EnterName(character);
     EXPECT_EQ(GameState, kStateSongSelect);
-    EXPECT_TRUE(nameEntered);
+    EXPECT_TRUE(enterEaten);
     EXPECT_EQ(scores.PlayerName, u"QuIl :-");
   }
   scores.PlayerName = u" ";

@@ -7,6 +7,7 @@
 
 #include "play/input.h"
 #include "screens/course_editor.h"
+#include "screens/course_name.h"
 #include "screens/lane_choice.h"
 #include "screens/name_entry.h"
 #include "screens/results.h"
@@ -27,9 +28,12 @@ TEST(ScreenTable, EachStateHasItsOwnRoutineForKeys) {
   }
 }
 
-TEST(ScreenTable, OnlyTheEntryOfANameTakesCharacters) {
+TEST(ScreenTable, OnlyTheEntriesOfNamesTakeCharacters) {
+  const std::map<int32_t, void (*)(int32_t)> routines = {{9, ProcessKey_EnterCourse},
+                                                         {11, ProcessKey_EnterName}};
   for (int32_t state = -2; state <= 20; ++state) {
-    EXPECT_EQ(ScreenOf(state).character, state == 11 ? ProcessKey_EnterName : nullptr) << state;
+    const auto found = routines.find(state);
+    EXPECT_EQ(ScreenOf(state).character, found != routines.end() ? found->second : nullptr) << state;
   }
 }
 

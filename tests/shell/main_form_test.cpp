@@ -320,9 +320,9 @@ TEST_F(MainFormTest, TheKeyBehindANameIsSwallowedOnce) {
   GameState = kStatePlay;
   KeyMap[kKeyEnter] = 11;
   for (const int32_t key : {kKeyEsc, kKeyEnter}) {
-    nameEntered = true;
+    enterEaten = true;
     ButtonDown(key);
-    EXPECT_FALSE(nameEntered);
+    EXPECT_FALSE(enterEaten);
     EXPECT_FALSE(EscHeld);
     EXPECT_FALSE(LaneDown[0]);
   }
@@ -333,7 +333,7 @@ TEST_F(MainFormTest, TheKeyBehindANameIsSwallowedOnce) {
 TEST_F(MainFormTest, AKeyThatEndedANameByItsCharacterIsDoneWhenItIsLetGo) {
   GameState = kStatePlay;
   KeyMap[kKeyEnter] = 11;
-  nameEntered = true;
+  enterEaten = true;
   ButtonUp(kKeyEnter);
   ButtonDown(kKeyEnter);
   EXPECT_TRUE(LaneDown[0]);
@@ -342,9 +342,9 @@ TEST_F(MainFormTest, AKeyThatEndedANameByItsCharacterIsDoneWhenItIsLetGo) {
 TEST_F(MainFormTest, AnyOtherKeyBehindANameClearsTheFlagAndCounts) {
   GameState = kStatePlay;
   KeyMap[44] = 11;
-  nameEntered = true;
+  enterEaten = true;
   ButtonDown(44);
-  EXPECT_FALSE(nameEntered);
+  EXPECT_FALSE(enterEaten);
   EXPECT_TRUE(LaneDown[0]);
 }
 

@@ -153,7 +153,34 @@ TEST_F(WindowEvents, LettersGoToTheNameThatIsEnteredAndNowhereElse) {
   PressControlKey(13);
   DoEvents();
   EXPECT_NE(GameState, kStateEnterName);
-  EXPECT_TRUE(nameEntered);
+  EXPECT_TRUE(enterEaten);
+}
+
+TEST_F(WindowEvents, TheEnterThatBeginsACoursesNameBringsItsCharacterToo) {
+  GameState = kStateEditCourse;
+  songSelect.courseName = Text(u"A");
+  DoEvents();  // letters are taken from here on
+  TypeText("x");
+  DoEvents();
+  EXPECT_EQ(songSelect.courseName, u"A") << "nothing is typed yet";
+  // Both in one pump; a click is the key here.
+  PressMouse(1);
+  PressControlKey(13);
+  DoEvents();
+  EXPECT_FALSE(songSelect.nameEntry);
+  EXPECT_EQ(GameState, kStateEnterCourse);
+  // Held, it begins and does not end.
+  for (int32_t time = 0; time < 5; ++time) PressControlKey(13, true);
+  TypeText("b羽");
+  PressControlKey(8, true);
+  TypeText("c");
+  DoEvents();
+  EXPECT_EQ(GameState, kStateEnterCourse);
+  EXPECT_EQ(songSelect.courseName, u"Ac");
+  EXPECT_EQ(message.text, u"sorry, only ASCII can be used for filename.");
+  PressControlKey(27);
+  DoEvents();
+  EXPECT_EQ(GameState, kStateEditCourse);
 }
 
 TEST_F(WindowEvents, DroppedFolderOfAnyLettersBecomesTheList) {

@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "platform/font.h"
 #include "platform/picture.h"
+#include "screens/course_editor_frame.h"
 #include "screens/lane_choice.h"
 #include "screens/list_frame.h"
 #include "screens/list_text.h"
@@ -226,6 +227,49 @@ TEST_F(ListFramesTest, AnEmptyList) {
   lastSong = -1;
   DrawList();
   Expect("select-empty");
+}
+
+// Songs of the stock lists and of others in the course editor.
+void EditCourse() {
+  GameState = kStateEditCourse;
+  CourseMode = songSelect.courseMaking = true;
+  songSelect.courseName = u"THE LONG LETTER";
+  songSelect.courseLevel = 9;
+  CourseSongs = {Song(u"羽ペンの行進 [7KEYS]", u"quillmarch", u"", 132, 7),
+                 Song(u"インク瓶の底", u"quillmarch", u"", 92, 5),
+                 Song(u"ﾊﾝｶｸｶﾅ no uta", u"ガチョウ feat. Nib & co.", u"", 150, 6),
+                 Song(u"Nightfall over the Old Library and Everything in It", u"Nobody", u"", 140, 106),
+                 Song(u"夜明け前の机に向かって長い手紙を書いていた頃のこと -Extended Mix-",
+                      u"どこかの誰か feat. 鵞鳥 と仲間たち (編曲: もっと長い名前の人)", u"", 174.5F, 12),
+                 Song(u"乾いたインク", u"鵞鳥", u"", 150, 8)};
+  songSelect.courseNumSongs = 6;
+}
+
+TEST_F(ListFramesTest, TheCourseEditor) {
+  EditCourse();
+  songSelect.courseCursor = 1;
+  mEditCourse();
+  Expect("course-editor");
+}
+
+TEST_F(ListFramesTest, TheNameOfACourseIsTyped) {
+  EditCourse();
+  GameState = kStateEnterCourse;
+  songSelect.courseCursor = kCourseNameLine;
+  SetTime(kNow + 500);
+  ShowMessage(u"sorry, can't use ? for filename.");
+  mEditCourse();
+  Expect("course-name");
+}
+
+TEST_F(ListFramesTest, ANewCourseWithItsOneLineLeftOut) {
+  GameState = kStateEditCourse;
+  songSelect.courseName = u"NEW COURSE";
+  songSelect.courseLevel = 3;
+  songSelect.courseCursor = 0;
+  SetTime(kNow - 40);
+  mEditCourse();
+  Expect("course-new");
 }
 
 TEST_F(ListFramesTest, TheChoiceOfTheMachinesLanes) {
