@@ -112,13 +112,14 @@ void DrawCourseSongs() {
   constexpr int32_t kLines = 5;
   constexpr Rect kLinesBox = {310, 300, 609, 358};
   const uint32_t now = platform::Now();
+  const int32_t songs = songSelect.courseMaking ? songSelect.courseNumSongs : numsongs;
   // Quirk: behind a multiple of five songs comes an empty page.
-  const int32_t pages = numsongs / kLines + 1;
+  const int32_t pages = songs / kLines + 1;
   const int32_t page =
-      std::max(platform::Elapsed(now, songSelect.rowCursorTime), 0) / 1000 % (numsongs > kLines ? pages : 1);
+      std::max(platform::Elapsed(now, songSelect.rowCursorTime), 0) / 1000 % (songs > kLines ? pages : 1);
   for (int32_t line = 0; line < kLines; ++line) {
     const int32_t index = page * kLines + line;
-    if (index >= numsongs || static_cast<size_t>(index) >= CourseSongs.size()) return;
+    if (index >= songs || static_cast<size_t>(index) >= CourseSongs.size()) return;
     if (songSelect.courseMaking && index == songSelect.courseSlot && now % 200 >= 100) continue;
     const SongEntry& song = CourseSongs[static_cast<size_t>(index)];
     const int32_t top = kLinesBox.top + 12 * line;

@@ -297,7 +297,9 @@ TEST_F(CoursePanel, FiveSongsStandStill) {
 
 TEST_F(CoursePanel, TheSongThatIsBeingPickedBlinks) {
   songSelect.courseMaking = true;
+  songSelect.courseNumSongs = 3;
   songSelect.courseSlot = 1;
+  numsongs = 0;  // as a move on the lists leaves it
   SetTime(kNow + 99);
   Draw();
   EXPECT_EQ(Lines(), "xxx..");
