@@ -16,17 +16,24 @@ namespace {
 
 Text HistoryPath() { return Join(AppPath, u"\\lastplay.txt"); }
 
-// In a course the estimate that its list holds: the joined chart has one length for all its songs.
-int32_t LengthInPlay() {
+// Of a course its list's row: the joined chart has the header of its last song, and one length for them all.
+SongEntry SongInPlay() {
   const auto song = static_cast<size_t>(CourseSong);
-  const bool ofCourse = CourseMode && CourseSong >= 0 && song < CourseSongs.size();
-  return ofCourse ? CourseSongs[song].lengthMs : BMSLengthMs;
+  if (CourseMode && CourseSong >= 0 && song < CourseSongs.size()) return CourseSongs[song];
+  SongEntry chart;
+  chart.playLevel = HdrPlayLevel;
+  chart.genre = HdrGenre;
+  chart.title = HdrTitle;
+  chart.artist = HdrArtist;
+  chart.lengthMs = BMSLengthMs;
+  return chart;
 }
 
 Text HistoryLine() {
-  const int32_t seconds = LengthInPlay() / 1000;
-  return Join(library.playedSongs, u">\t★", HdrPlayLevel, u" [", HdrGenre, u"] ", HdrTitle, u" / ", HdrArtist,
-              u"\t<", Padded(seconds / 60, 2), u":", Padded(seconds % 60, 2), u">", kCrLf);
+  const SongEntry song = SongInPlay();
+  const int32_t seconds = song.lengthMs / 1000;
+  return Join(library.playedSongs, u">\t★", song.playLevel, u" [", song.genre, u"] ", song.title, u" / ",
+              song.artist, u"\t<", Padded(seconds / 60, 2), u":", Padded(seconds % 60, 2), u">", kCrLf);
 }
 
 }  // namespace

@@ -50,13 +50,17 @@ TEST_F(PlayHistoryTest, ClearedHistoryBeginsWithNumber1) {
   EXPECT_EQ(History(), u"1>\t★7 [Pop] 春 / me\t<00:00>\r\n");
 }
 
-TEST_F(PlayHistoryTest, SongOfACourseHasItsOwnLength) {
+TEST_F(PlayHistoryTest, SongOfACourseIsToldAsItsListHasIt) {
   CourseMode = true;
   CourseSongs.resize(2);
+  CourseSongs[1].playLevel = 2;
+  CourseSongs[1].genre = u"Waltz";
+  CourseSongs[1].title = u"夏";
+  CourseSongs[1].artist = u"you";
   CourseSongs[1].lengthMs = 61'000;
   CourseSong = 1;
   writePlayList();
-  EXPECT_EQ(History(), u"1>\t★7 [Pop] 春 / me\t<01:01>\r\n");
+  EXPECT_EQ(History(), u"1>\t★2 [Waltz] 夏 / you\t<01:01>\r\n");
 }
 
 TEST_F(PlayHistoryTest, SecondProgramKeepsNoHistory) {
