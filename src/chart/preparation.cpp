@@ -11,10 +11,10 @@
 #include "base/log.h"
 #include "base/numbers.h"
 #include "base/sort.h"
-#include "base/titles.h"
 #include "chart/chart_report.h"
 #include "chart/random_lane.h"
 #include "chart/reader.h"
+#include "chart/titles.h"
 #include "graphics/bga.h"
 #include "platform/heap.h"
 #include "sound/slots.h"
@@ -205,7 +205,23 @@ void ComputeGains() {
   }
 }
 
-Text WithGap(Text marquee) { return marquee.append(static_cast<size_t>(MaxI32(TitleChars, 0)), u' '); }
+void AddMarqueeGap() {
+  MarqueeGap = MaxI32(TitleChars, 0);
+  MarqueeText.append(static_cast<size_t>(MarqueeGap), u' ');
+}
+
+void ConvertMarquee() {
+  MarqueeText = Cvt2ASCII(MarqueeText);
+  MarqueeConverted = true;
+}
+
+void BeginMarquee(TextView title) {
+  MarqueeText = title;
+  MarqueeConverted = false;
+  AddMarqueeGap();
+}
+
+Text ChartTitle() { return Join(HdrTitle, u" / ", HdrArtist); }
 
 void ShowTitles() {
   if (Windowed && hooks.setCaption != nullptr) hooks.setCaption(ChartCaption());
@@ -236,11 +252,22 @@ Text ChartCaption() {
   return Join(u"[", HdrGenre, u"] ", HdrTitle, u" / ", HdrArtist, u" - ", u"quillmarch");
 }
 
-Text ChartMarquee() { return WithGap(Join(HdrTitle, u" / ", HdrArtist)); }
-
 void SetMarquee() {
-  MarqueeText = CourseMode ? WithGap(u"COURSE MODE!") : ChartMarquee();
-  if (GameState == kStatePlay) MarqueeText = Cvt2ASCII(MarqueeText);
+  BeginMarquee(CourseMode ? Text(u"COURSE MODE!") : ChartTitle());
+  if (GameState == kStatePlay) ConvertMarquee();
+}
+
+void SetSongMarquee() {
+  BeginMarquee(ChartTitle());
+  ConvertMarquee();
+}
+
+void FitMarquee() {
+  if (MarqueeText.empty()) return;
+  if (!MarqueeConverted) ConvertMarquee();
+  // A dictionary may have put something in the place of blanks.
+  for (; MarqueeGap > 0 && MarqueeText.ends_with(u' '); --MarqueeGap) MarqueeText.pop_back();
+  AddMarqueeGap();
 }
 
 void BMSPrepare(ChartReport* report) {

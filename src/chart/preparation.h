@@ -19,11 +19,14 @@ void SortObjs();
 
 // The judgement windows of HdrRank; a rank outside 0 to 3 leaves those in force.
 void SetJudgeWindow();
-// "[genre] title / artist - quillmarch" of the header in memory, and its title and artist with the gap behind
-// them that the marquee's width asks for.
+// "[genre] title / artist - quillmarch" of the header in memory.
 Text ChartCaption();
-Text ChartMarquee();
-// Sets MarqueeText for the loaded chart or course. The gap is that of the skin in use.
+// Sets MarqueeText for the loaded chart or course, and for the song that a course has come to. Behind it
+// stands the gap that the skin in use asks for. What is shown in a play is converted to the letters of its
+// font; a preview's is not.
 void SetMarquee();
+void SetSongMarquee();
+// Gives a play's MarqueeText the gap of the skin in use, and converts it if that has not been done.
+void FitMarquee();
 
 }  // namespace qlm

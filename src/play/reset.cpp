@@ -76,7 +76,7 @@ void ResetPlay() {
   LoadSkinChoice();
   // The chart was prepared under another skin, the first one under none, and its title would come round
   // without this skin's gap.
-  if (!MarqueeText.empty()) SetMarquee();
+  FitMarquee();
 }
 
 void UnloadBMS() {

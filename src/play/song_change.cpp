@@ -5,7 +5,6 @@
 
 #include "base/numbers.h"
 #include "base/paths.h"
-#include "base/titles.h"
 #include "chart/preparation.h"
 #include "graphics/bga.h"
 #include "graphics/present.h"
@@ -100,7 +99,7 @@ void ChangeSong(int32_t song) {
   if (entry != nullptr) TakeHeader(*entry);
   ShowTitles();
   MarkOnGraph();
-  MarqueeText = Cvt2ASCII(ChartMarquee());
+  SetSongMarquee();
   TakeLoadStates();
   SetJudgeWindow();
   curBaseBGA = curLayerBGA = -1;

@@ -10,6 +10,7 @@
 #include "files/data_folder.h"
 #include "files/key_table.h"
 #include "files/settings_file.h"
+#include "files/title_dictionary.h"
 #include "graphics/display.h"
 #include "graphics/skin.h"
 #include "graphics/skin_list.h"
@@ -200,6 +201,7 @@ void Start(const Launch& launch) {
   BootLog(u"Opening MixerHandle...");
   SetDrawConstants();
   BootLog(u"Loading ConvDict...");
+  LoadTitleDictionary();
   RecCount = 0;
   RecCursor = 0;
   UserPlay = true;

@@ -54,6 +54,8 @@ void ResetChart() {
   BMSID = 0;
   lastObjPos = 0;
   MarqueeText.clear();
+  MarqueeGap = 0;
+  MarqueeConverted = false;
   CourseMode = false;
   CourseSong = 0;
   BasePos = 0;

@@ -106,6 +106,8 @@ inline int32_t BMSLengthMs = 0;
 inline int32_t BMSID = 0;  // how records and scores recognise a chart
 inline int32_t lastObjPos = 0;
 inline Text MarqueeText;
+inline int32_t MarqueeGap = 0;         // blanks that the skin asks for behind the title, part of the text
+inline bool MarqueeConverted = false;  // to the letters of the bitmap font
 
 // Courses.
 inline bool CourseMode = false;   // a course is being joined or played

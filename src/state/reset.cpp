@@ -19,6 +19,7 @@
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
+#include "state/titles.h"
 #include "state/transcript.h"
 
 namespace qlm {
@@ -42,6 +43,7 @@ void ResetState() {
   ResetSounds();
   ResetSurfaces();
   ResetMessage();
+  ResetTitles();
   transcript = nullptr;
 }
 

@@ -429,6 +429,16 @@ TEST_F(PreparationTest, MarqueeHasTheSkinsBlanksBehindIt) {
   EXPECT_EQ(MarqueeText, u"Song / Me   ");
 }
 
+TEST_F(PreparationTest, MarqueeIsConvertedForAPlayOnly) {
+  const std::vector<Text> chart = {u"#TITLE ギター", u"#ARTIST Me"};
+  TitleChars = 2;
+  Prepare(chart);
+  EXPECT_EQ(MarqueeText, u"ギター / Me  ");
+  GameState = kStatePlay;
+  Prepare(chart);
+  EXPECT_EQ(MarqueeText, u"GITA- / Me  ");
+}
+
 TEST_F(PreparationTest, MarqueeOfACourse) {
   CourseMode = true;
   TitleChars = 2;

@@ -237,9 +237,22 @@ TEST_F(ResetTest, MarqueeGetsTheGapOfThePlaysSkin) {
   ResetPlay();
   EXPECT_EQ(TitleChars, 3);
   EXPECT_EQ(MarqueeText, u"Song / Me   ");
-  CourseMode = true;
+  MarqueeText = u"COURSE MODE! ";
+  MarqueeGap = 1;
   ResetPlay();
   EXPECT_EQ(MarqueeText, u"COURSE MODE!   ");
+}
+
+// A chart from the command line is prepared outside a play, one from the lists inside; both are converted once.
+TEST_F(ResetTest, MarqueeIsInLettersOfTheFont) {
+  MarqueeText = u"ギター / Me";
+  ResetPlay();
+  EXPECT_EQ(MarqueeText, u"GITA- / Me");
+  EXPECT_TRUE(Logged(u"[Cvt2ASCII]: ギター / Me"));
+  log.clear();
+  ResetPlay();
+  EXPECT_EQ(MarqueeText, u"GITA- / Me");
+  for (const Text& line : log) EXPECT_FALSE(line.starts_with(u"[Cvt2ASCII]"));
 }
 
 TEST_F(ResetTest, WithoutAChartThereIsNoMarquee) {

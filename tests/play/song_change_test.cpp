@@ -1,6 +1,8 @@
 // Tests of the join of two songs of a course.
 #include "play/song_change.h"
 
+#include <algorithm>
+
 #include "base/log.h"
 #include "base/paths.h"
 #include "platform/clock.h"
@@ -67,6 +69,13 @@ TEST_F(SongChangeTest, MarqueeHasItsGap) {
   TitleChars = 5;
   ChangeSong(1);
   EXPECT_EQ(MarqueeText, u"Second / Quill     ");
+}
+
+TEST_F(SongChangeTest, MarqueeIsConvertedOnce) {
+  CourseSongs[1].title = u"ギター";
+  ChangeSong(1);
+  EXPECT_EQ(MarqueeText, u"GITA- / Quill");
+  EXPECT_EQ(std::count(log.begin(), log.end(), Text(u"[Cvt2ASCII]: ギター / Quill")), 1);
 }
 
 TEST_F(SongChangeTest, ExPtsReachedSoFarAreStored) {

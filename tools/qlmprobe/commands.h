@@ -11,6 +11,7 @@ constexpr int64_t kLongestSeconds = 3600;
 int ChartCommand(Arguments& arguments);
 int CourseCommand(Arguments& arguments);
 int HeaderCommand(Arguments& arguments);
+int TitleCommand(Arguments& arguments);
 int PlayCommand(Arguments& arguments);
 int FrameCommand(Arguments& arguments);
 int AudioCommand(Arguments& arguments);

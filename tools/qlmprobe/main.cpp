@@ -148,6 +148,13 @@ std::vector<Command> Commands() {
        probe::CourseCommand},
       {{"header", "The list entry that the library's header read makes.", "FILE [OPTION]...", 1, common},
        probe::HeaderCommand},
+      {{"title",
+        "What becomes of a title where only ASCII can be shown, stage by stage, and its two lines in the\n"
+        "song select.",
+        "TEXT [OPTION]...", 1,
+        Joined({Options{{.name = "--dict", .value = "FILE", .help = "puts in the words of this dictionary"}},
+                common})},
+       probe::TitleCommand},
       {{"play",
         "A whole play of a chart or a course (.qcl) on the virtual clock: figures, starts of sounds, tempo\n"
         "changes.",
