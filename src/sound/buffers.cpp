@@ -144,6 +144,11 @@ SoundBufferPtr CreateSndBuf(Text& path, platform::SoundDescription& description,
 
   SoundBufferPtr decoded;
   if (DecodeToBuffer(path, decoded, description, format) == kDecoded) {
+    soundFile.Close();
+    if (decoded == nullptr || OverLoadBudget(path)) {
+      error = platform::kSoundOutOfMemory;
+      return nullptr;
+    }
     DebugLog(Join(format.samplesPerSec, u"Hz ", format.bitsPerSample, u"bits ", format.channels, u"ch ",
                   format.bitsPerSample, u"bps ", format.avgBytesPerSec, u"byte/sec ", format.extraSize,
                   u"bytes"));

@@ -4,17 +4,14 @@
 #include <cstdint>
 
 #include "base/text.h"
+#include "sound/mp3_header.h"
 #include "state/sounds.h"
 
 namespace qlm {
 
-// What DecodeToBuffer answers.
-constexpr int32_t kDecoded = -1;         // the buffer is made and filled
-constexpr int32_t kDecodeFailed = 0;     // the caller takes the file for PCM
-constexpr int32_t kNotCompressed = 999;  // likewise
-
 // Tells whether the file at `path` is compressed, and if so decodes it whole into a new buffer, rewriting
-// `description` and `format`. The decoder is still to come: until then no file is compressed.
+// `description` and `format`. Gives kDecoded, kDecodeFailed or kNotCompressed; only the log tells of
+// failures.
 int32_t DecodeToBuffer(TextView path, SoundBufferPtr& buffer, platform::SoundDescription& description,
                        platform::SoundFormat& format);
 

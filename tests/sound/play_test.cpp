@@ -474,6 +474,7 @@ TEST_F(SystemSounds, AreLoadedAtStartInTheirOrder) {
   for (size_t i = 0; i < names.size(); ++i) {
     WriteSound(names[i], {static_cast<int16_t>(i + 1)});
     expected.push_back(Join(u"    CreateSndBuf:", names[i], u".wav"));
+    expected.push_back(u"    ファイルサイズが小さすぎます");
   }
   expected.push_back(u"    complete");
   InitDS(platform::SoundOutput::kOffline);

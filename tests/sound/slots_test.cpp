@@ -33,7 +33,8 @@ class SoundSlots : public SoundTest {
 TEST_F(SoundSlots, ALoadFillsTheSlotAndTellsOfIt) {
   const Text path = NameSound(31, u"kick.wav", Samples(11025, 1), 22050);
   loadwav(31);
-  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 31", u"CreateSndBuf:kick.wav", u"> complete in 0 ms"}));
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 31", u"CreateSndBuf:kick.wav", u"> RIFF WAVE Header detected.",
+                                    u"> Format ID = 1 : LinerPCM file", u"> complete in 0 ms"}));
   EXPECT_EQ(message.text, u"WAV LOAD: 1F (in 0ms)");
   EXPECT_EQ(WavHeldName[31], path);
   EXPECT_EQ(WavLoaded[31], 255);
@@ -138,7 +139,8 @@ TEST_F(SoundSlots, ACorrectedNameHoldsUntilTheChartIsReadAnew) {
   log.clear();
   WavFile[1] = given;
   loadwav(1);
-  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 1", u"CreateSndBuf:kick.mp3", u"> complete in 0 ms"}));
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 1", u"CreateSndBuf:kick.mp3", u"ファイルサイズが小さすぎます",
+                                    u"> complete in 0 ms"}));
 }
 
 TEST_F(SoundSlots, ACorrectedNameHoldsInACoursesTableToo) {
@@ -184,7 +186,7 @@ TEST_F(SoundSlots, AFormatThatFailsIsLoggedWithItsNumber) {
   file.data = "abcdef";
   WavFile[1] = WriteData(u"kick.wav", file.Bytes());
   loadwav(1);
-  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 1", u"CreateSndBuf:kick.wav",
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 1", u"CreateSndBuf:kick.wav", u"ファイルサイズが小さすぎます",
                                     u"> Err[-2005401500]: DSERR_BADFORMAT", u"> complete in 0 ms"}));
   EXPECT_EQ(WavLoaded[1], 0);
   EXPECT_EQ(WavHeldName[1], WavFile[1]);
@@ -285,7 +287,8 @@ TEST_F(SoundSlots, APlayedCourseLoadsTheSongsOwnFile) {
   CourseSong = 2;
   GameState = kStatePlay;
   loadwav(5);
-  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 5", u"CreateSndBuf:song.wav", u"> complete in 0 ms"}));
+  EXPECT_EQ(log, std::vector<Text>({u"loadwav: 5", u"CreateSndBuf:song.wav", u"ファイルサイズが小さすぎます",
+                                    u"> complete in 0 ms"}));
   EXPECT_TRUE(CourseWavLoaded[2][5]);
   EXPECT_EQ(Play(5, 1), Samples({2}));
   log.clear();
@@ -327,7 +330,7 @@ TEST_F(SoundSlots, ASongThatDoesNotNameTheSlotSilencesIt) {
 TEST_F(SoundSlots, ACourseSoundIsCreatedAtOnce) {
   NameCourseSound(3, 7, u"song.wav", {2});
   LoadCourseSound(3, 7);
-  EXPECT_EQ(log, std::vector<Text>({u"CreateSndBuf:song.wav"}));
+  EXPECT_EQ(log, std::vector<Text>({u"CreateSndBuf:song.wav", u"ファイルサイズが小さすぎます"}));
   EXPECT_TRUE(CourseWavLoaded[3][7]);
   ASSERT_NE(CourseWavBuffer[3][7], nullptr);
   CourseWavBuffer[3][7]->Play(false);
