@@ -1,6 +1,7 @@
 // The ranking of a play, and the entry of its name.
 #include "screens/name_entry.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -89,17 +90,28 @@ void DrawHeadings() {
   for (const Heading& heading : kTexts) DrawText(heading.x, kHeadings, heading.text, 0);
 }
 
+// The letters of a column stand closer where they would touch the next one, as far as they can still be read.
+void DrawBefore(int32_t next, int32_t x, int32_t y, TextView text) {
+  constexpr int32_t kClosest = -2;
+  constexpr int32_t kAir = 4;
+  const auto steps = std::max(static_cast<int32_t>(text.size()) - 1, 1);
+  const int32_t step = (next - kAir - x - SysFontW) / steps;
+  const int32_t spacing = std::clamp(step - SysFontW, kClosest, 0);
+  // The first letter is spaced, too.
+  DrawText(x - spacing, y, text, static_cast<float>(spacing));
+}
+
 void DrawRow(int32_t row, const ScoreEntry& entry) {
   const int32_t y = TopOf(row);
-  const auto number = [&](int32_t x, double value, int digits) {
-    if (const auto rounded = Round(value)) DrawText(x, y, Padded(*rounded, digits), 0);
+  const auto number = [&](int32_t x, int32_t next, double value, int digits) {
+    if (const auto rounded = Round(value)) DrawBefore(next, x, y, Padded(*rounded, digits));
   };
   DrawText(kName, y, platform::DecodeCp932({entry.name.data(), entry.name.size()}), 0);
-  number(kScore, double{entry.score}, 1);
-  number(kJPts, double{entry.jpts}, 5);
-  number(kCombo, entry.maxCombo, 3);
-  DrawText(kHiSpeed, y, Join(Fixed(double{entry.hiSpeed}, 1), u"x"), 0);
-  DrawText(kRealHiSpeed, y, Join(Fixed(double{entry.realHiSpeed}, 1), u"x"), 0);
+  number(kScore, kJPts, double{entry.score}, 1);
+  number(kJPts, kCombo, double{entry.jpts}, 5);
+  number(kCombo, kHiSpeed, entry.maxCombo, 3);
+  DrawBefore(kRealHiSpeed, kHiSpeed, y, Join(Fixed(double{entry.hiSpeed}, 1), u"x"));
+  DrawBefore(kClass, kRealHiSpeed, y, Join(Fixed(double{entry.realHiSpeed}, 1), u"x"));
   // A row never filled has no class.
   if (entry.name[0] != '\0' && entry.classIndex < RankLetters.size()) {
     DrawText(kClass, y, RankLetters[entry.classIndex], 0);
@@ -115,7 +127,8 @@ void DrawNewRow(int32_t row) {
   const int32_t cursor = kName + SysFontW * Len(scores.PlayerName);
   DrawText(kName, y, scores.PlayerName, 0);
   if (now % 1000 >= 501) DrawText(cursor, y, u"_", 0);
-  DrawNib(cursor + SysFontW, y + SysFontH);
+  // Behind the longest name, where its feather hides none of the names above.
+  DrawNib(kName + SysFontW * (static_cast<int32_t>(kLongestName) + 1), y + SysFontH);
   const double wobble = 6 * std::sin(now % 600 / kTurnMs * kWholeTurn);
   DrawText(kMark + static_cast<int32_t>(RoundHalfEven(wobble)), y, u"<<<", 0);
   DrawText(kHiSpeed, y, u"ENTER YOUR NAME", 0);

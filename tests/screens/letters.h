@@ -27,11 +27,12 @@ inline void GiveReadableLetters() {
 }
 
 // The text that begins at a place of the frame, up to `letters` of it; what is no letter is a blank. Blanks
-// at its end are left out.
-inline std::string TextAt(const Surface& frame, int32_t x, int32_t y, int32_t letters = 30) {
+// at its end are left out. Letters stand `step` pixels apart.
+inline std::string TextAt(const Surface& frame, int32_t x, int32_t y, int32_t letters = 30,
+                          int32_t step = kLetterWidth) {
   std::string text;
-  for (int32_t i = 0; i < letters && x + i * kLetterWidth < frame.Width(); ++i) {
-    const platform::Colour colour = frame.Pixel(x + i * kLetterWidth + 1, y + 1);
+  for (int32_t i = 0; i < letters && x + i * step < frame.Width(); ++i) {
+    const platform::Colour colour = frame.Pixel(x + i * step + 1, y + 1);
     const auto letter = static_cast<int32_t>(colour >> 16);
     text +=
         letter >= 33 && letter < 127 && colour == ColourOfLetter(letter) ? static_cast<char>(letter) : ' ';

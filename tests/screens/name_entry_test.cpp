@@ -235,10 +235,12 @@ TEST_F(NameFrame, TellsTheRankAndTheTable) {
   EXPECT_EQ(TextAt(*frame, 160, 80, 8), "1000");
   EXPECT_EQ(TextAt(*frame, 240, 80, 6), "00034");
   EXPECT_EQ(TextAt(*frame, 290, 80, 5), "007");
-  EXPECT_EQ(TextAt(*frame, 340, 80, 3), "-1.");  // the last letter of -1.0x lies under the next column
+  // Five letters of 8 pixels do not fit into the 30 of their column: they stand 6 apart.
+  EXPECT_EQ(TextAt(*frame, 340, 80, 5, 6), "-1.0x");
   EXPECT_EQ(TextAt(*frame, 370, 80, 4), "1.2x");
   EXPECT_EQ(TextAt(*frame, 420, 80, 2), "B");
-  EXPECT_EQ(TextAt(*frame, 240, 110, 6), "-00012");
+  // Six letters leave 2 pixels to the next column; 7 apart, they leave 7.
+  EXPECT_EQ(TextAt(*frame, 240, 110, 6, 7), "-00012");
   EXPECT_EQ(TextAt(*frame, 420, 110, 2), "") << "of a row never filled";
   // The row that was third is fourth.
   EXPECT_EQ(TextAt(*frame, 160, 170, 8), "800");
