@@ -199,6 +199,8 @@ void OpenJukebox(int32_t key) {
   const Text path = row->path;
   songSelect.jukeName = GetFileName(path);
   songSelect.clearCheckRow = 0;
+  // A list file that has gone leaves no row, rather than the jukeboxes in place of charts.
+  ClearList();
   LoadJukeList(path, true);
   StopPreviewTimer();
   if (lastSong < 0) {

@@ -291,6 +291,14 @@ TEST_F(OpenedJukebox, ControllersLane12CountsAsShift) {
   EXPECT_TRUE(EndlessRun);
 }
 
+TEST_F(OpenedJukebox, OneWhoseFileHasGoneEndsTheProgramToo) {
+  platform::DeleteFile(songList[1].path);
+  Press(kKeyEnter);
+  EXPECT_EQ(lastSong, -1);
+  EXPECT_EQ(closeWishes, 1);
+  EXPECT_EQ(GameState, kStateLists);
+}
+
 TEST_F(OpenedJukebox, EmptyOneEndsTheProgram) {
   platform::DeleteFile(songList[1].path);
   ClearList();
