@@ -8,6 +8,7 @@
 
 #include "base/hooks.h"
 #include "platform/clock.h"
+#include "screens/result_pieces.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/keys.h"
@@ -256,6 +257,23 @@ TEST_F(NameFrame, TheNewRowShowsTheNameBeingTypedAndABlinkingMark) {
   // in the middle.
   EXPECT_EQ(TextAt(*FrameAt(200), 300, 140, 3), "<<<");
   EXPECT_EQ(TextAt(*FrameAt(350), 306, 140, 3), "<<<");
+}
+
+// The nib is 48 wide and 64 high. Its point is at 112, behind eight letters and a blank from 40, and at the
+// foot of the first row's letters: its feather would reach from there to 32, past the ledger's top at 52.
+TEST_F(NameFrame, TheNibHidesNoNameAndStaysInTheLedger) {
+  constexpr platform::Colour kNib = 0xABCDEF;
+  ResultObj = std::make_shared<Surface>(304, 128);
+  ResultObj->Fill(kNibPiece, kNib);
+  Score[0] = 2000;
+  scores.PlayerName = u"";
+  const SurfacePtr frame = FrameAt(0);
+  EXPECT_NE(frame->Pixel(112, 51), kNib);
+  EXPECT_EQ(frame->Pixel(112, 52), kNib);
+  EXPECT_EQ(frame->Pixel(159, 95), kNib);
+  EXPECT_NE(frame->Pixel(111, 95), kNib);
+  EXPECT_NE(frame->Pixel(160, 95), kNib);
+  EXPECT_NE(frame->Pixel(112, 80 + kLetterHeight), kNib);
 }
 
 TEST_F(NameFrame, RanksHaveTheirEndings) {
