@@ -50,6 +50,7 @@ void chexec() {
   songSelect.repeatLast = now;
   ReleaseStage();
   songSelect.rowCursorTime = now;
+  songSelect.rowBeforeSort.reset();
   PlaySE(SE::kCursor);
   previewStop = true;
   // The row before may still be loading for its preview: this one does not wait for it.

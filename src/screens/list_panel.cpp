@@ -90,7 +90,7 @@ void DrawTitles(const SongEntry& song) {
 }
 
 void DrawSong() {
-  const SongEntry* const song = HeldRow();
+  const SongEntry* const song = PanelRow();
   if (song == nullptr) return;
   DrawTitles(*song);
   DrawStars(300, song->playLevel);
@@ -136,7 +136,7 @@ int32_t NameShake() {
 }
 
 void DrawCourse() {
-  const SongEntry* const course = HeldRow();
+  const SongEntry* const course = PanelRow();
   const auto line = [](int32_t left, int32_t top) { return Rect{left, top, kRight, top + 14}; };
   DrawLine(line(310, 240), u"[COURSE MODE]", kSmallFont, kTeal);
   DrawLine(line(310, 255), u"TITLE: ", kRowFont, kQuiet);
@@ -161,7 +161,7 @@ void DrawHint() {
 }
 
 void DrawJukebox() {
-  const SongEntry* const row = HeldRow();
+  const SongEntry* const row = PanelRow();
   DrawLine(kGenre, u"SELECT JUKEBOX", kRowFont, kTeal);
   if (row != nullptr) DrawLine(kTitle, row->title, kLargeFont, kWhite);
 }

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "state/song_select.h"
+
 namespace qlm {
 namespace {
 
@@ -25,6 +27,8 @@ const SongEntry* RowAt(int32_t index) {
 }
 
 const SongEntry* HeldRow() { return RowAt(listCursor); }
+
+const SongEntry* PanelRow() { return songSelect.rowBeforeSort ? &*songSelect.rowBeforeSort : HeldRow(); }
 
 bool RowCleared(int32_t index) { return MarkOf(songCleared, index); }
 bool RowHasRecord(int32_t index) { return MarkOf(songHasRecord, index); }

@@ -14,6 +14,9 @@ int32_t WrappedRow(int64_t row);
 const SongEntry* RowAt(int32_t index);
 // The row in hand, or null.
 const SongEntry* HeldRow();
+// The row that the panel tells of: the one in hand, and behind a sort, until the cursor moves, the one that
+// was.
+const SongEntry* PanelRow();
 // The marks of a row; false where the list has none.
 bool RowCleared(int32_t index);
 bool RowHasRecord(int32_t index);

@@ -84,25 +84,19 @@ bool ChangeOption(int32_t key) {
 
 // Lists.
 
+// The cursor stays, and the panel with what it showed, until the next move.
+void SortBy(void (*sort)(), TextView told) {
+  if (const SongEntry* const row = PanelRow()) songSelect.rowBeforeSort = *row;
+  sort();
+  ShowMessage(told);
+}
+
 bool SortList(int32_t key) {
-  // The cursor stays, and the panel with what it showed, until the next move.
   switch (key) {
-    case kKeyPad1:
-      SortByLevel();
-      ShowMessage(u"Sorted by LEVEL");
-      return true;
-    case kKeyPad2:
-      SortByGenre();
-      ShowMessage(u"Sorted by GENRE");
-      return true;
-    case kKeyPad3:
-      SortByTitle();
-      ShowMessage(u"Sorted by TITLE");
-      return true;
-    case kKeyPad4:
-      SortByArtist();
-      ShowMessage(u"Sorted by ARTIST");
-      return true;
+    case kKeyPad1: SortBy(SortByLevel, u"Sorted by LEVEL"); return true;
+    case kKeyPad2: SortBy(SortByGenre, u"Sorted by GENRE"); return true;
+    case kKeyPad3: SortBy(SortByTitle, u"Sorted by TITLE"); return true;
+    case kKeyPad4: SortBy(SortByArtist, u"Sorted by ARTIST"); return true;
     default: return false;
   }
 }
@@ -125,6 +119,7 @@ void StartCrossfade(uint8_t state) {
 void ShowCourses() {
   DebugLog(u">TAB Pressed - COURSE MODE");
   songSelect.clearCheckRow = 0;
+  songSelect.rowBeforeSort.reset();
   GameState = kStateCourses;
   CourseMode = true;
   ClearList();

@@ -4,8 +4,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "base/text.h"
+#include "state/lists.h"
 
 namespace qlm {
 
@@ -37,7 +39,8 @@ struct SongSelect {
   bool recordWordsSeen = false;    // the words for records show in every second frame
 
   // The row in hand.
-  uint32_t rowCursorTime = 0;  // clock of the last change of the cursor
+  uint32_t rowCursorTime = 0;              // clock of the last change of the cursor
+  std::optional<SongEntry> rowBeforeSort;  // what the panel shows from a sort to the next move
   Text titleMain;
   Text titleSub;
   Text jukeName;                  // file name of the list that is open

@@ -7,6 +7,7 @@
 #include "library/song_list.h"
 #include "platform/files.h"
 #include "platform/timers.h"
+#include "screens/list_rows.h"
 #include "screens/song_select.h"
 #include "state/chart.h"
 #include "state/courses.h"
@@ -117,6 +118,7 @@ TEST_F(SongSelectKeys, SortsMoveTheRowsUnderTheCursor) {
   EXPECT_EQ(message.text, u"Sorted by TITLE");
   EXPECT_EQ(listCursor, 2);
   EXPECT_EQ(songSelect.titleMain, u"a") << "the panel shows the row before, until the next move";
+  EXPECT_EQ(PanelRow()->playLevel, 2);
   Press(kKeyPad1);
   EXPECT_EQ(Titles(), "b C a") << "levels 0, 1, 2";
   EXPECT_EQ(message.text, u"Sorted by LEVEL");
@@ -132,6 +134,12 @@ TEST_F(SongSelectKeys, SortsMoveTheRowsUnderTheCursor) {
   Press(kKeyPad4);
   EXPECT_EQ(Titles(), "C b a");
   EXPECT_EQ(message.text, u"Sorted by ARTIST");
+  EXPECT_EQ(PanelRow()->playLevel, 2) << "the third sort later, still the row that was in hand";
+  Press(kKeyDown);
+  EXPECT_EQ(PanelRow(), HeldRow());
+  Press(kKeyPad1);
+  Press(kKeyTab);
+  EXPECT_EQ(PanelRow(), HeldRow());
 }
 
 TEST_F(SongSelectKeys, LockedListTakesEscAndNothingElse) {
