@@ -49,11 +49,9 @@ void TakeCurrent(Cursor& cursor, CourseFile& course) {
   course.rows = TakeRows(cursor, size_t{course.songs} + 1);
 }
 
-// Quirk: as if it were written in place, what a longer file holds behind the new bytes stays.
-bool Overwrite(TextView path, std::string bytes) {
-  const std::string old = platform::ReadFile(path).value_or(std::string());
-  if (old.size() > bytes.size()) bytes += old.substr(bytes.size());
-  return SaveFile(path, bytes);
+// Quirk: a course is written over the one before, so that a longer one leaves its end behind the songs.
+bool Write(TextView path, const CourseFile& course) {
+  return SaveFile(path, WrittenOver(path, CourseFileBytes(course)));
 }
 
 }  // namespace
@@ -97,7 +95,7 @@ void CourseLoad(TextView path, bool headOnly) {
   const std::optional<std::string> bytes = platform::ReadFile(path);
   if (!bytes) return;
   CourseFile course = ReadCourseFile(*bytes);
-  if (course.old) Overwrite(path, CourseFileBytes(course));
+  if (course.old) Write(path, course);
   TakeCourse(std::move(course), headOnly);
   if (!headOnly) DebugLog(u"course loaded.");
 }
@@ -110,7 +108,7 @@ bool CourseSave(TextView path) {
   course.length = courseLength;
   course.rows = CourseSongs;
   course.rows.resize(numsongs);
-  return Overwrite(path, CourseFileBytes(course));
+  return Write(path, course);
 }
 
 bool CourseDelete(TextView path) {

@@ -115,7 +115,7 @@ TEST_F(CourseFilesTest, RowsThatMemoryLacksAreWrittenEmpty) {
   EXPECT_TRUE(HasFields(ReadBytes(Path()), fields));
 }
 
-TEST_F(CourseFilesTest, ALongerFileKeepsItsTail) {
+TEST_F(CourseFilesTest, ALongerFileKeepsItsEnd) {
   TakeTwoSongs();
   const std::string bytes = Bytes(TwoSongs());
   Write(std::string(bytes.size(), 'x') + "tail");

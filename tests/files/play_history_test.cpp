@@ -54,9 +54,9 @@ TEST_F(PlayHistoryTest, SongOfACourseIsToldAsItsListHasIt) {
   CourseMode = true;
   CourseSongs.resize(2);
   CourseSongs[1].playLevel = 2;
-  CourseSongs[1].genre = u"Waltz";
-  CourseSongs[1].title = Text(u"夏");  // a bare literal of one letter alarms GCC 12 without a reason
-  CourseSongs[1].artist = u"you";
+  CourseSongs[1].genre = Text(u"Waltz");
+  CourseSongs[1].title = Text(u"夏");
+  CourseSongs[1].artist = Text(u"you");
   CourseSongs[1].lengthMs = 61'000;
   CourseSong = 1;
   writePlayList();
