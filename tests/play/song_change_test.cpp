@@ -189,6 +189,16 @@ TEST_F(SongChangeTest, EffectShowsTheTitlePicture) {
   EXPECT_EQ(FadeStart, kStart + 777);
 }
 
+TEST_F(SongChangeTest, WithoutTheEffectNoTitlePictureIsLoaded) {
+  WriteData(u"song\\stage.bmp", "never read");
+  CourseSongs[1].stageFile = u"stage.bmp";
+  CourseEffect = false;
+  DDStage = std::make_shared<Surface>(4, 4);
+  ChangeSong(1);
+  EXPECT_NE(DDStage, nullptr) << "the one before stays";
+  EXPECT_EQ(FadeState, kFadeNone);
+}
+
 TEST_F(SongChangeTest, EffectWithoutAPictureHasNoFade) {
   CourseEffect = true;
   DDStage = std::make_shared<Surface>(4, 4);
