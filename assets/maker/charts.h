@@ -1,4 +1,4 @@
-// The three charts of the stock song: who plays which notes with which finger.
+// The charts of a song, as its score plans them.
 #pragma once
 
 #include <string>

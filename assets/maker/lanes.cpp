@@ -23,11 +23,13 @@ const Measure& MeasureAt(const Score& score, int tick) {
 bool Kept(Keep keep, const Event& event, int tickInMeasure) {
   switch (keep) {
     case Keep::all: return true;
+    case Keep::eighths: return tickInMeasure % (quarter / 2) == 0;
     case Keep::quarters: return tickInMeasure % quarter == 0;
     case Keep::halves: return tickInMeasure % (2 * quarter) == 0;
     case Keep::accents:
-      return event.sample.voice == Voice::fieldAccent || event.sample.voice == Voice::fieldFlam ||
-             event.sample.voice == Voice::shortRoll || event.sample.voice == Voice::longRoll;
+      return event.sample.voice == Voice::drySnare || event.sample.voice == Voice::fieldAccent ||
+             event.sample.voice == Voice::fieldFlam || event.sample.voice == Voice::shortRoll ||
+             event.sample.voice == Voice::longRoll;
   }
   return false;
 }
@@ -65,8 +67,9 @@ class Layout {
     for (std::size_t i = 0; i < score_.events.size(); ++i) {
       const Event& event = score_.events[i];
       const Measure& measure = MeasureAt(score_, event.tick);
+      const std::vector<std::string>& places = task.sections;
       const bool here =
-          std::find(task.sections.begin(), task.sections.end(), measure.section) != task.sections.end();
+          places.empty() || std::find(places.begin(), places.end(), measure.section) != places.end();
       if (here && event.role == task.role && channels_[i] == background &&
           Kept(task.keep, event, event.tick - measure.tick)) {
         notes.push_back(i);

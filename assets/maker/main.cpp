@@ -1,4 +1,4 @@
-// The asset maker: writes the system sounds and a song from its score into a folder, and if asked to the
+// The asset maker: writes the system sounds, or a song from its score, into a folder, and if asked to the
 // song's mix.
 #include <cstdio>
 #include <filesystem>
@@ -76,8 +76,9 @@ int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path&
 
 int Usage() {
   std::fputs(
-      "usage: assetmaker SONG.score FOLDER [--mix FILE.wav]\n"
-      "Writes _qlmfiles/wav and, from its score, songs/SONG into FOLDER; --mix also writes the song as one "
+      "usage: assetmaker --system FOLDER\n"
+      "       assetmaker SONG.score FOLDER [--mix FILE.wav]\n"
+      "Writes _qlmfiles/wav, or songs/SONG from its score, into FOLDER; --mix also writes the song as one "
       "sound.\n",
       stderr);
   return 2;
@@ -85,6 +86,8 @@ int Usage() {
 
 int Run(int count, char** words) {
   fs::path score, folder, mix;
+  if (count == 3 && std::string_view(words[1]) == "--system")
+    return WriteSystemSounds(fs::path(words[2]) / "_qlmfiles" / "wav");
   for (int i = 1; i < count; ++i) {
     const std::string_view word = words[i];
     if (word == "--mix" && i + 1 < count) {
@@ -96,8 +99,7 @@ int Run(int count, char** words) {
     }
   }
   if (folder.empty()) return Usage();
-  const int status = WriteSystemSounds(folder / "_qlmfiles" / "wav");
-  return status != 0 ? status : WriteSong(score, folder / "songs" / score.stem(), mix);
+  return WriteSong(score, folder / "songs" / score.stem(), mix);
 }
 
 }  // namespace

@@ -55,10 +55,10 @@ std::optional<std::vector<Pitch>> OneChord(std::string_view name) {
   return pitches;
 }
 
-using Naming = std::optional<std::vector<Pitch>> (*)(std::string_view);
+}  // namespace
 
-std::optional<std::vector<Note>> ReadLine(std::string_view text, const std::vector<int>& barLengths,
-                                          Naming naming, NotationError& error) {
+std::optional<std::vector<Note>> ReadNamed(std::string_view text, const std::vector<int>& barLengths,
+                                           const Naming& naming, NotationError& error) {
   std::vector<Note> notes;
   std::size_t bar = 0;
   int tick = 0, barEnd = barLengths.empty() ? 0 : barLengths[0];
@@ -96,16 +96,14 @@ std::optional<std::vector<Note>> ReadLine(std::string_view text, const std::vect
   return notes;
 }
 
-}  // namespace
-
 std::optional<std::vector<Note>> ReadNotes(std::string_view text, const std::vector<int>& barLengths,
                                            NotationError& error) {
-  return ReadLine(text, barLengths, OneNote, error);
+  return ReadNamed(text, barLengths, OneNote, error);
 }
 
 std::optional<std::vector<Note>> ReadChords(std::string_view text, const std::vector<int>& barLengths,
                                             NotationError& error) {
-  return ReadLine(text, barLengths, OneChord, error);
+  return ReadNamed(text, barLengths, OneChord, error);
 }
 
 std::vector<Note> Transposed(std::vector<Note> notes, int semitones) {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,6 +41,14 @@ std::optional<std::vector<Note>> ReadNotes(std::string_view text, const std::vec
 // As ReadNotes; each chord lies close together around middle C.
 std::optional<std::vector<Note>> ReadChords(std::string_view text, const std::vector<int>& barLengths,
                                             NotationError& error);
+
+// What the words of a line stand for: the pitches of a name, none of them for a rest; nothing for an unknown
+// name.
+using Naming = std::function<std::optional<std::vector<Pitch>>(std::string_view name)>;
+
+// As ReadNotes, for lines whose words are names of another kind.
+std::optional<std::vector<Note>> ReadNamed(std::string_view text, const std::vector<int>& barLengths,
+                                           const Naming& naming, NotationError& error);
 
 // The same notes moved by so many semitones.
 std::vector<Note> Transposed(std::vector<Note> notes, int semitones);

@@ -25,6 +25,7 @@ class SampleBank {
 
  private:
   std::vector<Sample> samples_;
+  double level_ = 0;  // of the song
 };
 
 }  // namespace assetmaker

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "sections.h"
+#include "strokes.h"
 
 namespace assetmaker {
 namespace {
@@ -44,32 +45,6 @@ std::optional<std::vector<Note>> NotesOf(const Tune& tune, const std::vector<int
   return std::nullopt;
 }
 
-struct Stroke {
-  Role role;
-  Voice voice;
-};
-
-// What a character of a stroke line means; `step` is its sixteenth in the bar.
-std::optional<Stroke> StrokeNamed(char name, int step) {
-  switch (name) {
-    case 'X': return Stroke{Role::field, Voice::fieldAccent};
-    case 'x': return Stroke{Role::field, step % 2 == 0 ? Voice::fieldRight : Voice::fieldLeft};
-    case 'f': return Stroke{Role::field, Voice::fieldFlam};
-    case 'r': return Stroke{Role::field, Voice::shortRoll};
-    case 'R': return Stroke{Role::field, Voice::longRoll};
-    case 'B': return Stroke{Role::lowDrum, Voice::bassDrum};
-    case 'C': return Stroke{Role::metal, Voice::cymbals};
-    case 't': return Stroke{Role::metal, Voice::triangle};
-    case 'b': return Stroke{Role::brush, Voice::brushTap};
-    case 's': return Stroke{Role::brush, Voice::brushSweep};
-    case 'u': return Stroke{Role::pen, Voice::penUp};
-    case 'd': return Stroke{Role::pen, Voice::penDown};
-    case 'l': return Stroke{Role::pen, Voice::penLong};
-    case 'n': return Stroke{Role::tap, Voice::nibTap};
-    default: return std::nullopt;
-  }
-}
-
 // A bar of strokes without its blanks, and where it ends in the music.
 struct StrokeBar {
   std::string strokes;
@@ -85,7 +60,7 @@ std::optional<std::vector<StrokeBar>> StrokeBarsOf(const Music& music, int order
     if (name == ' ' || name == '\t' || name == '\n') continue;
     if (name == '|') {
       bars.push_back({std::exchange(bar, {}), at});
-    } else if (name == '.' || StrokeNamed(name, 0)) {
+    } else if (name == '.' || StrokeNamed(name)) {
       bar += name;
     } else {
       error = {LineOf(music, at), std::string("no stroke is called '") + name + "'"};
@@ -98,8 +73,15 @@ std::optional<std::vector<StrokeBar>> StrokeBarsOf(const Music& music, int order
   return std::nullopt;
 }
 
+bool Sounds(const Score& score, Voice voice) {
+  return std::any_of(score.events.begin(), score.events.end(),
+                     [=](const Event& event) { return event.sample.voice == voice; });
+}
+
 class Builder {
  public:
+  explicit Builder(SongHead head) { score_.head = std::move(head); }
+
   bool Add(const Section& section, ScoreError& error) {
     const int start = EndTick(score_);
     AddTempi(section, start);
@@ -108,6 +90,9 @@ class Builder {
     }
     for (const Music& strokes : section.strokes) {
       if (!AddStrokes(strokes, section, start, error)) return false;
+    }
+    for (const Show& show : section.shows) {
+      if (!AddShow(show, section, start, error)) return false;
     }
     int tick = start;
     for (std::size_t i = 0; i < section.barLengths.size(); ++i) {
@@ -176,6 +161,35 @@ class Builder {
     return true;
   }
 
+  // A show may end before its section does.
+  bool AddShow(const Show& show, const Section& section, int start, ScoreError& error) {
+    std::vector<int> barLengths = section.barLengths;
+    const std::string& text = show.music.text;
+    const auto bars = static_cast<std::size_t>(std::count(text.begin(), text.end(), '|'));
+    barLengths.resize(std::min(barLengths.size(), std::max<std::size_t>(bars, 1)));
+    NotationError wrong;
+    const auto pictures = ReadNamed(
+        text, barLengths, [this](std::string_view name) { return SlotsNamed(name); }, wrong);
+    if (!pictures) {
+      error = {text.empty() ? show.line : LineOf(show.music, wrong.at),
+               wrong.message + " (in the show of line " + std::to_string(show.line) + ')'};
+      return false;
+    }
+    for (const Note& picture : *pictures) {
+      score_.pictures.push_back({start + picture.tick, show.channel, picture.pitches.front()});
+    }
+    return true;
+  }
+
+  // The slot of a picture by its file's name without the ending.
+  std::optional<std::vector<int>> SlotsNamed(std::string_view name) const {
+    if (name == "R") return std::vector<int>{};
+    for (const auto& [slot, file] : score_.head.pictures) {
+      if (file.substr(0, file.rfind('.')) == name) return std::vector<int>{slot};
+    }
+    return std::nullopt;
+  }
+
   Score score_;
 };
 
@@ -195,13 +209,21 @@ double SecondsAt(const Score& score, int tick) {
 }
 
 std::optional<Score> ReadScore(std::string_view text, ScoreError& error) {
-  const std::optional<std::vector<Section>> sections = ReadSections(text, error);
-  if (!sections) return std::nullopt;
-  Builder builder;
-  for (const Section& section : *sections) {
+  std::optional<SongText> song = ReadSongText(text, error);
+  if (!song) return std::nullopt;
+  Builder builder(std::move(song->head));
+  for (const Section& section : song->sections) {
     if (!builder.Add(section, error)) return std::nullopt;
   }
-  return std::move(builder).Finished();
+  Score score = std::move(builder).Finished();
+  for (const ChartPlan& chart : score.head.charts) {
+    for (const IdleSound& idle : chart.idle) {
+      if (Sounds(score, idle.voice)) continue;
+      error = {chart.line, "an idle key of this chart has a stroke that the music never plays"};
+      return std::nullopt;
+    }
+  }
+  return score;
 }
 
 }  // namespace assetmaker

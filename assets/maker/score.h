@@ -1,25 +1,31 @@
 // A song in time: measures, tempo, and everything that sounds.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "notation.h"
+#include "plan.h"
 #include "voices.h"
 
 namespace assetmaker {
 
-// What a sound does in the music; charts choose by it what lies under the hands.
-enum class Role { melody, harmony, bells, chords, pad, bass, field, lowDrum, metal, brush, pen, tap };
-
-enum class SectionName { prelude, theme, themeAgain, answer, bridge, turn, finale, coda };
+// What a song says about itself.
+struct SongHead {
+  std::string title, genre;  // in code page 932
+  std::string stageFile;
+  double level = 0;  // dB by which its voices are louder than those of a song without a level
+  std::map<int, std::string> pictures;  // files by slot
+  std::vector<ChartPlan> charts;
+};
 
 struct Measure {
   int tick;    // where it begins
   int length;  // in ticks; `wholeNote` unless it is a short one
-  SectionName section;
+  std::string section;
   int inSection;  // 0 for the first measure of its section
 };
 
@@ -35,10 +41,19 @@ struct TempoChange {
   double tempo;
 };
 
+// A picture that is shown from this tick on.
+struct PictureChange {
+  int tick;
+  int channel;  // of the chart
+  int slot;
+};
+
 struct Score {
+  SongHead head;
   std::vector<Measure> measures;
   std::vector<TempoChange> tempi;  // the first is at tick 0
   std::vector<Event> events;       // in order of time
+  std::vector<PictureChange> pictures;
 };
 
 // The tick behind the last measure.

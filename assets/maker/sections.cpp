@@ -7,6 +7,9 @@
 #include <map>
 #include <utility>
 
+#include "code_page.h"
+#include "strokes.h"
+
 namespace assetmaker {
 namespace {
 
@@ -37,16 +40,7 @@ std::optional<T> Named(const Names<T, N>& names, std::string_view name) {
   return std::nullopt;
 }
 
-constexpr Names<SectionName, 8> sectionNames = {{{"prelude", SectionName::prelude},
-                                                 {"theme", SectionName::theme},
-                                                 {"theme-again", SectionName::themeAgain},
-                                                 {"answer", SectionName::answer},
-                                                 {"bridge", SectionName::bridge},
-                                                 {"turn", SectionName::turn},
-                                                 {"finale", SectionName::finale},
-                                                 {"coda", SectionName::coda}}};
-
-constexpr Names<Role, 12> roleNames = {{{"melody", Role::melody},
+constexpr Names<Role, 13> roleNames = {{{"melody", Role::melody},
                                         {"harmony", Role::harmony},
                                         {"bells", Role::bells},
                                         {"chords", Role::chords},
@@ -57,12 +51,29 @@ constexpr Names<Role, 12> roleNames = {{{"melody", Role::melody},
                                         {"metal", Role::metal},
                                         {"brush", Role::brush},
                                         {"pen", Role::pen},
-                                        {"tap", Role::tap}}};
+                                        {"tap", Role::tap},
+                                        {"scratch", Role::scratch}}};
 
 constexpr Names<Reading, 4> readings = {{{"notes", Reading::notes},
                                          {"chords", Reading::chords},
                                          {"struck", Reading::struck},
                                          {"broken", Reading::broken}}};
+
+constexpr Names<Keep, 5> keeps = {{{"all", Keep::all},
+                                   {"eighths", Keep::eighths},
+                                   {"quarters", Keep::quarters},
+                                   {"halves", Keep::halves},
+                                   {"accents", Keep::accents}}};
+
+constexpr Names<Fingering, 3> fingerings = {
+    {{"contour", Fingering::contour}, {"rhythm", Fingering::rhythm}, {"turntable", Fingering::turntable}}};
+
+// Channels of a chart.
+constexpr Names<int, 3> pictureChannels = {{{"base", 4}, {"miss", 6}, {"layer", 7}}};
+
+const Hand fiveKeys = {{11, 12, 13, 14, 15}, 16};
+const Hand sevenKeys = {{11, 12, 13, 14, 15, 18, 19}, 16};
+const Hand rightHand = {{21, 22, 23, 24, 25, 28, 29}, 26};
 
 template <typename T>
 std::optional<T> Number(std::string_view word, T least, T most) {
@@ -72,6 +83,13 @@ std::optional<T> Number(std::string_view word, T least, T most) {
   const bool inRange = number >= least && number <= most;  // what is no number is in no range
   if (error != std::errc() || stop != end || !inRange) return std::nullopt;
   return number;
+}
+
+std::optional<int> Hexadecimal(std::string_view word) {
+  int number = 0;
+  const char* const end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, number, 16);
+  return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
 }
 
 std::string Quoted(std::string_view word) { return '"' + std::string(word) + '"'; }
@@ -86,18 +104,21 @@ class Reader {
     const std::size_t start = line.find_first_not_of(blanks);
     // Lines that say nothing count too, so that a place in the music tells its line.
     const bool silent = start == std::string_view::npos || line[start] == '#';
+    if (inChart_ && silent) return true;
+    if (inChart_ && start > 0) return TakeChartLine(WordsOf(line));
     if (silent || start > 0) return TakeMusic(silent ? std::string_view() : line);
     music_ = nullptr;
+    inChart_ = false;
     return TakeOrder(WordsOf(line));
   }
 
   // Behind the last line.
   bool Finish() {
     if (sections_.empty()) return Fail("there is no section");
-    return CloseSection();
+    return CloseSection() && ChartsNameSections();
   }
 
-  std::vector<Section> Sections() && { return std::move(sections_); }
+  SongText Song() && { return {std::move(head_), std::move(sections_)}; }
 
  private:
   using Words = std::vector<std::string_view>;
@@ -116,16 +137,147 @@ class Reader {
   }
 
   bool TakeOrder(const Words& words) {
+    if (words[0] == "title") return TakeText(words, head_.title);
+    if (words[0] == "genre") return TakeText(words, head_.genre);
+    if (words[0] == "stage") return TakeText(words, head_.stageFile);
+    if (words[0] == "level") return TakeLevel(words);
+    if (words[0] == "picture") return TakePicture(words);
+    if (words[0] == "chart") return TakeChart(words);
     if (words[0] == "line") return TakeLine(words);
     if (words[0] == "section") return TakeSection(words);
-    const bool ofSection =
-        words[0] == "beats" || words[0] == "tempo" || words[0] == "part" || words[0] == "strokes";
+    const bool ofSection = words[0] == "beats" || words[0] == "tempo" || words[0] == "part" ||
+                           words[0] == "strokes" || words[0] == "show";
     if (!ofSection) return Fail("no order is called " + Quoted(words[0]));
     if (sections_.empty()) return Fail(Quoted(words[0]) + " stands before the first section");
     if (words[0] == "beats") return TakeBeats(words);
     if (words[0] == "tempo") return TakeTempo(words);
     if (words[0] == "part") return TakePart(words);
+    if (words[0] == "show") return TakeShow(words);
     return TakeStrokes(words);
+  }
+
+  bool TakeText(const Words& words, std::string& text) {
+    if (words.size() != 2) return Fail("behind " + Quoted(words[0]) + " stands one word");
+    const auto converted = InCodePage932(words[1]);
+    if (!converted) return Fail(Quoted(words[1]) + " has letters that a chart cannot hold");
+    text = *converted;
+    return true;
+  }
+
+  bool TakeLevel(const Words& words) {
+    const auto level = words.size() == 2 ? Number(words[1], -20.0, 20.0) : std::nullopt;
+    if (!level) return Fail("behind level stands a number of decibels from -20 to 20");
+    head_.level = *level;
+    return true;
+  }
+
+  // One picture, or a row of them: "page0.bmp to 16" are page0.bmp to page16.bmp, in one slot after another.
+  bool TakePicture(const Words& words) {
+    const bool row = words.size() == 5 && words[3] == "to";
+    if (words.size() != 3 && !row)
+      return Fail("it is written: picture SLOT FILE, or picture SLOT FILE to NUMBER");
+    const auto slot = Hexadecimal(words[1]);
+    if (!slot || *slot < 1 || *slot > 255) return Fail(Quoted(words[1]) + " is no slot from 01 to FF");
+    if (!row) return PutPicture(*slot, std::string(words[2]));
+    const std::size_t dot = std::min(words[2].rfind('.'), words[2].size());
+    const std::size_t digits = words[2].substr(0, dot).find_last_not_of("0123456789") + 1;
+    const auto first = Number(words[2].substr(digits, dot - digits), 0, 254);
+    const auto last = first ? Number(words[4], *first, *first + 255 - *slot) : std::nullopt;
+    if (!last) return Fail("such a row of pictures does not fit");
+    for (int n = *first; n <= *last; ++n) {
+      const std::string file =
+          std::string(words[2].substr(0, digits)) + std::to_string(n) + std::string(words[2].substr(dot));
+      if (!PutPicture(*slot + n - *first, file)) return false;
+    }
+    return true;
+  }
+
+  bool PutPicture(int slot, const std::string& file) {
+    return head_.pictures.emplace(slot, file).second ||
+           Fail("two pictures share the slot of " + Quoted(file));
+  }
+
+  bool TakeChart(const Words& words) {
+    const bool written = words.size() == 11 && words[3] == "keys" && words[5] == "level" &&
+                         words[7] == "rank" && words[9] == "total";
+    if (!written) return Fail("it is written: chart FILE SUFFIX keys 7 level 5 rank 2 total 280");
+    const auto keys = Number(words[4], 5, 14), level = Number(words[6], 1, 99), rank = Number(words[8], 0, 3),
+               total = Number(words[10], 1, 9999);
+    if (!keys || (*keys != 5 && *keys != 7 && *keys != 14)) return Fail("a chart has 5, 7 or 14 keys");
+    if (!level || !rank || !total) return Fail("level is 1 to 99, rank 0 to 3, total 1 to 9999");
+    head_.charts.push_back(
+        {line_, std::string(words[1]), std::string(words[2]), *keys, *level, *rank, *total, {}, {}});
+    inChart_ = true;
+    return true;
+  }
+
+  bool TakeChartLine(const Words& words) { return words[0] == "idle" ? TakeIdle(words) : TakeTask(words); }
+
+  bool TakeIdle(const Words& words) {
+    const auto stroke = words.size() > 3 && words[1].size() == 1 ? StrokeNamed(words[1][0]) : std::nullopt;
+    if (!stroke || words[2] != "in") return Fail("it is written: idle STROKE in SECTION");
+    head_.charts.back().idle.push_back({stroke->voice, {words.begin() + 3, words.end()}});
+    return true;
+  }
+
+  bool TakeTask(const Words& words) {
+    if (words.size() < 3) return Fail("it is written: ROLE WHICH FINGERING");
+    const auto role = Named(roleNames, words[0]);
+    if (!role) return Fail("no role is called " + Quoted(words[0]));
+    const auto keep = Named(keeps, words[1]);
+    if (!keep) return Fail(Quoted(words[1]) + " is none of all, eighths, quarters, halves and accents");
+    const auto fingering = Named(fingerings, words[2]);
+    if (!fingering) return Fail(Quoted(words[2]) + " is none of contour, rhythm and turntable");
+    ChartPlan& chart = head_.charts.back();
+    Task task = {{}, *role, *keep, *fingering, chart.keys == 5 ? fiveKeys : sevenKeys};
+    std::size_t at = 3;
+    if (at < words.size() && chart.keys == 14 && words[at] == "right") task.hand = rightHand, ++at;
+    if (at + 1 < words.size() && words[at] == "most") {
+      const auto most = Number(words[at + 1], 1, 8);
+      if (!most) return Fail("behind most stands a number from 1 to 8");
+      task.most = *most;
+      at += 2;
+    }
+    if (at + 1 < words.size() && words[at] == "in") {
+      task.sections = {words.begin() + static_cast<std::ptrdiff_t>(at) + 1, words.end()};
+      at = words.size();
+    }
+    if (at < words.size()) return Fail("this line has more words than it takes: " + Quoted(words[at]));
+    chart.tasks.push_back(std::move(task));
+    return true;
+  }
+
+  bool ChartsNameSections() {
+    const auto known = [this](const std::vector<std::string>& names) {
+      return std::all_of(names.begin(), names.end(), [this](const std::string& name) {
+        return std::any_of(sections_.begin(), sections_.end(),
+                           [&](const Section& section) { return section.name == name; });
+      });
+    };
+    for (const ChartPlan& chart : head_.charts) {
+      const bool all = std::all_of(chart.tasks.begin(), chart.tasks.end(),
+                                   [&](const Task& task) { return known(task.sections); }) &&
+                       std::all_of(chart.idle.begin(), chart.idle.end(),
+                                   [&](const IdleSound& sound) { return known(sound.sections); });
+      if (!all) return FailAt(chart.line, "this chart names a section that there is not");
+    }
+    return true;
+  }
+
+  bool TakeShow(const Words& words) {
+    const auto channel =
+        words.size() == 2 || words.size() == 3 ? Named(pictureChannels, words[1]) : std::nullopt;
+    if (!channel) return Fail("it is written: show base, show layer or show miss");
+    std::vector<Show>& shows = sections_.back().shows;
+    shows.push_back({line_, *channel, {}});
+    if (words.size() == 2) {
+      music_ = &shows.back().music;
+      return true;
+    }
+    const auto line = lines_.find(words[2]);
+    if (line == lines_.end()) return Fail("no line above is called " + Quoted(words[2]));
+    shows.back().music = line->second;
+    return true;
   }
 
   bool TakeLine(const Words& words) {
@@ -138,9 +290,8 @@ class Reader {
 
   bool TakeSection(const Words& words) {
     if (!sections_.empty() && !CloseSection()) return false;
-    const auto name = words.size() == 2 ? Named(sectionNames, words[1]) : std::nullopt;
-    if (!name) return Fail("it is written: section NAME, with one of the names that the file's head lists");
-    sections_.push_back({line_, *name, 0, {}, {}, {}, {}});
+    if (words.size() != 2) return Fail("it is written: section NAME");
+    sections_.push_back({line_, std::string(words[1]), 0, {}, {}, {}, {}, {}});
     return true;
   }
 
@@ -233,6 +384,8 @@ class Reader {
 
   ScoreError& error_;
   int line_ = 0;
+  bool inChart_ = false;
+  SongHead head_;
   Music* music_ = nullptr;                           // that of the last order, if it takes any
   std::map<std::string, Music, std::less<>> lines_;  // by name
   std::vector<Section> sections_;
@@ -241,7 +394,7 @@ class Reader {
 
 }  // namespace
 
-std::optional<std::vector<Section>> ReadSections(std::string_view text, ScoreError& error) {
+std::optional<SongText> ReadSongText(std::string_view text, ScoreError& error) {
   Reader reader(error);
   while (!text.empty()) {
     std::string_view line = text.substr(0, text.find('\n'));
@@ -250,7 +403,7 @@ std::optional<std::vector<Section>> ReadSections(std::string_view text, ScoreErr
     if (!reader.Take(line)) return std::nullopt;
   }
   if (!reader.Finish()) return std::nullopt;
-  return std::move(reader).Sections();
+  return std::move(reader).Song();
 }
 
 }  // namespace assetmaker

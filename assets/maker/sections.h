@@ -1,4 +1,4 @@
-// A song as its composer writes it down: the sections of a score file.
+// A song as its composer writes it down: the head and the sections of a score file.
 #pragma once
 
 #include <optional>
@@ -41,18 +41,31 @@ struct Nudge {
   double tempo;
 };
 
+// What is seen on a channel of pictures.
+struct Show {
+  int line;  // of its order in the file
+  int channel;
+  Music music;  // names of pictures, as long as they are to be seen
+};
+
 struct Section {
   int line;  // of its order in the file
-  SectionName name;
+  std::string name;
   double tempo = 0;
   std::vector<int> barLengths;  // in ticks
   std::vector<Tune> tunes;
   std::vector<Music> strokes;
   std::vector<Nudge> nudges;
+  std::vector<Show> shows;
+};
+
+struct SongText {
+  SongHead head;
+  std::vector<Section> sections;
 };
 
 // Reads a score file; the head of assets/songs/march.score explains what one holds. Whether bars add up is
 // not looked at. On an error nothing is returned and `error` is set.
-std::optional<std::vector<Section>> ReadSections(std::string_view text, ScoreError& error);
+std::optional<SongText> ReadSongText(std::string_view text, ScoreError& error);
 
 }  // namespace assetmaker

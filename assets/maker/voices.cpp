@@ -6,8 +6,10 @@
 
 #include "desk.h"
 #include "drums.h"
+#include "glass.h"
 #include "instruments.h"
 #include "loudness.h"
+#include "synthesiser.h"
 
 namespace assetmaker {
 namespace {
@@ -54,6 +56,22 @@ Part PartOf(Voice voice) {
     case Voice::bells: return {"bells", -10, rings, [](Pitch p, double) { return Glockenspiel(p); }};
     case Voice::bass: return {"bass", -4.5, rings, [](Pitch p, double) { return PluckedBass(p, 0.9); }};
     case Voice::timpani: return {"timpani", -6, rings, [](Pitch p, double) { return Timpani(p); }};
+    case Voice::nightPiano:
+      return {"nightpiano", 0, held, [](Pitch p, double s) { return NightPiano(p, s, 0.8); }};
+    case Voice::nightBroken:
+      return {"nightbroken", -9, rings, [](Pitch p, double) { return NightPiano(p, 0.8, 0.2); }};
+    case Voice::bowedGlass: return {"glass", -3, held, [](Pitch p, double s) { return BowedGlass(p, s); }};
+    case Voice::farGlass: return {"farglass", -13, held, [](Pitch p, double s) { return BowedGlass(p, s); }};
+    case Voice::struckGlass:
+      return {"struckglass", -7, rings, [](Pitch p, double) { return StruckGlass(p); }};
+    case Voice::slowBass: return {"slowbass", -4, held, [](Pitch p, double s) { return SlowBass(p, s); }};
+    case Voice::pluck: return {"pluck", 0, rings, [](Pitch p, double) { return Pluck(p, 0.8); }};
+    case Voice::roundPluck: return {"roundpluck", -5, rings, [](Pitch p, double) { return Pluck(p, 0.1); }};
+    case Voice::highPluck: return {"highpluck", -7, rings, [](Pitch p, double) { return Pluck(p, 0.5); }};
+    case Voice::reed: return {"reed", -1.5, held, [](Pitch p, double s) { return Reed(p, 0.9 * s); }};
+    case Voice::sawStab: return {"sawstab", -8, held, [](Pitch p, double s) { return SawStab(p, 0.7 * s); }};
+    case Voice::sawPad: return {"sawpad", -13, held, [](Pitch p, double s) { return SawPad(p, s); }};
+    case Voice::synthBass: return {"synthbass", -3.5, rings, [](Pitch p, double) { return SynthBass(p); }};
     case Voice::fieldAccent:
       return {"field-accent", -3.5, rings, [](Pitch, double) { return FieldStroke(1, 1); }};
     case Voice::fieldLeft:
@@ -77,6 +95,14 @@ Part PartOf(Voice voice) {
     case Voice::penLong:
       return {"pen-long", -7, rings, [](Pitch, double) { return PenStroke(0.85, 0.6, 23); }};
     case Voice::nibTap: return {"nib-tap", -5, rings, [](Pitch, double) { return NibTap(24); }};
+    case Voice::inkDrop: return {"drop", -6, rings, [](Pitch, double) { return InkDrop(); }};
+    case Voice::swirl: return {"swirl", -7, rings, [](Pitch, double) { return Swirl(); }};
+    case Voice::dryKick: return {"kick", -2, rings, [](Pitch, double) { return DryKick(); }};
+    case Voice::drySnare: return {"snare", -2, rings, [](Pitch, double) { return DrySnare(); }};
+    case Voice::closedHat: return {"hat", -10, rings, [](Pitch, double) { return Hat(0.06); }};
+    case Voice::openHat: return {"openhat", -9, rings, [](Pitch, double) { return Hat(0.24); }};
+    case Voice::scratchForth: return {"scratch-forth", -4, rings, [](Pitch, double) { return Scratch(1); }};
+    case Voice::scratchBack: return {"scratch-back", -4, rings, [](Pitch, double) { return Scratch(-1); }};
   }
   return {"", 0, rings, [](Pitch, double) { return Sound{}; }};
 }
@@ -84,7 +110,7 @@ Part PartOf(Voice voice) {
 }  // namespace
 
 std::optional<Voice> PitchedVoiceNamed(std::string_view name) {
-  for (int voice = 0; voice <= static_cast<int>(Voice::timpani); ++voice) {
+  for (int voice = 0; voice <= static_cast<int>(Voice::synthBass); ++voice) {
     if (PartOf(static_cast<Voice>(voice)).name == name) return static_cast<Voice>(voice);
   }
   return std::nullopt;
@@ -97,14 +123,14 @@ std::string FileName(const Sample& sample) {
   return name + ".wav";
 }
 
-Sound Render(const Sample& sample) {
+Sound Render(const Sample& sample, double level) {
   constexpr double inaudible = 0.001;
   const Part part = PartOf(sample.voice);
   const double seconds = sample.centiseconds / 100.0;
   Sound sound;
   if (sample.pitches.empty()) sound = part.play(0, seconds);
   for (const Pitch pitch : sample.pitches) Mix(sound, part.play(pitch, seconds));
-  sound = AtLoudness(std::move(sound), tune + part.loudness);
+  sound = AtLoudness(std::move(sound), tune + part.loudness + level);
   TrimTail(sound, inaudible);
   return sound;
 }

@@ -1,4 +1,4 @@
-// Who plays in the stock song: each voice is an instrument in one role, at one loudness.
+// Who plays in the stock songs: each voice is an instrument in one role, at one loudness.
 #pragma once
 
 #include <optional>
@@ -25,6 +25,19 @@ enum class Voice {
   bells,
   bass,
   timpani,
+  nightPiano,
+  nightBroken,
+  bowedGlass,
+  farGlass,
+  struckGlass,
+  slowBass,
+  pluck,
+  roundPluck,
+  highPluck,
+  reed,
+  sawStab,
+  sawPad,
+  synthBass,
   // Struck, drawn, tapped
   fieldAccent,
   fieldLeft,
@@ -41,6 +54,14 @@ enum class Voice {
   penDown,
   penLong,
   nibTap,
+  inkDrop,
+  swirl,
+  dryKick,
+  drySnare,
+  closedHat,
+  openHat,
+  scratchForth,
+  scratchBack,
 };
 
 // The pitched voice of a name, which its samples' files begin with: "softpiano". Nothing for any other name.
@@ -58,8 +79,8 @@ struct Sample {
 // The name of its file, without the folder.
 std::string FileName(const Sample& sample);
 
-// The finished sound, at its loudness in the mix.
-Sound Render(const Sample& sample);
+// The finished sound, at its loudness in the mix; `level` dB more than the voice's own.
+Sound Render(const Sample& sample, double level = 0);
 
 // Whether the voice rings on by itself, so that its notes differ in pitch only.
 bool RingsFreely(Voice voice);
