@@ -42,7 +42,7 @@ Sound Pluck(Pitch pitch, double edge) {
   for (const double side : {-1.0, 1.0}) {
     Tone tone = Saw(pitch, seconds, 0.72 + 0.2 * edge, 0.25, 0.07 + 0.05 * edge);
     tone.bend = Constant(5 * side);
-    tone.phase = side > 0 ? 0.0 : 0.02;
+    tone.phase = side > 0 ? 0.0 : 0.37;  // apart, so that their edges do not add up
     tone.level = [](double time) { return Onset(time, 0.0008) * std::exp(-time / 0.2); };
     Wave wave = Sustain(tone);
     FadeOut(wave, seconds * 0.4);

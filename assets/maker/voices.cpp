@@ -97,12 +97,12 @@ Part PartOf(Voice voice) {
     case Voice::nibTap: return {"nib-tap", -5, rings, [](Pitch, double) { return NibTap(24); }};
     case Voice::inkDrop: return {"drop", -6, rings, [](Pitch, double) { return InkDrop(); }};
     case Voice::swirl: return {"swirl", -7, rings, [](Pitch, double) { return Swirl(); }};
-    case Voice::dryKick: return {"kick", -2, rings, [](Pitch, double) { return DryKick(); }};
-    case Voice::drySnare: return {"snare", -2, rings, [](Pitch, double) { return DrySnare(); }};
+    case Voice::dryKick: return {"kick", -4, rings, [](Pitch, double) { return DryKick(); }};
+    case Voice::drySnare: return {"snare", -4, rings, [](Pitch, double) { return DrySnare(); }};
     case Voice::closedHat: return {"hat", -10, rings, [](Pitch, double) { return Hat(0.06); }};
     case Voice::openHat: return {"openhat", -9, rings, [](Pitch, double) { return Hat(0.24); }};
-    case Voice::scratchForth: return {"scratch-forth", -4, rings, [](Pitch, double) { return Scratch(1); }};
-    case Voice::scratchBack: return {"scratch-back", -4, rings, [](Pitch, double) { return Scratch(-1); }};
+    case Voice::scratchForth: return {"scratch-forth", -5, rings, [](Pitch, double) { return Scratch(1); }};
+    case Voice::scratchBack: return {"scratch-back", -5, rings, [](Pitch, double) { return Scratch(-1); }};
   }
   return {"", 0, rings, [](Pitch, double) { return Sound{}; }};
 }
