@@ -76,7 +76,9 @@ Sound BowedGlass(Pitch pitch, double seconds) {
     tone.seconds = seconds + release;
     tone.phase = 0.31 * static_cast<double>(i);
     tone.level = [=](double time) {
-      return Onset(time, 0.16) * (0.85 + 0.15 * std::sin(tau * (2.1 + 0.4 * place) * time));
+      const double start =
+          0.3 * Onset(time, 0.008) + 0.7 * Onset(time, 0.16);  // the finger catches, then it sings
+      return start * (0.85 + 0.15 * std::sin(tau * (2.1 + 0.4 * place) * time));
     };
     tone.brightness = [](double time) { return 0.05 + 0.11 * Onset(time, 0.4); };
     tone.bend = [=](double) { return cents[i]; };

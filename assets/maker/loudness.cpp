@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+#include <vector>
 
 #include "filters.h"
 
@@ -39,6 +41,74 @@ Sound AtLoudness(Sound sound, double loudness) {
   const double wanted = Decibels(loudness - Loudness(sound));
   Scale(sound, std::min(wanted, Decibels(highestPeak) / peak));
   return sound;
+}
+
+namespace {
+
+double Lufs(double power) { return power > 0 ? -0.691 + 10 * std::log10(power) : silence; }
+
+// The mean of the powers that are louder than so many LUFS.
+double MeanAbove(const std::vector<double>& powers, double floor) {
+  double sum = 0;
+  int count = 0;
+  for (const double power : powers) {
+    if (Lufs(power) > floor) sum += power, ++count;
+  }
+  return count > 0 ? sum / count : 0;
+}
+
+// The value a fraction of a sample behind sample `at`, by a windowed sinc.
+double Between(const Wave& wave, std::size_t at, double fraction) {
+  constexpr int reach = 12;
+  double sum = 0;
+  for (int n = 1 - reach; n <= reach; ++n) {
+    const auto place = static_cast<std::ptrdiff_t>(at) + n;
+    if (place < 0 || place >= static_cast<std::ptrdiff_t>(wave.size())) continue;
+    const double x = std::numbers::pi * (n - fraction);
+    const double window = 0.5 + 0.5 * std::cos(x / reach);
+    sum += wave[static_cast<std::size_t>(place)] * std::sin(x) / x * window;
+  }
+  return sum;
+}
+
+double TruePeak(const Wave& wave) {
+  const double highest = Peak(wave);
+  double peak = highest;
+  for (std::size_t i = 0; i + 1 < wave.size(); ++i) {
+    // Between two low samples the curve does not rise above the highest.
+    if (std::max(std::fabs(wave[i]), std::fabs(wave[i + 1])) < 0.5 * highest) continue;
+    for (const double fraction : {0.25, 0.5, 0.75})
+      peak = std::max(peak, std::fabs(Between(wave, i, fraction)));
+  }
+  return peak;
+}
+
+}  // namespace
+
+double ProgrammeLoudness(const Sound& sound) {
+  Sound weighted = sound;
+  Apply(Biquad::HighShelf(1500, 4), weighted);
+  Apply(Biquad::HighPass(38, 0.5), weighted);
+  const std::size_t hop = Samples(0.1);
+  std::vector<double> hops;
+  for (std::size_t start = 0; start + hop <= weighted.left.size(); start += hop) {
+    double energy = 0;
+    for (std::size_t i = start; i < start + hop; ++i) {
+      energy += static_cast<double>(weighted.left[i]) * weighted.left[i] +
+                static_cast<double>(weighted.right[i]) * weighted.right[i];
+    }
+    hops.push_back(energy / static_cast<double>(hop));
+  }
+  std::vector<double> blocks;
+  for (std::size_t i = 0; i + 4 <= hops.size(); ++i) {
+    blocks.push_back((hops[i] + hops[i + 1] + hops[i + 2] + hops[i + 3]) / 4);
+  }
+  constexpr double absoluteFloor = -70, below = 10;
+  return Lufs(MeanAbove(blocks, std::max(absoluteFloor, Lufs(MeanAbove(blocks, absoluteFloor)) - below)));
+}
+
+double TruePeakDb(const Sound& sound) {
+  return 20 * std::log10(std::max(TruePeak(sound.left), TruePeak(sound.right)));
 }
 
 }  // namespace assetmaker

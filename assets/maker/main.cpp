@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "charts.h"
+#include "loudness.h"
 #include "mixdown.h"
 #include "system_sounds.h"
 #include "wav_file.h"
@@ -70,8 +71,10 @@ int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path&
     if (!WriteText(path, BmsText(named.chart, *score))) return Fail("cannot write " + path.string());
   }
   if (mixPath.empty()) return 0;
-  if (!WriteWav(mixPath, Mixdown(*score, bank, sounds))) return Fail("cannot write " + mixPath.string());
-  return 0;
+  const Sound mix = Mixdown(*score, bank, sounds);
+  std::printf("%s: %.1f LUFS, true peak %.1f dB\n", scorePath.stem().c_str(), ProgrammeLoudness(mix),
+              TruePeakDb(mix));
+  return WriteWav(mixPath, mix) ? 0 : Fail("cannot write " + mixPath.string());
 }
 
 int Usage() {

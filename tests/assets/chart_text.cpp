@@ -35,9 +35,9 @@ void ReadObjects(const std::string& line, ChartText& chart) {
 
 }  // namespace
 
-ChartText ReadChart(const std::string& name) {
+ChartText ReadChart(const std::filesystem::path& path) {
   ChartText chart;
-  chart.bytes = Bytes(March() / name);
+  chart.bytes = Bytes(path);
   for (std::size_t at = 0; at < chart.bytes.size();) {
     const std::size_t end = std::min(chart.bytes.find("\r\n", at), chart.bytes.size());
     chart.lines.push_back(chart.bytes.substr(at, end - at));

@@ -1,6 +1,7 @@
 // The stock charts taken apart, without any of the game's own reading.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
@@ -25,7 +26,7 @@ struct ChartText {
   int lastMeasure = 0;
 };
 
-ChartText ReadChart(const std::string& name);
+ChartText ReadChart(const std::filesystem::path& path);
 
 // A value as the two digits of its cell: the end of the command that gives its file or tempo.
 std::string Slot(int value);

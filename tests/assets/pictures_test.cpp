@@ -56,7 +56,7 @@ std::vector<std::uint32_t> PixelsOf(const std::string& name) {
 
 // The files that a channel of the 7-key chart shows.
 std::set<std::string> ShownOn(int channel) {
-  static const ChartText chart = ReadChart("march7.bme");
+  static const ChartText chart = ReadChart(March() / "march7.bme");
   std::set<std::string> files;
   for (const Cell& cell : chart.cells) {
     if (cell.channel != channel) continue;

@@ -1,4 +1,4 @@
-// The stock song: its three charts and its samples.
+// The march: its three charts and its samples.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,7 +20,8 @@ const std::vector<std::string> names = {"march5.bms", "march7.bme", "marchdp.bme
 const ChartText& Chart(const std::string& name) {
   static std::map<std::string, ChartText> charts;
   const auto found = charts.find(name);
-  return found != charts.end() ? found->second : charts.emplace(name, ReadChart(name)).first->second;
+  return found != charts.end() ? found->second
+                               : charts.emplace(name, ReadChart(March() / name)).first->second;
 }
 
 bool IsKey(int channel) { return channel >= 11 && channel <= 29; }

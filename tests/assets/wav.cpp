@@ -10,7 +10,11 @@ namespace stock {
 
 std::filesystem::path SystemSounds() { return std::filesystem::path(QLM_BINARY_DIR) / "_qlmfiles" / "wav"; }
 
-std::filesystem::path March() { return std::filesystem::path(QLM_BINARY_DIR) / "songs" / "march"; }
+std::filesystem::path StockSong(const std::string& name) {
+  return std::filesystem::path(QLM_BINARY_DIR) / "songs" / name;
+}
+
+std::filesystem::path March() { return StockSong("march"); }
 
 std::string Bytes(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);

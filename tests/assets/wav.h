@@ -10,6 +10,7 @@ namespace stock {
 
 // The folders of the stock data.
 std::filesystem::path SystemSounds();
+std::filesystem::path StockSong(const std::string& name);
 std::filesystem::path March();
 
 // The bytes of a file; empty if there is none.

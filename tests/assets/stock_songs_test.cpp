@@ -1,0 +1,232 @@
+// The stock songs beside the march: what a player finds in each of their charts, and how loud all of them
+// are.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <tuple>
+
+#include "assets/maker/loudness.h"
+#include "assets/maker/mixdown.h"
+#include "chart_text.h"
+#include "wav.h"
+
+namespace stock {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Named {
+  std::string song, chart;
+  int keys;
+};
+
+const std::vector<Named> all = {
+    {"inkwell", "inkwell5.bms", 5},     {"inkwell", "inkwell7.bme", 7},
+    {"inkwell", "inkwell7h.bme", 7},    {"blueprint", "blueprint5.bms", 5},
+    {"blueprint", "blueprint7.bme", 7}, {"blueprint", "blueprint7h.bme", 7},
+};
+
+bool IsKey(int channel) { return channel >= 11 && channel <= 29; }
+bool IsIdle(int channel) { return channel >= 31 && channel <= 49; }
+bool IsPicture(int channel) { return channel == 4 || channel == 6 || channel == 7; }
+
+std::size_t NotesOf(const ChartText& chart) {
+  return static_cast<std::size_t>(std::count_if(chart.cells.begin(), chart.cells.end(),
+                                                [](const Cell& cell) { return IsKey(cell.channel); }));
+}
+
+class StockChart : public testing::TestWithParam<Named> {
+ protected:
+  const fs::path folder = StockSong(GetParam().song);
+  const ChartText chart = ReadChart(folder / GetParam().chart);
+};
+
+INSTANTIATE_TEST_SUITE_P(Songs, StockChart, testing::ValuesIn(all), [](const auto& each) {
+  return each.param.chart.substr(0, each.param.chart.find('.'));
+});
+
+TEST_P(StockChart, HasItsJapaneseTitle) {
+  // インク瓶の底 and 青写真 in code page 932.
+  const std::string inkwell = "\x83\x43\x83\x93\x83\x4E\x95\x72\x82\xCC\x92\xEA ";
+  const std::string blueprint = "\x90\xC2\x8E\xCA\x90\x5E ";
+  EXPECT_TRUE(chart.commands.at("TITLE").starts_with(GetParam().song == "inkwell" ? inkwell : blueprint));
+}
+
+TEST_P(StockChart, LastsFortyFiveToSeventySeconds) {
+  const double seconds = Times(chart).At(chart.lastMeasure + 1, 0);
+  EXPECT_GE(seconds, 45);
+  EXPECT_LE(seconds, 70);
+}
+
+TEST_P(StockChart, BeginsWithABarOfLeadIn) {
+  for (const Cell& cell : chart.cells) {
+    if (IsKey(cell.channel)) {
+      EXPECT_GE(cell.measure, 1);
+    }
+  }
+}
+
+TEST_P(StockChart, HasNoTwoNotesInOnePlace) {
+  std::set<std::tuple<int, int, double>> places;
+  for (const Cell& cell : chart.cells) {
+    if (!IsKey(cell.channel)) continue;
+    EXPECT_TRUE(places.insert({cell.channel, cell.measure, cell.place}).second)
+        << "channel " << cell.channel << ", measure " << cell.measure << ", " << cell.place;
+  }
+}
+
+TEST_P(StockChart, AsksNoHandForMoreThanThreeNotesAtOnce) {
+  std::map<std::pair<int, double>, int> held;
+  for (const Cell& cell : chart.cells) {
+    if (IsKey(cell.channel)) ++held[{cell.measure, cell.place}];
+  }
+  for (const auto& [place, notes] : held) EXPECT_LE(notes, 3) << "measure " << place.first;
+}
+
+TEST_P(StockChart, DefinesEverySlotThatItsObjectsUseAndUsesAllThatItDefines) {
+  std::set<std::string> used, defined;
+  for (const Cell& cell : chart.cells) {
+    if (cell.channel == 1 || IsKey(cell.channel) || IsIdle(cell.channel))
+      used.insert("WAV" + Slot(cell.value));
+    if (IsPicture(cell.channel)) used.insert("BMP" + Slot(cell.value));
+    if (cell.channel == 8) used.insert("BPM" + Slot(cell.value));
+  }
+  for (const auto& [command, value] : chart.commands) {
+    const std::string kind = command.substr(0, 3);
+    if (command.size() == 5 && (kind == "WAV" || kind == "BMP" || kind == "BPM")) defined.insert(command);
+  }
+  EXPECT_EQ(used, defined);
+}
+
+TEST_P(StockChart, NamesOnlyFilesThatExist) {
+  int files = 0;
+  for (const auto& [command, value] : chart.commands) {
+    const bool slot = command.size() == 5 && (command.starts_with("WAV") || command.starts_with("BMP"));
+    if (!slot && command != "STAGEFILE") continue;
+    EXPECT_TRUE(fs::is_regular_file(folder / value)) << value;
+    ++files;
+  }
+  EXPECT_GT(files, 80);
+}
+
+TEST_P(StockChart, UsesItsKeysEvenlyEnough) {
+  std::map<int, int> notes;
+  for (const int key : {11, 12, 13, 14, 15}) notes[key] = 0;
+  if (GetParam().keys == 7) notes[18] = notes[19] = 0;
+  int turns = 0, pressed = 0;
+  for (const Cell& cell : chart.cells) {
+    if (!IsKey(cell.channel)) continue;
+    if (cell.channel == 16) {
+      ++turns;
+      continue;
+    }
+    ASSERT_TRUE(notes.contains(cell.channel)) << cell.channel;
+    ++notes[cell.channel];
+    ++pressed;
+  }
+  const double mean = static_cast<double>(pressed) / GetParam().keys;
+  for (const auto& [key, count] : notes) {
+    EXPECT_GT(count, 0.4 * mean) << key;
+    EXPECT_LT(count, 1.8 * mean) << key;
+  }
+  EXPECT_GE(turns, 5);
+}
+
+TEST_P(StockChart, SoundsTheSameMusicAsTheOthersOfItsSong) {
+  const auto music = [](const ChartText& each) {
+    std::multiset<std::tuple<int, double, int>> sounds;
+    for (const Cell& cell : each.cells) {
+      if (cell.channel == 1 || IsKey(cell.channel)) sounds.insert({cell.measure, cell.place, cell.value});
+    }
+    return sounds;
+  };
+  EXPECT_EQ(music(chart), music(ReadChart(folder / (GetParam().song + "5.bms"))));
+}
+
+TEST_P(StockChart, ShowsPicturesOfTheFrame) {
+  for (const auto& [command, value] : chart.commands) {
+    if (!command.starts_with("BMP")) continue;
+    const std::string bytes = Bytes(folder / value);
+    if (!bytes.starts_with("BM")) continue;
+    EXPECT_EQ(NumberAt(bytes, 18, 4), 256u) << value;
+    EXPECT_EQ(NumberAt(bytes, 22, 4), 256u) << value;
+  }
+}
+
+class StockSounds : public testing::TestWithParam<std::string> {
+ protected:
+  const fs::path folder = StockSong(GetParam());
+  const ChartText easy = ReadChart(folder / (GetParam() + "5.bms"));
+};
+
+INSTANTIATE_TEST_SUITE_P(Songs, StockSounds, testing::Values("inkwell", "blueprint"),
+                         [](const auto& each) { return each.param; });
+
+TEST_P(StockSounds, ChartsGrowHarder) {
+  const std::size_t first = NotesOf(easy), second = NotesOf(ReadChart(folder / (GetParam() + "7.bme"))),
+                    third = NotesOf(ReadChart(folder / (GetParam() + "7h.bme")));
+  EXPECT_GT(first, 50u);
+  EXPECT_GT(second, 2 * first);
+  EXPECT_GT(2 * third, 3 * second);
+}
+
+TEST_P(StockSounds, BeginAtOnceEndInSilenceAndStayBelowMinusThreeDecibels) {
+  for (const auto& [command, value] : easy.commands) {
+    if (!command.starts_with("WAV")) continue;
+    SCOPED_TRACE(value);
+    const Wav wav = ReadWav(folder / value);
+    ASSERT_TRUE(wav.valid);
+    EXPECT_EQ(wav.format, 1u);
+    EXPECT_EQ(wav.channels, 2u);
+    EXPECT_EQ(wav.rate, 44100u);
+    EXPECT_EQ(wav.bits, 16u);
+    EXPECT_LT(PeakDb(wav), -3);
+    EXPECT_GT(PeakDb(wav), -30);
+    EXPECT_LT(StartMs(wav, 0.01), 8);
+    EXPECT_LE(End(wav, 8), 2 / 32768.0);
+  }
+}
+
+// No voice of one song is heard in the other or in the march; drums are for all.
+TEST(StockSongs, SharesNoVoiceButDrums) {
+  std::map<std::string, std::set<std::string>> voices;
+  for (const std::string song : {"march", "inkwell", "blueprint"}) {
+    for (const auto& [command, value] : ReadChart(StockSong(song) / (song + "5.bms")).commands) {
+      if (!command.starts_with("WAV")) continue;
+      const std::string voice = value.substr(0, value.find_first_of("-."));
+      if (voice != "bassdrum" && voice != "brush") voices[song].insert(voice);
+    }
+  }
+  std::set<std::string> met;
+  for (const auto& [song, names] : voices) {
+    EXPECT_GT(names.size(), 5u) << song;
+    for (const std::string& name : names) EXPECT_TRUE(met.insert(name).second) << name << " in " << song;
+  }
+}
+
+assetmaker::Sound MixOf(const std::string& song) {
+  std::ifstream file(QLM_SOURCE_DIR "/assets/songs/" + song + ".score", std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  assetmaker::ScoreError error;
+  const auto score = assetmaker::ReadScore(text, error);
+  EXPECT_TRUE(score) << error.line << ": " << error.message;
+  if (!score) return {};
+  assetmaker::SampleBank bank;
+  EXPECT_TRUE(bank.Fill(*score));
+  return assetmaker::Mixdown(*score, bank, bank.RenderAll());
+}
+
+TEST(StockSongs, AreAsLoudAsTheMarchWithoutClipping) {
+  const double march = assetmaker::ProgrammeLoudness(MixOf("march"));
+  for (const std::string song : {"inkwell", "blueprint"}) {
+    const assetmaker::Sound mix = MixOf(song);
+    EXPECT_NEAR(assetmaker::ProgrammeLoudness(mix), march, 1) << song;
+    EXPECT_LT(assetmaker::TruePeakDb(mix), -3) << song;
+  }
+}
+
+}  // namespace
+}  // namespace stock
