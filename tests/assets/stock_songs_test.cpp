@@ -228,5 +228,60 @@ TEST(StockSongs, AreAsLoudAsTheMarchWithoutClipping) {
   }
 }
 
+struct CourseRow {
+  std::string title, path;
+  std::uint32_t level = 0, lengthMs = 0;
+};
+
+// The rows behind the head of a course file: texts with their length in front, and numbers of 4 bytes.
+std::vector<CourseRow> RowsOf(const std::string& bytes) {
+  std::vector<CourseRow> rows;
+  std::size_t at = 32;
+  const auto text = [&] {
+    const std::size_t size = NumberAt(bytes, at, 2);
+    at += 2 + size;
+    return bytes.substr(at - size, size);
+  };
+  const auto number = [&] { return NumberAt(bytes, (at += 4) - 4, 4); };
+  while (at < bytes.size()) {
+    CourseRow row;
+    row.title = text(), text(), text();
+    number(), number();
+    row.level = number();
+    text();
+    number(), number(), number();
+    row.lengthMs = number();
+    text();
+    number(), number();
+    row.path = text();
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+TEST(StockCourses, HoldThreeSongsEachThatAreThere) {
+  for (const std::string name : {"First Week", "Evening at the Desk"}) {
+    SCOPED_TRACE(name);
+    const std::string bytes = Bytes(SystemSounds().parent_path() / "courselist" / (name + ".qcl"));
+    ASSERT_TRUE(bytes.starts_with("qlmcourse2              "));
+    EXPECT_GT(NumberAt(bytes, 24, 1), 0u);
+    EXPECT_EQ(NumberAt(bytes, 25, 1), 3u);
+    EXPECT_EQ(NumberAt(bytes, 26, 2), 0u);
+    const std::vector<CourseRow> rows = RowsOf(bytes);
+    ASSERT_EQ(rows.size(), 3u);
+    std::uint32_t length = 0, level = 0;
+    for (CourseRow row : rows) {
+      EXPECT_FALSE(row.title.empty());
+      EXPECT_GE(row.level, level);  // from the easiest to the hardest
+      level = row.level;
+      length += row.lengthMs;
+      std::replace(row.path.begin(), row.path.end(), '\\', '/');
+      EXPECT_TRUE(fs::is_regular_file(row.path)) << row.path;
+    }
+    EXPECT_EQ(NumberAt(bytes, 28, 4), length);
+    EXPECT_GT(length, 3 * 45000u);
+  }
+}
+
 }  // namespace
 }  // namespace stock
