@@ -50,7 +50,7 @@ ChartHeader HeaderOf(const SongHead& head, const ChartPlan& plan) {
 std::vector<NamedChart> MakeCharts(const Score& score, const SampleBank& bank) {
   std::map<int, std::string> sounds;
   for (std::size_t i = 0; i < bank.Samples().size(); ++i) {
-    sounds[static_cast<int>(i) + 1] = FileName(bank.Samples()[i]);
+    sounds[static_cast<int>(i) + 1] = FileName(bank.Samples()[i]) + (score.head.asMp3 ? ".mp3" : ".wav");
   }
   std::vector<NamedChart> charts;
   for (const ChartPlan& plan : score.head.charts) {

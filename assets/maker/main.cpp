@@ -11,6 +11,7 @@
 #include "charts.h"
 #include "loudness.h"
 #include "mixdown.h"
+#include "mp3_lead.h"
 #include "system_sounds.h"
 #include "wav_file.h"
 
@@ -51,7 +52,22 @@ std::optional<std::string> ReadText(const fs::path& path) {
   return file.good() ? std::optional(std::move(text)) : std::nullopt;
 }
 
-int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path& mixPath) {
+// Samples that are going to be MP3s have their lead in front.
+int WriteSamples(const SampleBank& bank, const std::vector<Sound>& sounds, std::size_t lead,
+                 const fs::path& folder) {
+  if (!MakeFolder(folder)) return Fail("cannot make " + folder.string());
+  for (std::size_t i = 0; i < sounds.size(); ++i) {
+    const fs::path path = folder / (FileName(bank.Samples()[i]) + ".wav");
+    Sound sound;
+    Mix(sound, sounds[i], lead);
+    if (!WriteWav(path, sound)) return Fail("cannot write " + path.string());
+  }
+  return 0;
+}
+
+// `raw` takes the samples that an encoder is to make into MP3s.
+int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path& raw,
+              const fs::path& mixPath) {
   const std::optional<std::string> text = ReadText(scorePath);
   if (!text) return Fail("cannot read " + scorePath.string());
   ScoreError error;
@@ -62,10 +78,11 @@ int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path&
     return Fail("the song has " + std::to_string(bank.Samples().size()) + " samples, 255 fit");
   if (!MakeFolder(folder)) return Fail("cannot make " + folder.string());
   const std::vector<Sound> sounds = bank.RenderAll();
-  for (std::size_t i = 0; i < sounds.size(); ++i) {
-    const fs::path path = folder / FileName(bank.Samples()[i]);
-    if (!WriteWav(path, sounds[i])) return Fail("cannot write " + path.string());
-  }
+  const bool asMp3 = score->head.asMp3;
+  if (asMp3 && raw.empty())
+    return Fail("the sounds of this song are MP3s: a folder for the encoder is missing");
+  const int status = WriteSamples(bank, sounds, asMp3 ? mp3Lead : 0, asMp3 ? raw : folder);
+  if (status != 0) return status;
   for (const NamedChart& named : MakeCharts(*score, bank)) {
     const fs::path path = folder / named.fileName;
     if (!WriteText(path, BmsText(named.chart, *score))) return Fail("cannot write " + path.string());
@@ -80,21 +97,25 @@ int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path&
 int Usage() {
   std::fputs(
       "usage: assetmaker --system FOLDER\n"
-      "       assetmaker SONG.score FOLDER [--mix FILE.wav]\n"
+      "       assetmaker SONG.score FOLDER [--raw FOLDER] [--mix FILE.wav]\n"
       "Writes _qlmfiles/wav, or songs/SONG from its score, into FOLDER; --mix also writes the song as one "
-      "sound.\n",
+      "sound\n"
+      "and tells its loudness. The samples of a song with MP3 sounds go to the folder of --raw, for the "
+      "encoder.\n",
       stderr);
   return 2;
 }
 
 int Run(int count, char** words) {
-  fs::path score, folder, mix;
+  fs::path score, folder, raw, mix;
   if (count == 3 && std::string_view(words[1]) == "--system")
     return WriteSystemSounds(fs::path(words[2]) / "_qlmfiles" / "wav");
   for (int i = 1; i < count; ++i) {
     const std::string_view word = words[i];
     if (word == "--mix" && i + 1 < count) {
       mix = words[++i];
+    } else if (word == "--raw" && i + 1 < count) {
+      raw = words[++i];
     } else if (folder.empty() && !word.starts_with("--")) {
       (score.empty() ? score : folder) = word;
     } else {
@@ -102,7 +123,7 @@ int Run(int count, char** words) {
     }
   }
   if (folder.empty()) return Usage();
-  return WriteSong(score, folder / "songs" / score.stem(), mix);
+  return WriteSong(score, folder / "songs" / score.stem(), raw, mix);
 }
 
 }  // namespace

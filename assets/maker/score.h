@@ -17,7 +17,8 @@ namespace assetmaker {
 struct SongHead {
   std::string title, genre;  // in code page 932
   std::string stageFile;
-  double level = 0;  // dB by which its voices are louder than those of a song without a level
+  double level = 0;    // dB by which its voices are louder than those of a song without a level
+  bool asMp3 = false;  // how its sounds are stored; otherwise as WAV
   std::map<int, std::string> pictures;  // files by slot
   std::vector<ChartPlan> charts;
 };

@@ -140,6 +140,7 @@ class Reader {
     if (words[0] == "title") return TakeText(words, head_.title);
     if (words[0] == "genre") return TakeText(words, head_.genre);
     if (words[0] == "stage") return TakeText(words, head_.stageFile);
+    if (words[0] == "sounds") return TakeSounds(words);
     if (words[0] == "level") return TakeLevel(words);
     if (words[0] == "picture") return TakePicture(words);
     if (words[0] == "chart") return TakeChart(words);
@@ -161,6 +162,13 @@ class Reader {
     const auto converted = InCodePage932(words[1]);
     if (!converted) return Fail(Quoted(words[1]) + " has letters that a chart cannot hold");
     text = *converted;
+    return true;
+  }
+
+  bool TakeSounds(const Words& words) {
+    if (words.size() != 2 || (words[1] != "wav" && words[1] != "mp3"))
+      return Fail("behind sounds stands wav or mp3");
+    head_.asMp3 = words[1] == "mp3";
     return true;
   }
 

@@ -120,7 +120,7 @@ std::string FileName(const Sample& sample) {
   std::string name = PartOf(sample.voice).name;
   for (const Pitch pitch : sample.pitches) name += '-' + FileName(pitch);
   if (sample.centiseconds > 0) name += '-' + std::to_string(sample.centiseconds);
-  return name + ".wav";
+  return name;
 }
 
 Sound Render(const Sample& sample, double level) {

@@ -76,7 +76,7 @@ struct Sample {
   bool operator==(const Sample&) const = default;
 };
 
-// The name of its file, without the folder.
+// The name of its file, without the folder and the ending.
 std::string FileName(const Sample& sample);
 
 // The finished sound, at its loudness in the mix; `level` dB more than the voice's own.

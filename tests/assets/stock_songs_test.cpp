@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <iterator>
 #include <set>
@@ -10,7 +11,10 @@
 
 #include "assets/maker/loudness.h"
 #include "assets/maker/mixdown.h"
+#include "assets/maker/mp3_lead.h"
 #include "chart_text.h"
+#include "platform/mp3.h"
+#include "sound/mp3_header.h"
 #include "wav.h"
 
 namespace stock {
@@ -156,6 +160,33 @@ TEST_P(StockChart, ShowsPicturesOfTheFrame) {
   }
 }
 
+// A sample as the game hears it: of an MP3 without its first frame.
+Wav SoundOf(const fs::path& path) {
+  if (path.extension() == ".wav") return ReadWav(path);
+  const std::string bytes = Bytes(path);
+  qlm::MpegData data;
+  qlm::MpegFormat format;
+  const auto length = static_cast<std::int64_t>(bytes.size());
+  if (qlm::FindMpegData(bytes, length, data) != qlm::kDecoded) return {};
+  if (qlm::ReadMpegHeader(bytes, data, format) != qlm::kDecoded) return {};
+  const platform::DecodedMp3 decoded =
+      platform::DecodeMp3(std::string_view(bytes).substr(static_cast<std::size_t>(data.start)), 1 << 24);
+  Wav wav;
+  wav.valid = decoded.error == platform::Mp3Error::kNone;
+  wav.format = 1;
+  wav.channels = static_cast<std::uint32_t>(decoded.channels);
+  wav.rate = static_cast<std::uint32_t>(decoded.rate);
+  wav.bits = 16;
+  for (std::size_t at = 0; at < decoded.samples.size(); at += 4) {
+    const auto sample = [&](std::size_t place) {
+      return static_cast<std::int16_t>(NumberAt(decoded.samples, place, 2)) / 32768.0;
+    };
+    wav.left.push_back(sample(at));
+    wav.right.push_back(sample(at + 2));
+  }
+  return wav;
+}
+
 class StockSounds : public testing::TestWithParam<std::string> {
  protected:
   const fs::path folder = StockSong(GetParam());
@@ -177,7 +208,7 @@ TEST_P(StockSounds, BeginAtOnceEndInSilenceAndStayBelowMinusThreeDecibels) {
   for (const auto& [command, value] : easy.commands) {
     if (!command.starts_with("WAV")) continue;
     SCOPED_TRACE(value);
-    const Wav wav = ReadWav(folder / value);
+    const Wav wav = SoundOf(folder / value);
     ASSERT_TRUE(wav.valid);
     EXPECT_EQ(wav.format, 1u);
     EXPECT_EQ(wav.channels, 2u);
@@ -185,9 +216,25 @@ TEST_P(StockSounds, BeginAtOnceEndInSilenceAndStayBelowMinusThreeDecibels) {
     EXPECT_EQ(wav.bits, 16u);
     EXPECT_LT(PeakDb(wav), -3);
     EXPECT_GT(PeakDb(wav), -30);
-    EXPECT_LT(StartMs(wav, 0.01), 8);
+    const double late = GetParam() == "blueprint" ? assetmaker::mp3Late / 44.1 : 0;
+    EXPECT_LT(StartMs(wav, 0.01), late + 8);
     EXPECT_LE(End(wav, 8), 2 / 32768.0);
   }
+}
+
+// The encoder's delay and the lost frame leave a sound where it was written, but for the few samples that it
+// is late; 192 kbit/s keep its wave within 20 dB.
+TEST(StockSongs, BlueprintsSoundsComeOutOfTheDecoderAsTheyWentIn) {
+  const Wav decoded = SoundOf(StockSong("blueprint") / "pluck-c5.mp3");
+  ASSERT_TRUE(decoded.valid);
+  const assetmaker::Sound made = assetmaker::Render({assetmaker::Voice::pluck, {72}, 0}, 0.4);
+  double off = 0, loud = 0;
+  for (std::size_t i = 0; i < 10000; ++i) {
+    const double wanted = made.left[i], got = decoded.left.at(i + assetmaker::mp3Late);
+    off += (got - wanted) * (got - wanted);
+    loud += wanted * wanted;
+  }
+  EXPECT_LT(10 * std::log10(off / loud), -20);
 }
 
 // No voice of one song is heard in the other or in the march; drums are for all.
