@@ -128,6 +128,7 @@ int32_t ReadMpegHeader(std::string_view file, MpegData& data, MpegFormat& format
   // Quirk: the word is "Stereo" for one channel too.
   DebugLog(Join(u"> Format: ", format.bitrate, u"kbps ", format.sampleRate, u"Hz ", u"Stereo"));
   CutTag(bytes, static_cast<int64_t>(file.size()), data);
+  // Quirk: without its header the first frame is lost.
   data.start += 4;
   data.size = std::max<int64_t>(data.size - 4, 0);
   return kDecoded;

@@ -125,6 +125,12 @@ TEST_F(BootTest, LogsEachStepWordForWord) {
   EXPECT_EQ(lines[1].size(), banner.size() + 19);
 }
 
+TEST_F(BootTest, ReadsTheDictionaryOfTitles) {
+  WriteText(u"_qlmfiles\\cnvdict.txt", u"ギター\tGuitar\r\n");
+  EXPECT_EQ(Start({"-P"}).exitStatus, 0);
+  ExpectInOrder({"        Loading ConvDict...", "        convdict: 1 words are avilable."});
+}
+
 TEST_F(BootTest, ListsThatStandAreNotMadeAnew) {
   Start({"-P"});
   Start({"-P"});

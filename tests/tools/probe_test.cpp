@@ -167,21 +167,11 @@ TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
   }
 }
 
-TEST_F(ProbeTest, WhatDoesNotWorkYetIsRefused) {
-  const std::string chart = Chart("a.bms", kLines);
-  const std::vector<std::pair<std::vector<std::string>, std::string>> refused = {
-      {{"title", "x"}, "there is no command title"}};
-  for (const auto& [words, why] : refused) {
-    const ProcessResult result = Probe(words);
-    EXPECT_EQ(result.exitStatus, 2) << testing::PrintToString(words);
-    EXPECT_TRUE(Holds(result.errors, why)) << testing::PrintToString(words);
-  }
-}
-
 TEST_F(ProbeTest, HelpNamesEveryCommand) {
   const ProcessResult result = Probe({"--help"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_TRUE(Holds(result.output, "Usage: qlmprobe COMMAND FILE"));
+  EXPECT_TRUE(Holds(result.output, "\n  title "));
   for (const std::string command :
        {"chart", "course", "header", "play", "frame", "audio", "check", "skin", "keys", "dump"}) {
     EXPECT_TRUE(Holds(result.output, "\n  " + command + " "));
@@ -299,6 +289,39 @@ TEST_F(ProbeTest, HeaderHasTheEntryOfTheLibrary) {
   ExpectKeysInOrder(result.output, {"title", "artist", "genre", "bpm", "player", "playLevel", "midiFile",
                                     "rank", "volWav", "total", "lengthMs", "stageFile", "numWav", "numBmp"});
   EXPECT_TRUE(Holds(result.output, "\"numWav\": 1,\n  \"numBmp\": 1\n"));
+}
+
+TEST_F(ProbeTest, TitleShowsEachStageAndBothLines) {
+  const ProcessResult result = Probe({"title", "漢字 [ANOTHER]"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  ExpectKeysInOrder(result.output, {"byDict", "byMSIME", "toNarrow", "result", "main", "sub"});
+  EXPECT_TRUE(Holds(result.output, "\"byMSIME\": \"カンジ [ANOTHER]\""));
+  EXPECT_TRUE(Holds(result.output, "\"toNarrow\": \"ｶﾝｼﾞ [ANOTHER]\""));
+  EXPECT_TRUE(Holds(result.output, "\"result\": \"KANJI [ANOTHER]\""));
+  EXPECT_TRUE(Holds(result.output, "\"main\": \"漢字\",\n  \"sub\": \"[ANOTHER]\""));
+}
+
+TEST_F(ProbeTest, TitleTakesADictionaryThatIsNamed) {
+  WriteText(u"_qlmfiles\\cnvdict.txt", u"漢字\tx");
+  WriteText(u"mine.txt", u"漢字\tHanzi");
+  EXPECT_TRUE(Holds(Probe({"title", "漢字"}).output, "\"result\": \"KANJI\""));
+  EXPECT_TRUE(Holds(Probe({"title", "漢字", "--dict", At("mine.txt")}).output, "\"result\": \"Hanzi\""));
+  EXPECT_EQ(Probe({"title", "漢字", "--dict", At("none.txt")}).exitStatus, 1);
+}
+
+// As on a machine that has no dictionary of readings; the log says so once, however many titles there are.
+TEST_F(ProbeTest, WithoutReadingsKanjiAreQuestionMarks) {
+  const std::string chart = Chart("a.bms", {"#TITLE \x8A\xBF", "#00111:01"});
+  const ProcessResult result = qlm::Run({QLM_BINARY_DIR "/qlmprobe", "play", chart, "--before", chart,
+                                         "--data", SystemFolder(), "--log", At("log.txt")},
+                                        {{"MECABRC", "/nowhere"}});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  const std::string log = ReadBytes(platform::InnerPath(At("log.txt")));
+  EXPECT_TRUE(Holds(log, "-- RESULT:?? /\n"));
+  const std::string words = "# no dictionary of readings: kanji are shown as question marks\n";
+  const size_t first = log.find(words);
+  EXPECT_NE(first, std::string::npos) << log;
+  EXPECT_EQ(log.find(words, first + 1), std::string::npos) << log;
 }
 
 TEST_F(ProbeTest, CourseJoinsItsSongs) {
