@@ -1,5 +1,6 @@
 // A whole evening at the real program, on a display that only memory sees: the first start, browsing, a
-// failed play, a play that ranks, a name, and all of it found again by the next start.
+// failed play, a play that ranks, a name, and all of it found again by the next start. Another evening with a
+// course.
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -7,10 +8,12 @@
 #include <thread>
 
 #include "base/paths.h"
+#include "files/course_files.h"
 #include "files/scores.h"
 #include "platform/files.h"
 #include "platform/surface.h"
 #include "platform/text.h"
+#include "state/courses.h"
 #include "state/scores.h"
 #include "tests/support/game_test.h"
 #include "tests/support/process.h"
@@ -46,12 +49,14 @@ class EveningTest : public GameTest {
 
   void Start() {
     platform::DeleteFile(DataPath(u"debug.txt"));
-    program_ = std::make_unique<Process>(std::vector<std::string>{SystemFolder() + "/quillmarch"},
-                                         std::map<std::string, std::string>{{"DISPLAY", display_.Name()},
-                                                                            {"WAYLAND_DISPLAY", ""},
-                                                                            {"XDG_SESSION_TYPE", ""},
-                                                                            {"SDL_VIDEODRIVER", ""},
-                                                                            {"SDL_AUDIODRIVER", "dummy"}});
+    program_ = std::make_unique<Process>(
+        std::vector<std::string>{SystemFolder() + "/quillmarch"},
+        std::map<std::string, std::string>{{"DISPLAY", display_.Name()},
+                                           {"WAYLAND_DISPLAY", ""},
+                                           {"XDG_SESSION_TYPE", ""},
+                                           {"XDG_DATA_HOME", SystemFolder() + "/home"},
+                                           {"SDL_VIDEODRIVER", ""},
+                                           {"SDL_AUDIODRIVER", "dummy"}});
     // The lists are up when their skin is.
     WaitForLine("Loading default skin...");
     Rest(1200);  // the rows have all appeared
@@ -166,6 +171,72 @@ TEST_F(EveningTest, FromTheFirstStartToTheNextOne) {
   EXPECT_GT(Differing(*before, *after, kBestScore), 50) << "name, score and one play";
   Quit();
   EXPECT_NE(ReadBytes(DataPath(u"qlm_conf.ini")).find("PreviewDelay=300"), std::string::npos);
+}
+
+// What the frame of the course editor shows behind "STARS : ".
+constexpr platform::Rect kStars = {134, 45, 634, 60};
+
+TEST_F(EveningTest, ACourseIsMadePlayedFoundChangedAndDeleted) {
+  ASSERT_FALSE(display_.Name().empty());
+  fs::remove_all(SystemFolder() + "/_qlmfiles/courselist");
+  // Two short songs with a note after a second.
+  for (const TextView name : {u"a.bms", u"b\\one.bms"}) {
+    WriteText(Join(u"songs\\", name),
+              Join(u"\r\n#PLAYER 1\r\n#TITLE 羽 ", name, u"\r\n#BPM 240\r\n#PLAYLEVEL 1\r\n#00111:01\r\n"));
+  }
+  const Text course = DataPath(u"courselist\\Evening.qcl");
+  Start();
+
+  // A new course, named, with a star more than it begins with.
+  Press("Tab");
+  Press("Return");
+  Rest(300);
+  const platform::SurfacePtr threeStars = display_.Screenshot();
+  Press("Return");
+  display_.Do({"key", "--repeat", "10", "BackSpace", "type", "Evening?"});
+  Press("Return");
+  display_.Do({"key", "Down", "Right"});
+  Rest(300);
+  const platform::SurfacePtr fourStars = display_.Screenshot();
+  ASSERT_NE(threeStars, nullptr);
+  ASSERT_NE(fourStars, nullptr);
+  EXPECT_GT(Differing(*threeStars, *fourStars, kStars), 5);
+
+  // Three songs: the first, the second and the first of the only jukebox.
+  display_.Do({"key", "Down", "Return", "Return", "Return"});
+  display_.Do({"key", "Down", "Return", "Return", "Down", "Return"});
+  display_.Do({"key", "Down", "Return", "Return", "Return"});
+  Press("F10");
+  WaitForLine("Saved.");
+  CourseLoad(course, false);
+  EXPECT_EQ(courseStars, 4);
+  ASSERT_EQ(numsongs, 3);
+  EXPECT_EQ(CourseSongs[0].path, CourseSongs[2].path);
+  EXPECT_NE(CourseSongs[0].path, CourseSongs[1].path);
+  for (size_t song = 0; song < 3; ++song) EXPECT_TRUE(FileExists(CourseSongs[song].path)) << song;
+
+  // The cursor stands on it. The machine plays it to its results.
+  Press("F8");
+  Press("Return");
+  WaitForLine("playloop start");
+  WaitForLine("playloop end");
+  HoldUntilLine("z", "Restore SkinMap(0)", 1);
+  Rest(500);
+  Quit();
+
+  // The next evening its second song goes, and then the course itself.
+  Start();
+  display_.Do({"key", "Tab", "Down", "space"});
+  WaitForLine("course loaded.");
+  display_.Do({"key", "Down", "Down", "Down", "Delete", "F10"});
+  WaitForLine("Saved.");
+  CourseLoad(course, false);
+  ASSERT_EQ(numsongs, 2);
+  EXPECT_EQ(CourseSongs[0].path, CourseSongs[1].path);
+  Press("Delete");
+  for (int i = 0; i < 100 && FileExists(course); ++i) Rest(50);
+  EXPECT_FALSE(FileExists(course));
+  Quit();
 }
 
 }  // namespace
