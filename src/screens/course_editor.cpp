@@ -80,7 +80,6 @@ void PickSong(uint8_t slot) {
 void PickNewSong() {
   const uint8_t slot = songSelect.courseNumSongs;
   // Quirk: with 255 songs the count stays, and what is picked for the slot behind them is never seen.
-  CourseSongs.resize(slot);
   CourseSongs.resize(size_t{slot} + 1);
   Step(songSelect.courseNumSongs, 1);
   PickSong(slot);
@@ -200,6 +199,7 @@ void CourseRemove(int32_t index) {
   if (lastSong == -1 || index < 0 || index >= songSelect.courseNumSongs) return;
   Step(songSelect.courseNumSongs, -1);
   CourseSongs.erase(CourseSongs.begin() + index);
+  CourseSongs.resize(songSelect.courseNumSongs);
 }
 
 }  // namespace qlm

@@ -27,7 +27,7 @@ void DrawLine(const Rect& box, TextView text, const platform::FontLook& look, pl
 int32_t LineWidth(TextView text, const platform::FontLook& look);
 
 // Lines that are kept at most; the one that was not drawn for the longest time goes first.
-constexpr size_t kKeptLines = 96;
+constexpr size_t kKeptLines = 192;
 // Lines that were laid out since the program's start.
 int64_t LinesLaidOut();
 // Forgets all that is kept.

@@ -208,6 +208,24 @@ TEST_F(CourseEditorFrame, AWideTitleIsCutAtAsManyCells) {
   EXPECT_EQ(Inked({616, 90, 640, 105}, without), 0);
 }
 
+// A screen of songs whose titles and artists are in six pieces of kana, none of them twice.
+TEST_F(CourseEditorFrame, FramesLayNothingOutAgain) {
+  std::vector<SongEntry> songs;
+  char16_t kana = u'\u3041';
+  const auto pieces = [&] {
+    Text text;
+    for (int32_t piece = 0; piece < 3; ++piece) text += Join(Text(1, kana++), u" ");
+    return text;
+  };
+  for (int32_t song = 0; song < 25; ++song) songs.push_back(Song(pieces(), pieces(), 1));
+  Take(songs);
+  Draw(-2);
+  Draw(-1);
+  const int64_t before = LinesLaidOut();
+  for (int32_t frame = 0; frame < 5; ++frame) Draw(-1);
+  EXPECT_EQ(LinesLaidOut(), before);
+}
+
 TEST_F(CourseEditorFrame, TheSongsBehindThe25thStandBelowTheScreen) {
   std::vector<SongEntry> songs(255, Song(u"t", u"a", 1));
   Take(songs);

@@ -267,6 +267,17 @@ TEST_F(CourseEditor, With255SongsTheCountStays) {
   EXPECT_EQ(Utf8(CourseSongs[254].title), "254");
 }
 
+TEST_F(CourseEditor, ASongThatDidNotFitDoesNotComeBack) {
+  Edit(255);
+  CourseSongs.push_back(Song(u"picked too often"));
+  CourseRemove(0);
+  EXPECT_EQ(songSelect.courseNumSongs, 254);
+  EXPECT_EQ(CourseSongs.size(), 254U);
+  songSelect.courseCursor = 254;
+  Press(kKeyEnter);
+  EXPECT_TRUE(CourseSongs[254].path.empty());
+}
+
 TEST_F(CourseEditor, DeleteTakesTheSongInHand) {
   Edit(3);
   songSelect.courseCursor = 1;
