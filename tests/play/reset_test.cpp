@@ -243,7 +243,8 @@ TEST_F(ResetTest, MarqueeGetsTheGapOfThePlaysSkin) {
   EXPECT_EQ(MarqueeText, u"COURSE MODE!   ");
 }
 
-// A chart from the command line is prepared outside a play, one from the lists inside; both are converted once.
+// A chart from the command line is prepared outside a play, one from the lists inside; both are converted
+// once.
 TEST_F(ResetTest, MarqueeIsInLettersOfTheFont) {
   MarqueeText = u"ギター / Me";
   ResetPlay();
