@@ -152,9 +152,11 @@ void Form_KeyPress(char16_t unit) {
 void Form_MouseDown(int32_t button) { ButtonDown(button == 0 ? kKeyEnter : kKeyLeft); }
 
 void Form_MouseMove(int32_t x, int32_t y) {
+  constexpr int32_t kCentreX = kScreen.Width() / 2;
+  constexpr int32_t kCentreY = kScreen.Height() / 2;
   if (Windowed) return;
-  Assign(songSelect.mouseDX, RoundTo<int16_t>(songSelect.mouseDX + x - kScreen.Width() / 2));
-  Assign(songSelect.mouseDY, RoundTo<int16_t>(songSelect.mouseDY + y - kScreen.Height() / 2));
+  Assign(songSelect.mouseDX, RoundTo<int16_t>(songSelect.mouseDX + x - kCentreX));
+  Assign(songSelect.mouseDY, RoundTo<int16_t>(songSelect.mouseDY + y - kCentreY));
   if (void (*const mouse)(int32_t, int32_t) = ScreenOf(GameState).mouse) {
     mouse(songSelect.mouseDX, songSelect.mouseDY);
   }
