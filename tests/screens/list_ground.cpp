@@ -1,6 +1,8 @@
 // The ground of a test of the list screens.
 #include "tests/screens/list_ground.h"
 
+#include <cstdlib>
+
 #include "base/hooks.h"
 #include "base/paths.h"
 #include "library/jukebox.h"
@@ -21,11 +23,15 @@ int32_t ListTest::closeWishes = 0;
 ListTest::ListTest() {
   closeWishes = 0;
   PreviewDelay = 1000;
+  // Where a deleted course goes.
+  setenv("XDG_DATA_HOME", (SystemFolder() + "/home").c_str(), 1);
   hooks.closeRequested = [] { ++closeWishes; };
   hooks.keyDown = [](int32_t key) {
     if (void (*const routine)(int32_t) = ScreenOf(GameState).key) routine(key);
   };
 }
+
+ListTest::~ListTest() { unsetenv("XDG_DATA_HOME"); }
 
 void ListTest::ShowCharts(const std::vector<Text>& titles) {
   ClearList();

@@ -14,6 +14,7 @@ class ListTest : public PlayTest {
   // No list is up. The window's keys reach the game as they do in the program, and a wish to close it is
   // recorded.
   ListTest();
+  ~ListTest() override;
 
   // Makes a list of charts with these titles the active one, in GameState 0: song\0.bms and so on. Each has
   // one note and the level of its index.
