@@ -312,9 +312,10 @@ TEST_F(ProbeTest, TitleTakesADictionaryThatIsNamed) {
 // As on a machine that has no dictionary of readings; the log says so once, however many titles there are.
 TEST_F(ProbeTest, WithoutReadingsKanjiAreQuestionMarks) {
   const std::string chart = Chart("a.bms", {"#TITLE \x8A\xBF", "#00111:01"});
-  const ProcessResult result = qlm::Run({QLM_BINARY_DIR "/qlmprobe", "play", chart, "--before", chart,
-                                         "--data", SystemFolder(), "--log", At("log.txt")},
-                                        {{"MECABRC", "/nowhere"}});
+  const std::string probe = QLM_BINARY_DIR "/qlmprobe";
+  const ProcessResult result =
+      qlm::Run({probe, "play", chart, "--before", chart, "--data", SystemFolder(), "--log", At("log.txt")},
+               {{"MECABRC", "/nowhere"}});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
   const std::string log = ReadBytes(platform::InnerPath(At("log.txt")));
   EXPECT_TRUE(Holds(log, "-- RESULT:?? /\n"));
