@@ -5,6 +5,7 @@
 #include "library/header.h"
 #include "library/progress.h"
 #include "state/lists.h"
+#include "state/song_select.h"
 
 namespace qlm {
 
@@ -16,6 +17,7 @@ void ClearList() {
   songCleared.clear();
   songHasRecord.clear();
   songList.clear();
+  songSelect.rowBeforeSort.reset();
   ShowListProgress();
 }
 

@@ -142,7 +142,6 @@ void ShowDroppedFolder(TextView folder) {
 void JukeReady() {
   DebugLog(u"[Load JukeList]");
   GameState = kStateLists;
-  songSelect.rowBeforeSort.reset();
   ClearList();
   TakeRows(library.jukeList);
   listCursor = std::clamp(songSelect.jukeCursorSaved, 0, std::max(lastSong, 0));

@@ -119,7 +119,6 @@ void StartCrossfade(uint8_t state) {
 void ShowCourses() {
   DebugLog(u">TAB Pressed - COURSE MODE");
   songSelect.clearCheckRow = 0;
-  songSelect.rowBeforeSort.reset();
   GameState = kStateCourses;
   CourseMode = true;
   ClearList();

@@ -7,6 +7,7 @@
 #include "library/song_list.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
+#include "screens/list_rows.h"
 #include "screens/song_select_keys.h"
 #include "state/chart.h"
 #include "state/keys.h"
@@ -193,7 +194,9 @@ TEST_F(SongSelectLoop, DroppedFolderBecomesTheList) {
 
 TEST_F(SongSelectLoop, DroppedFileGivesAnEmptyListAndSaysSo) {
   ShowCharts({u"A", u"B"});
+  Press(kKeyPad1);
   ShowDroppedFolder(Join(AppPath, u"\\song\\1.bms"));
+  EXPECT_EQ(PanelRow(), nullptr) << "nothing of the list that was sorted";
   EXPECT_EQ(lastSong, -1);
   EXPECT_EQ(GameState, kStateSongSelect);
   EXPECT_EQ(message.text, u"NO CHARTS IN 1.bms: DROP A FOLDER OF CHARTS");
