@@ -21,6 +21,9 @@ void ResetSettings() {
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
   MyName.clear();
+  NetPort = 21520;
+  NetAddress.clear();
+  MenuLanguage.clear();
   brd.clear();
 }
 

@@ -42,6 +42,7 @@ inline uint8_t BMSPreview = 0;
 inline uint8_t ENDLESSMODE = 0;
 inline int32_t PreviewDelay = 1000;  // ms
 inline bool CourseEffect = false;
+inline Text MenuLanguage;       // of the startup menu: "ja", "en", or empty for the system's
 inline int32_t LoadBudget = 0;  // MiB that sounds and pictures may hold together; up to 0: half of the memory
 
 // Play
@@ -57,6 +58,8 @@ inline bool JoyXYEnable = false;
 inline bool SCRATCH1P = false;  // turntable on the right
 inline bool SCRATCH2P = false;
 inline Text MyName;
+inline int32_t NetPort = 21520;  // of a battle's session; 1 to 65535
+inline Text NetAddress;  // HOST or HOST:PORT of the session to join; empty: the local network is asked
 
 inline Text brd;  // skin of the screens outside a play, with its full path
 
