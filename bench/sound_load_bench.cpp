@@ -11,8 +11,10 @@
 
 #include "base/paths.h"
 #include "bench/support/bench_game.h"
+#include "chart/reader.h"
 #include "platform/files.h"
 #include "platform/sound_device.h"
+#include "platform/text.h"
 #include "sound/slots.h"
 #include "state/chart.h"
 #include "state/options.h"
@@ -85,6 +87,36 @@ void LoadMp3(benchmark::State& state) {
   platform::CloseSoundDevice();
 }
 BENCHMARK(LoadMp3)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The sounds of a file as a chart names them, read with the chart.
+void ReadChartOf(benchmark::State& state, const BenchGame& game, const std::string& bytes, TextView kind) {
+  Text lines;
+  for (int32_t slot = 1; slot <= 255; ++slot) {
+    game.WriteData(Join(u"song\\sound", slot, kind), bytes);
+    lines +=
+        Join(u"\r\n#WAV", slot < 16 ? u"0" : u"", Hex(static_cast<uint32_t>(slot)), u" sound", slot, kind);
+  }
+  const Text chart = game.WriteData(u"song\\chart.bms", platform::EncodeUtf8(lines));
+  RealHiSpeed = 1;
+  platform::OpenSoundDevice(platform::SoundOutput::kOffline);
+  for (auto _ : state) {
+    ReleaseAllSounds();
+    BMSInit();
+    BMSRead(chart);
+  }
+  platform::CloseSoundDevice();
+}
+
+void ReadWavChart(benchmark::State& state) { ReadChartOf(state, BenchGame(), WavOf(4410), u".wav"); }
+BENCHMARK(ReadWavChart)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void ReadMp3Chart(benchmark::State& state) {
+  const BenchGame game;
+  const std::string bytes = Mp3OfASecond(game);
+  if (bytes.empty()) return state.SkipWithError("lame is not installed");
+  ReadChartOf(state, game, bytes, u".mp3");
+}
+BENCHMARK(ReadMp3Chart)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void Reload(benchmark::State& state) {
   const BenchGame game;

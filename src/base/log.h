@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -26,5 +27,17 @@ struct LogOutput {
   void (*afterLine)() = nullptr;       // called behind each line, as the boot screen wants it
 };
 inline LogOutput logOutput;
+
+// Runs the work and gives the lines that it would have logged, which the log does not get.
+template <typename Work>
+std::vector<Text> LinesOf(Work work) {
+  std::vector<Text> lines;
+  const LogOutput output = std::exchange(logOutput, {.file = false, .lines = &lines});
+  const int32_t indent = std::exchange(LogIndent, 0);
+  work();
+  LogIndent = indent;
+  logOutput = output;
+  return lines;
+}
 
 }  // namespace qlm

@@ -13,6 +13,7 @@
 #include "chart/lines.h"
 #include "chart/random_blocks.h"
 #include "chart/random_lane.h"
+#include "chart/sounds_ahead.h"
 #include "graphics/bga.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -103,14 +104,15 @@ class LineReader {
   void ReadTempo(TextView line, int64_t start, HeaderField field, float& target);
   void ReadRankOrRandom(TextView line);
   void ReportUnknown(TextView line);
-  void ReadWav(TextView line) const;
+  void ReadWav(TextView line);
   void ReadBmp(TextView line) const;
   bool GoesOn();
 
   ChartReport* report_;
   TextView folder_;
   RandomBlocks blocks_;
-  int32_t measure_ = 0;  // of the last line whose measure was a number
+  std::optional<SoundsAhead> soundsAhead_;  // where sounds are loaded while their lines are read
+  int32_t measure_ = 0;                     // of the last line whose measure was a number
   int32_t channel_ = 0;
   std::optional<uint32_t> lastPump_;  // clock
 };
@@ -120,6 +122,7 @@ bool LineReader::ReadLines(TextView text) {
   const size_t shown = place == TextView::npos ? 3 : place + 1;
   DebugLog(Join(u"Found First at ", static_cast<int64_t>(shown)));
   SeedRnd(platform::Now());
+  if (CourseMode ? CourseLoadMode == 2 : WAVLoadmode == 0) soundsAhead_.emplace(text, folder_);
   while (place != TextView::npos) {
     // Quirk: the end is looked for behind the line's first character, so that a line holding only # takes in
     // the next.
@@ -257,10 +260,11 @@ void LineReader::ReportUnknown(TextView line) {
   if (report_ != nullptr) report_->Unknown(line);
 }
 
-void LineReader::ReadWav(TextView line) const {
+void LineReader::ReadWav(TextView line) {
   const int32_t slot = SlotOf(line);
   if (report_ != nullptr) return report_->Define(report_->sounds, u"WAV", line, slot);
   if (NoWAV) return;
+  if (soundsAhead_) soundsAhead_->Reach(line);
   Text file = Join(folder_, Argument(line, 7));
   if (!CourseMode) {
     WavLoaded.Put(slot, 0);

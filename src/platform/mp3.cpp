@@ -4,9 +4,11 @@
 #include <mpg123.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "platform/heap.h"
 
@@ -111,9 +113,11 @@ int TakeFrames(mpg123_handle* decoder, size_t most, DecodedMp3& sound) {
   }
 }
 
-int DecodeAll(mpg123_handle* decoder, std::string_view data, size_t most, DecodedMp3& sound) {
+int DecodeAll(mpg123_handle* decoder, std::string_view data, size_t most, const std::atomic<bool>* givenUp,
+              DecodedMp3& sound) {
   int answer = MPG123_NEED_MORE;
   while (answer == MPG123_NEED_MORE && !data.empty()) {
+    if (givenUp != nullptr && *givenUp) return MPG123_ERR;
     const std::string_view piece = data.substr(0, kFedBytes);
     data.remove_prefix(piece.size());
     answer = mpg123_feed(decoder, reinterpret_cast<const unsigned char*>(piece.data()), piece.size());
@@ -130,7 +134,7 @@ Mp3Error ErrorOf(int answer, const DecodedMp3& sound) {
 
 }  // namespace
 
-DecodedMp3 DecodeMp3(std::string_view data, size_t most) {
+DecodedMp3 DecodeMp3(std::string_view data, size_t most, const std::atomic<bool>* givenUp) {
   DecodedMp3 sound;
   const size_t first = FirstFrame(data);
   const bool synced = first < data.size();
@@ -141,9 +145,19 @@ DecodedMp3 DecodeMp3(std::string_view data, size_t most) {
     return sound;
   }
   int answer = MPG123_OUT_OF_MEM;
-  WithinMemory([&] { answer = DecodeAll(decoder.get(), data, most, sound); });
+  WithinMemory([&] { answer = DecodeAll(decoder.get(), data, most, givenUp, sound); });
   sound.error = ErrorOf(answer, sound);
   return sound;
+}
+
+Mp3Decoding::Mp3Decoding(std::string file, size_t start, size_t size, size_t most)
+    // Where no thread can be had, the decoding runs in Take.
+    : sound_(std::async([this, file = std::move(file), start, size, most] {
+        return DecodeMp3(std::string_view(file).substr(start, size), most, &givenUp_);
+      })) {}
+
+bool Mp3Decoding::DoneWithin(uint32_t milliseconds) {
+  return sound_.wait_for(std::chrono::milliseconds(milliseconds)) != std::future_status::timeout;
 }
 
 }  // namespace platform

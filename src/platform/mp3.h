@@ -1,7 +1,9 @@
 // Decoding of MPEG audio.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
+#include <future>
 #include <string>
 #include <string_view>
 
@@ -24,7 +26,27 @@ struct DecodedMp3 {
 
 // Decodes frames of layers I to III from the first whole one on, at their own rate, and trims nothing. What
 // lies between frames is passed over. Frames of another rate or number of channels end the sound. Any bytes
-// will do; may be called by any thread. `most` is the longest sound, in bytes.
-DecodedMp3 DecodeMp3(std::string_view data, size_t most);
+// will do; may be called by any thread. `most` is the longest sound, in bytes. Gives up, as broken, soon
+// after `givenUp` became true.
+DecodedMp3 DecodeMp3(std::string_view data, size_t most, const std::atomic<bool>* givenUp = nullptr);
+
+// One decoding on a core of its own. The destructor gives up what is not done yet.
+class Mp3Decoding {
+ public:
+  // Decodes the bytes from `start` on.
+  Mp3Decoding(std::string file, size_t start, size_t size, size_t most);
+  ~Mp3Decoding() { GiveUp(); }
+  Mp3Decoding(const Mp3Decoding&) = delete;
+  Mp3Decoding& operator=(const Mp3Decoding&) = delete;
+
+  bool DoneWithin(uint32_t milliseconds);
+  void GiveUp() { givenUp_ = true; }
+  // What DecodeMp3 gives for these bytes, once; waits for it.
+  DecodedMp3 Take() { return sound_.get(); }
+
+ private:
+  std::atomic<bool> givenUp_ = false;
+  std::future<DecodedMp3> sound_;
+};
 
 }  // namespace platform

@@ -164,6 +164,10 @@ SoundBufferPtr CreateSndBuf(Text& path, platform::SoundDescription& description,
   return created.buffer;
 }
 
+void LoadAhead(Text path) {
+  if (FindSoundFile(path)) DecodeAhead(path);
+}
+
 platform::SoundFormat ReadWavHeader(TextView path) {
   soundFile.Open(path);
   const std::optional<platform::SoundFormat> format = NextFormat();

@@ -10,6 +10,8 @@ namespace qlm {
 // come back with another extension; `description` and `format` come back as they were used.
 SoundBufferPtr CreateSndBuf(Text& path, platform::SoundDescription& description,
                             platform::SoundFormat& format, platform::SoundError& error);
+// Tells that CreateSndBuf will be asked for `path` soon: what takes long is begun on another core.
+void LoadAhead(Text path);
 // The format record of a file, all zero when its header is not recognised; the data's length goes to
 // WavDataSize, which otherwise keeps the value of the file before.
 platform::SoundFormat ReadWavHeader(TextView path);

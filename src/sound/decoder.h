@@ -1,6 +1,7 @@
 // Compressed sound files.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "base/text.h"
@@ -14,5 +15,11 @@ namespace qlm {
 // failures.
 int32_t DecodeToBuffer(TextView path, SoundBufferPtr& buffer, platform::SoundDescription& description,
                        platform::SoundFormat& format);
+
+// Begins to decode the file at `path`, if it is compressed, on another core. When DecodeToBuffer asks for it,
+// it gives and logs the same as without. At most SoundsAtOnce files are kept: the oldest are dropped.
+void DecodeAhead(TextView path);
+size_t SoundsAtOnce();
+void ForgetSoundsAhead();
 
 }  // namespace qlm

@@ -9,6 +9,7 @@
 #include "base/paths.h"
 #include "platform/clock.h"
 #include "sound/buffers.h"
+#include "tests/sound/silent_frames.h"
 #include "tests/sound/sound_test.h"
 #include "tests/support/process.h"
 
@@ -17,33 +18,12 @@ namespace {
 
 using Lines = std::vector<Text>;
 
-// Frames that decode to silence: a header, and zeros for all that stands behind it.
-struct Frames {
-  std::string header;
-  size_t bytes;      // of one
-  uint32_t samples;  // of one, for each channel
-  uint32_t rate;
-  uint16_t channels;
-
-  std::string Times(size_t count) const {
-    std::string frame = header;
-    frame.resize(bytes);
-    std::string all;
-    while (count-- > 0) all += frame;
-    return all;
-  }
-};
-
-// Layer I: 32 kbit/s at 32000 Hz, 12 * 32000 / 32000 slots of 4 bytes.
-const Frames kLayer1 = {std::string("\xFF\xFF\x18\xC0", 4), 48, 384, 32000, 1};
-// Layer II: 64 kbit/s at 48000 Hz, 144 * 64000 / 48000.
-const Frames kLayer2 = {std::string("\xFF\xFD\x44\xC0", 4), 192, 1152, 48000, 1};
-// Layer III: 128 kbit/s at 48000 Hz, 144 * 128000 / 48000, two channels.
-const Frames kLayer3 = {std::string("\xFF\xFB\x94\x00", 4), 384, 1152, 48000, 2};
-// MPEG-2: 64 kbit/s at 24000 Hz, 72 * 64000 / 24000.
-const Frames kMpeg2 = {std::string("\xFF\xF3\x84\xC0", 4), 192, 576, 24000, 1};
-// MPEG-2.5: 32 kbit/s at 8000 Hz, 72 * 32000 / 8000.
-const Frames kMpeg25 = {std::string("\xFF\xE3\x48\xC0", 4), 288, 576, 8000, 1};
+std::string Id3Tag(size_t size) {
+  std::string tag = std::string("ID3\x03\0\0", 6);
+  for (const int shift : {21, 14, 7, 0}) tag += static_cast<char>((size >> shift) & 127);
+  tag.resize(10 + size);
+  return tag;
+}
 
 class DecoderTest : public SoundTest {
  protected:
@@ -96,7 +76,7 @@ TEST_F(DecoderTest, EachStepIsLogged) {
 }
 
 TEST_F(DecoderTest, TheFirstFrameIsLostAndNothingElse) {
-  for (const Frames& frames : {kLayer1, kLayer2, kLayer3, kMpeg2, kMpeg25}) {
+  for (const SilentFrames& frames : {kLayer1, kLayer2, kLayer3, kMpeg2, kMpeg25}) {
     const Decoded decoded = Decode(frames.Times(10));
     ASSERT_EQ(decoded.answer, kDecoded);
     EXPECT_EQ(decoded.description.bytes, 9 * frames.samples * frames.channels * 2);
@@ -130,10 +110,7 @@ TEST_F(DecoderTest, AFileThatBeginsOtherwiseIsTakenForPcm) {
 
 TEST_F(DecoderTest, BehindAnId3Tag) {
   for (const size_t size : {size_t{0}, size_t{1}, size_t{127}, size_t{128}, size_t{4086}, size_t{20000}}) {
-    std::string tag = std::string("ID3\x03\0\0", 6);
-    for (const int shift : {21, 14, 7, 0}) tag += static_cast<char>((size >> shift) & 127);
-    tag.resize(10 + size);
-    EXPECT_EQ(Decode(tag + kLayer3.Times(4)).description.bytes, 3U * 1152 * 4) << size;
+    EXPECT_EQ(Decode(Id3Tag(size) + kLayer3.Times(4)).description.bytes, 3U * 1152 * 4) << size;
   }
 }
 
@@ -218,6 +195,55 @@ TEST_F(DecoderTest, Layer2OfAnEncoder) {
     const uint32_t frames = decoded.description.bytes / decoded.format.blockAlign;
     EXPECT_GE(frames + 2 * 1152, rate);
     EXPECT_LE(frames, rate + 2 * 1152);
+  }
+}
+
+// What surrounds the frames changes none of their samples.
+TEST_F(DecoderTest, AnEncodersFileSoundsTheSameInEveryWrapping) {
+  const std::string bare = Encoded(44100, {"lame", "--quiet", "-b", "128", "-t"});
+  const Decoded wanted = Decode(bare);
+  ASSERT_EQ(wanted.answer, kDecoded);
+  const uint32_t frames = wanted.description.bytes / wanted.format.blockAlign;
+  wanted.buffer->Play(false);
+  const Samples samples = Render(frames);
+
+  const std::string chunk = Chunk("data", bare);
+  const std::string wave =
+      "WAVE" +
+      Chunk("fmt ", Little(85, 2) + Little(1, 2) + Little(44100, 4) + Little(16000, 4) + Little(1, 2) +
+                        Little(0, 2) + Little(12, 2) + std::string(12, '\0')) +
+      chunk;
+  std::string tagAtTheEnd = "TAG";
+  tagAtTheEnd.resize(128, 'x');
+  std::vector<std::string> files = {"RIFF" + Little(wave.size(), 4) + wave,
+                                    "RIFF" + Little(4 + chunk.size(), 4) + "RMP3" + chunk,
+                                    bare + tagAtTheEnd};
+  for (const size_t size : {size_t{0}, size_t{1}, size_t{127}, size_t{128}, size_t{4086}, size_t{20000}}) {
+    files.push_back(Id3Tag(size) + bare);
+  }
+  for (size_t i = 0; i < files.size(); ++i) {
+    const Decoded decoded = Decode(files[i]);
+    ASSERT_EQ(decoded.answer, kDecoded) << i;
+    ASSERT_EQ(decoded.description.bytes, wanted.description.bytes) << i;
+    decoded.buffer->Play(false);
+    EXPECT_EQ(Render(frames), samples) << i;
+  }
+}
+
+// 128 kbit/s at 44100 Hz: 144 * 128000 / 44100 is 417.96, so a frame has 417 or 418 bytes.
+TEST_F(DecoderTest, AnEncodersFileCutShortAtEveryByteOfTheFirstKilobyte) {
+  const std::string file = Encoded(44100, {"lame", "--quiet", "-b", "128", "-t"});
+  ASSERT_GT(file.size(), 1024U);
+  for (size_t length = 0; length <= 1024; ++length) {
+    const Decoded decoded = Decode(file.substr(0, length));
+    EXPECT_EQ(decoded.answer == kDecoded, decoded.buffer != nullptr) << length;
+    if (decoded.answer == kDecoded) {
+      // The bytes of a frame that was cut may look like one more.
+      EXPECT_LE(decoded.description.bytes, (length / 417 + 1) * 1152 * 2) << length;
+    }
+    if (length < 417) {
+      EXPECT_NE(decoded.answer, kDecoded) << length;
+    }
   }
 }
 
