@@ -24,13 +24,23 @@ constexpr int32_t kDisplayOk = 0;
 constexpr int32_t kDisplayFailed = static_cast<int32_t>(0x80004005);
 constexpr int32_t kBadSize = static_cast<int32_t>(0x80070057);
 
+// Another value than those told counts as the first.
+platform::Scaling ScalingOf(int32_t setting) {
+  switch (setting) {
+    case 1: return platform::Scaling::kWhole;
+    case 2: return platform::Scaling::kSmooth;
+    default: return platform::Scaling::kBest;
+  }
+}
+
 int32_t OpenDisplay() {
   std::string why;
   const bool opened = platform::OpenGameWindow({.title = u"quillmarch",
                                                 .windowed = Windowed,
                                                 .width = Halfsize ? 320 : 640,
                                                 .height = Halfsize ? 240 : 480,
-                                                .waitForBlank = !NOVSync},
+                                                .waitForBlank = !NOVSync,
+                                                .scaling = ScalingOf(Scaling)},
                                                why);
   if (opened) return kDisplayOk;
   DebugLog(Join(u"Error: Can't create DirectDraw object. : ", kDisplayFailed));

@@ -30,7 +30,10 @@ struct GameWindow {
   std::unique_ptr<SDL_Texture, Release> texture;
   int32_t textureWidth = 0;
   int32_t textureHeight = 0;
+  std::unique_ptr<SDL_Texture, Release> enlarged;  // the frame by the next whole number, to be scaled down
+  int32_t enlargedTimes = 0;
   bool windowed = false;
+  Scaling scaling = Scaling::kBest;
   bool waitsForBlank = false;
   int64_t framesShown = 0;
   std::optional<std::pair<int, int>> pointer;  // where it was seen last, while it is in the window
@@ -90,10 +93,58 @@ bool MatchTexture(const Surface& frame) {
                                         SDL_TEXTUREACCESS_STREAMING, frame.Width(), frame.Height()));
   game->textureWidth = frame.Width();
   game->textureHeight = frame.Height();
+  game->enlarged.reset();
   if (game->texture) {
     SDL_SetTextureBlendMode(game->texture.get(), SDL_BLENDMODE_NONE);
   }
   return game->texture != nullptr;
+}
+
+// The whole number by which a frame is enlarged before it is brought down to its place: that keeps the edges
+// of pixels sharper than stretching them at once. 1 where the place is a whole multiple or smaller than the
+// frame.
+int32_t TimesBefore(const Rect& place) {
+  const int32_t width = game->textureWidth;
+  const int32_t height = game->textureHeight;
+  if (place.Width() % width == 0 && place.Height() % height == 0) return 1;
+  return std::max((place.Width() + width - 1) / width, (place.Height() + height - 1) / height);
+}
+
+// False where there is no such texture.
+bool MatchEnlarged(int32_t times) {
+  if (game->enlarged && game->enlargedTimes == times) return true;
+  game->enlarged.reset(SDL_CreateTexture(game->renderer.get(), SDL_PIXELFORMAT_ARGB8888,
+                                         SDL_TEXTUREACCESS_TARGET, game->textureWidth * times,
+                                         game->textureHeight * times));
+  game->enlargedTimes = times;
+  if (!game->enlarged) return false;
+  SDL_SetTextureBlendMode(game->enlarged.get(), SDL_BLENDMODE_NONE);
+  SDL_SetTextureScaleMode(game->enlarged.get(), SDL_ScaleModeLinear);
+  return true;
+}
+
+void Enlarge() {
+  SDL_SetTextureScaleMode(game->texture.get(), SDL_ScaleModeNearest);
+  SDL_SetRenderTarget(game->renderer.get(), game->enlarged.get());
+  SDL_RenderCopy(game->renderer.get(), game->texture.get(), nullptr, nullptr);
+  SDL_SetRenderTarget(game->renderer.get(), nullptr);
+}
+
+// What is to be copied to this place of the window: the frame, or it enlarged.
+SDL_Texture* TextureFor(const Rect& place) {
+  const int32_t times = TimesBefore(place);
+  if (times > 1 && MatchEnlarged(times)) {
+    Enlarge();
+    return game->enlarged.get();
+  }
+  const bool whole = place.Width() % game->textureWidth == 0 && place.Height() % game->textureHeight == 0;
+  SDL_SetTextureScaleMode(game->texture.get(), whole ? SDL_ScaleModeNearest : SDL_ScaleModeLinear);
+  return game->texture.get();
+}
+
+// `whole` brought down as `part` is to `of`; at least 1.
+int32_t EvenPart(int32_t whole, int32_t part, int32_t of) {
+  return static_cast<int32_t>(std::max<int64_t>(int64_t{whole} * part / of, 1));
 }
 
 // Where the last frame stands in the window, in its pixels.
@@ -105,7 +156,7 @@ std::optional<Rect> FramePlace() {
     return {};
   }
   return game->windowed ? Rect{0, 0, width, height}
-                        : PlaceFrame(width, height, game->textureWidth, game->textureHeight);
+                        : PlaceFrame(width, height, game->textureWidth, game->textureHeight, game->scaling);
 }
 
 void PlacePointer() {
@@ -244,6 +295,7 @@ bool OpenGameWindow(const WindowOptions& options, std::string& why) {
   }
   GameWindow opened;
   opened.windowed = options.windowed;
+  opened.scaling = options.scaling;
   opened.waitsForBlank = options.waitForBlank;
   opened.window.reset(CreateWindow(options));
   if (!opened.window) {
@@ -273,6 +325,7 @@ void CloseGameWindow() {
 void AbandonWindow() {
   if (!game) return;
   lastPlacement = PlacementOf(game->window.get());
+  static_cast<void>(game->enlarged.release());
   static_cast<void>(game->texture.release());
   static_cast<void>(game->renderer.release());
   static_cast<void>(game->window.release());
@@ -289,18 +342,17 @@ void SetWindowTitle(std::u16string_view title) {
   }
 }
 
-Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frameHeight) {
-  int32_t shownWidth = 0;
-  int32_t shownHeight = 0;
-  if (const int32_t times = std::min(width / frameWidth, height / frameHeight); times >= 1) {
-    shownWidth = frameWidth * times;
-    shownHeight = frameHeight * times;
-  } else if (int64_t{width} * frameHeight <= int64_t{height} * frameWidth) {
-    shownWidth = width;
-    shownHeight = static_cast<int32_t>(std::max<int64_t>(int64_t{width} * frameHeight / frameWidth, 1));
-  } else {
-    shownWidth = static_cast<int32_t>(std::max<int64_t>(int64_t{height} * frameWidth / frameHeight, 1));
-    shownHeight = height;
+Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frameHeight, Scaling scaling) {
+  const int32_t times = std::min(width / frameWidth, height / frameHeight);
+  int32_t shownWidth = frameWidth * times;
+  int32_t shownHeight = frameHeight * times;
+  const bool fills =
+      int64_t{shownWidth} * 100 >= int64_t{width} * 85 || int64_t{shownHeight} * 100 >= int64_t{height} * 85;
+  const bool whole = times >= 1 && (scaling == Scaling::kWhole || (scaling == Scaling::kBest && fills));
+  if (!whole) {
+    const bool touchesSides = int64_t{width} * frameHeight <= int64_t{height} * frameWidth;
+    shownWidth = touchesSides ? width : EvenPart(height, frameWidth, frameHeight);
+    shownHeight = touchesSides ? EvenPart(width, frameHeight, frameWidth) : height;
   }
   const int32_t left = (width - shownWidth) / 2;
   const int32_t top = (height - shownHeight) / 2;
@@ -319,14 +371,13 @@ void ShowFrame(const Surface& frame, bool waitForBlank) {
     game->waitsForBlank = waitForBlank;
     SDL_RenderSetVSync(game->renderer.get(), waitForBlank ? 1 : 0);
   }
-  const bool whole = place->Width() % frame.Width() == 0 && place->Height() % frame.Height() == 0;
-  SDL_SetTextureScaleMode(game->texture.get(), whole ? SDL_ScaleModeNearest : SDL_ScaleModeLinear);
   SDL_UpdateTexture(game->texture.get(), nullptr, frame.Row(0).data(),
                     frame.Width() * static_cast<int>(sizeof(Colour)));
+  SDL_Texture* const source = TextureFor(*place);
   SDL_SetRenderDrawColor(game->renderer.get(), 0, 0, 0, 255);
   SDL_RenderClear(game->renderer.get());
   const SDL_Rect target{place->left, place->top, place->Width(), place->Height()};
-  SDL_RenderCopy(game->renderer.get(), game->texture.get(), nullptr, &target);
+  SDL_RenderCopy(game->renderer.get(), source, nullptr, &target);
   SDL_RenderPresent(game->renderer.get());
   ++game->framesShown;
   PlacePointer();

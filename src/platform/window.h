@@ -9,12 +9,20 @@
 
 namespace platform {
 
+// How a frame is enlarged on the whole desktop.
+enum class Scaling {
+  kBest,    // by a whole number if it then fills 85% of one side of the screen, else to the edges
+  kWhole,   // by a whole number
+  kSmooth,  // to the edges of the screen
+};
+
 struct WindowOptions {
   std::u16string title;
   bool windowed = false;  // otherwise the whole desktop, in its own mode
   int32_t width = 640;    // of the window's inside
   int32_t height = 480;
   bool waitForBlank = true;
+  Scaling scaling = Scaling::kBest;
 };
 
 enum class MouseButton { kLeft, kMiddle, kRight, kOther };
@@ -49,9 +57,10 @@ uint32_t GameWindowNumber();
 void SetWindowTitle(std::u16string_view title);
 
 // Where a frame of frameWidth by frameHeight pixels stands in an area of width by height pixels: in the
-// middle, enlarged by the greatest whole number that fits; where not even the frame itself fits, scaled down
-// evenly. All numbers are above 0.
-Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frameHeight);
+// middle, enlarged as told; where not even the frame itself fits, scaled down evenly. All numbers are above
+// 0.
+Rect PlaceFrame(int32_t width, int32_t height, int32_t frameWidth, int32_t frameHeight,
+                Scaling scaling = Scaling::kBest);
 
 // Shows the whole of `frame`: on the desktop where PlaceFrame puts it, with black borders; in a window it
 // fills the inside. Does nothing without a window.

@@ -17,6 +17,7 @@ void ResetSettings() {
   BMSPreview = ENDLESSMODE = 0;
   PreviewDelay = 1000;
   CourseEffect = false;
+  Scaling = 0;
   LoadBudget = 0;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;

@@ -25,15 +25,28 @@ TEST(NoDriver, OpeningFailsAndTellsWhy) {
   PumpWindowEvents({});
 }
 
-TEST(PlaceFrame, TakesTheGreatestWholeNumberThatFits) {
+// 960 is 89% of 1080, 1920 is 89% of 2160.
+TEST(PlaceFrame, TakesAWholeNumberWhereThatFillsMostOfOneSide) {
   EXPECT_EQ(PlaceFrame(640, 480, 640, 480), (Rect{0, 0, 640, 480}));
   EXPECT_EQ(PlaceFrame(1280, 960, 640, 480), (Rect{0, 0, 1280, 960}));
   EXPECT_EQ(PlaceFrame(1920, 1080, 640, 480), (Rect{320, 60, 1600, 1020}));
   EXPECT_EQ(PlaceFrame(3840, 2160, 640, 480), (Rect{640, 120, 3200, 2040}));
 }
 
-TEST(PlaceFrame, SurroundsAFrameThatCannotBeDoubled) {
-  EXPECT_EQ(PlaceFrame(1024, 768, 640, 480), (Rect{192, 144, 832, 624}));
+// 480 is 63% of 768 and 53% of 900; 640 by 480 would be 85% of 753 by 565.
+TEST(PlaceFrame, GoesToTheEdgesWhereAWholeNumberLeavesMuchEmpty) {
+  EXPECT_EQ(PlaceFrame(1024, 768, 640, 480), (Rect{0, 0, 1024, 768}));
+  EXPECT_EQ(PlaceFrame(1366, 768, 640, 480), (Rect{171, 0, 1195, 768}));
+  EXPECT_EQ(PlaceFrame(1440, 900, 640, 480), (Rect{120, 0, 1320, 900}));
+  EXPECT_EQ(PlaceFrame(900, 564, 640, 480), (Rect{130, 42, 770, 522}));
+  EXPECT_EQ(PlaceFrame(900, 565, 640, 480), (Rect{73, 0, 826, 565}));
+  EXPECT_EQ(PlaceFrame(1000, 2000, 640, 480), (Rect{0, 625, 1000, 1375}));
+}
+
+TEST(PlaceFrame, DoesAsItIsTold) {
+  EXPECT_EQ(PlaceFrame(1440, 900, 640, 480, Scaling::kWhole), (Rect{400, 210, 1040, 690}));
+  EXPECT_EQ(PlaceFrame(1920, 1080, 640, 480, Scaling::kSmooth), (Rect{240, 0, 1680, 1080}));
+  EXPECT_EQ(PlaceFrame(320, 240, 640, 480, Scaling::kWhole), (Rect{0, 0, 320, 240}));
 }
 
 TEST(PlaceFrame, ShrinksEvenlyWhereNotEvenTheFrameFits) {
