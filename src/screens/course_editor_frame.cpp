@@ -11,6 +11,7 @@
 #include "platform/clock.h"
 #include "platform/text.h"
 #include "screens/list_text.h"
+#include "screens/words.h"
 #include "sound/play.h"
 #include "state/courses.h"
 #include "state/session.h"
@@ -146,7 +147,7 @@ TextView HelpOf(int32_t line) {
 }
 
 void WriteHelp() {
-  DrawLine({0, kHelpTop, kScreen.right, kHelpTop + kRowFont.height}, HelpOf(songSelect.courseCursor),
+  DrawLine({0, kHelpTop, kScreen.right, kHelpTop + kRowFont.height}, Words(HelpOf(songSelect.courseCursor)),
            kRowFont, kHelpInk);
   const auto wobble = static_cast<int32_t>(platform::Now() / 100 % 4);
   Write(400 + wobble, 10, u"[ESC]Exit [F10]Save");

@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "platform/clock.h"
 #include "screens/list_text.h"
+#include "screens/words.h"
 #include "state/session.h"
 
 namespace qlm {
@@ -52,8 +53,9 @@ void DrawHelp() {
   const int32_t left = 300 + Sway();
   for (const Help& help : kHelp) {
     if (help.state != GameState) continue;
-    DrawLine({left, kTop, 640, kTop + kLineHeight}, help.first, kRowFont, kHelpColour);
-    DrawLine({left, kTop + kLineHeight, 640, kTop + 2 * kLineHeight}, help.second, kRowFont, kHelpColour);
+    DrawLine({left, kTop, 640, kTop + kLineHeight}, Words(help.first), kRowFont, kHelpColour);
+    DrawLine({left, kTop + kLineHeight, 640, kTop + 2 * kLineHeight}, Words(help.second), kRowFont,
+             kHelpColour);
   }
 }
 

@@ -20,6 +20,7 @@
 #include "play_screen/figures.h"
 #include "play_screen/gauge_graph.h"
 #include "screens/result_pieces.h"
+#include "screens/words.h"
 #include "sound/play.h"
 #include "state/chart.h"
 #include "state/gauge.h"
@@ -146,8 +147,8 @@ void DrawSeal(int32_t t) {
 void DrawWaiting() {
   constexpr platform::Colour kPaper = platform::Rgb(0xF3, 0xEA, 0xD3);
   if (network.NetPlaying) {
-    platform::DrawFontText(*DDBack, 80, 250, u"接続中の他のプレイヤーの演奏が終了するまでお待ち下さい。", 16,
-                           kPaper);
+    platform::DrawFontText(*DDBack, 80, 250,
+                           Words(u"接続中の他のプレイヤーの演奏が終了するまでお待ち下さい。"), 16, kPaper);
   }
 }
 

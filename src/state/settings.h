@@ -42,7 +42,7 @@ inline uint8_t BMSPreview = 0;
 inline uint8_t ENDLESSMODE = 0;
 inline int32_t PreviewDelay = 1000;  // ms
 inline bool CourseEffect = false;
-inline Text MenuLanguage;    // of the startup menu: "ja", "en", or empty for the system's
+inline Text MenuLanguage;    // "ja", "en", or empty: the menu follows the system
 inline int32_t Scaling = 0;  // on the whole desktop: 0 what looks best, 1 by a whole number, 2 to the edges
 inline int32_t LoadBudget = 0;  // MiB that sounds and pictures may hold together; up to 0: half of the memory
 
