@@ -49,11 +49,13 @@ bool OpenSession(uint16_t port, std::u16string_view playerName);
 // Asks the local network, by broadcast, which sessions there are, and listens for `milliseconds`.
 std::vector<FoundSession> FindSessions(uint16_t port, int milliseconds);
 
-// Joins the session at HOST or HOST:PORT (`port` where none is given). Waits until every player of it is
-// connected; false when that fails: then nothing of it stays. `port` 0 as in OpenSession.
+// Joins the session at HOST or HOST:PORT (`port` where none is given). The own port is `port`, or any free
+// one when that is taken or 0. Waits until the host's game has received the news and every player is
+// connected, ten seconds at most; false when that fails: then nothing of it stays, and a note says why.
 bool JoinSession(std::string_view address, uint16_t port, std::u16string_view playerName);
 
-// Takes leave of the others; they learn it at once. Nothing when no session is open.
+// Takes leave of the others; they learn it at once. Waits until they have heard it, but no more than a
+// quarter of a second. Nothing when no session is open.
 void LeaveSession();
 
 bool SessionIsOpen();

@@ -1,0 +1,83 @@
+// The one session of the program.
+#include "platform/session.h"
+
+#include <charconv>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "platform/session_service.h"
+#include "platform/session_sockets.h"
+
+namespace platform {
+namespace {
+
+std::unique_ptr<SessionService> session;
+std::vector<std::u16string> notes;  // of sessions that are over
+const std::vector<SessionPlayer> nobody;
+
+// HOST or HOST:PORT.
+std::optional<SessionAddress> ReadAddress(std::string_view text, uint16_t port) {
+  const size_t colon = text.find(':');
+  const std::string host(text.substr(0, colon));
+  if (colon != std::string_view::npos) {
+    const std::string_view digits = text.substr(colon + 1);
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
+    if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+  }
+  const std::optional<uint32_t> number = host.empty() ? std::nullopt : ResolveHost(host);
+  if (!number || port == 0) return std::nullopt;
+  return SessionAddress{*number, port};
+}
+
+}  // namespace
+
+bool OpenSession(uint16_t port, std::u16string_view playerName) {
+  LeaveSession();
+  session = SessionService::Open(port, playerName);
+  return session != nullptr;
+}
+
+std::vector<FoundSession> FindSessions(uint16_t, int) { return {}; }
+
+bool JoinSession(std::string_view address, uint16_t port, std::u16string_view playerName) {
+  LeaveSession();
+  const std::optional<SessionAddress> host = ReadAddress(address, port);
+  if (!host) {
+    notes.emplace_back(u"Could not join: there is no such address");
+    return false;
+  }
+  session = SessionService::Join(*host, port, playerName, notes);
+  return session != nullptr;
+}
+
+void LeaveSession() {
+  if (session == nullptr) return;
+  const std::vector<std::u16string> last = session->TakeNotes();
+  notes.insert(notes.end(), last.begin(), last.end());
+  session.reset();
+}
+
+bool SessionIsOpen() { return session != nullptr; }
+int32_t SessionPlayerId() { return session == nullptr ? 0 : session->PlayerId(); }
+uint16_t SessionPort() { return session == nullptr ? 0 : session->Port(); }
+const std::vector<SessionPlayer>& SessionPlayers() {
+  return session == nullptr ? nobody : session->Players();
+}
+int SessionMessageCount() { return session == nullptr ? 0 : session->MessageCount(); }
+SessionMessage ReceiveFromSession() { return session == nullptr ? SessionMessage() : session->Receive(); }
+
+bool SendToSession(int32_t to, std::string_view body, int32_t from) {
+  return session != nullptr && session->Send(to, body, from);
+}
+
+std::vector<std::u16string> TakeSessionNotes() {
+  std::vector<std::u16string> all = std::exchange(notes, {});
+  if (session != nullptr) {
+    const std::vector<std::u16string> latest = session->TakeNotes();
+    all.insert(all.end(), latest.begin(), latest.end());
+  }
+  return all;
+}
+
+}  // namespace platform
