@@ -7,6 +7,7 @@
 #include "net/messages.h"
 #include "play_screen/gauge_graph.h"
 #include "state/gauge.h"
+#include "state/network.h"
 #include "state/session.h"
 #include "state/timeline.h"
 
@@ -21,7 +22,7 @@ void TakeSample(int32_t slot) {
   if (sample) GaugeHistory[0].Put(slot, *sample);
   const int64_t next = int64_t{slot} + 1;
   HistoryNext[0] = static_cast<float>(next);
-  if (BattleActive && next % kSamplesASend == 0) SendGaugeData();
+  if (network.NetActive && next % kSamplesASend == 0) SendGaugeData();
   if (!sample) return;
   StoreOwnGauge(slot, *sample);
   DrawGaugeSample(slot, *sample);

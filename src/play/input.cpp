@@ -23,6 +23,7 @@
 #include "state/judgement.h"
 #include "state/keys.h"
 #include "state/message.h"
+#include "state/network.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -208,7 +209,7 @@ void AttackYourself() {
 }
 
 void AttackPlayer(int32_t position) {
-  if (BattleActive) SendAttack(position);
+  if (network.NetActive) SendAttack(position);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "sound/play.h"
 #include "state/chart.h"
 #include "state/message.h"
+#include "state/network.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/timeline.h"
@@ -123,7 +124,7 @@ void PlayLoop() {
   SeekChart(0, true);
   if (!PlayEnd) Run();
   AddRecEvent(kRecEnd, 0, 0);
-  if (BattleActive) SendEnd();
+  if (network.NetActive) SendEnd();
   GameState = kStatePlayOver;
   RestoreHiSpeed();
 }

@@ -7,6 +7,7 @@
 
 #include "base/numbers.h"
 #include "state/chart.h"
+#include "state/network.h"
 #include "state/session.h"
 #include "state/surfaces.h"
 
@@ -59,7 +60,7 @@ void PaintGraph() {
 
 void DrawGaugeSample(int32_t slot, uint8_t sample) {
   if (!DDGraph || slot <= 0 || slot > DDGraph->Width()) return;
-  const bool high = sample > kClearMark || CourseMode || BattleActive;
+  const bool high = sample > kClearMark || CourseMode || network.NetActive;
   const int32_t y = 200 - 2 * sample;
   DDGraph->Line(slot, y, slot + 3, y, high ? kHigh : kLow);
 }

@@ -38,6 +38,7 @@
 #include "state/keys.h"
 #include "state/lists.h"
 #include "state/message.h"
+#include "state/network.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/song_select.h"
@@ -72,7 +73,7 @@ void ShowLoadingScreen() {
 
 // In a battle the others wait, so that a load goes on to its end.
 bool GivenUp() {
-  if (BattleActive || !LoadAbort) return false;
+  if (network.NetActive || !LoadAbort) return false;
   UnloadBMS();
   return true;
 }
@@ -90,7 +91,7 @@ void Ready(TextView path) {
   DebugLog(u"[Ready BMS] Timer start");
   GameState = kStatePlay;
   StopSE(SE::kSelectMusic);
-  if (CourseMode || BattleActive || EndlessRun) HazardGauge = true;
+  if (CourseMode || network.NetActive || EndlessRun) HazardGauge = true;
   FadeState = kFadeTiles;
   FadeStart = platform::Now();
   DebugLog(u"Ready BMS");
@@ -103,7 +104,7 @@ void Ready(TextView path) {
   if (GivenUp()) return;
   GameState = kStatePlay;
   DebugLog(u"Load Complete");
-  if (BattleActive) {
+  if (network.NetActive) {
     DebugLog(u"Send [STANDBY]");
     SendStandby();
   }
@@ -235,7 +236,7 @@ void ArmFadeEnd() {
 void FadeEndSubject() {
   if (songSelect.deciding != 1) return;
   clearPlayList();
-  if (BattleActive) return WaitForOthersSongs();
+  if (network.NetActive) return WaitForOthersSongs();
   const int32_t state = GameState;
   PlayDecided();
   PlaySE(SE::kFade);

@@ -32,6 +32,7 @@
 #include "state/keys.h"
 #include "state/lists.h"
 #include "state/message.h"
+#include "state/network.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -294,7 +295,7 @@ void ProcessKey_SongSelect(int32_t key) {
   // The keyboard's own F8 goes to the settings by itself.
   if (controller && key == kKeyF8) ProcessKey_Settings(key);
   if (ChangeWhatOthersSee(key)) {
-    if (BattleActive) SendCurSongData(false);
+    if (network.NetActive) SendCurSongData(false);
     return;
   }
   switch (key) {

@@ -11,7 +11,7 @@ void ResetSession() {
   PlayEnd = PlayAlive = PlayFailed = PlayCleared = RankLocked = Paused = BreakActive = false;
   PlayFailedTime = BreakStart = EscStart = AttackStart = 0;
   savedBPM = 0;
-  EscHeld = EndlessRun = EchoEnabled = BattleActive = false;
+  EscHeld = EndlessRun = EchoEnabled = false;
   PreviewActive = previewRunning = previewLoading = previewStop = false;
   AttackKind = kAttackNone;
   ReturnState = 0;

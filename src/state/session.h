@@ -64,7 +64,6 @@ inline bool previewStop = false;          // a preview that runs ends with its n
 inline int32_t AttackKind = kAttackNone;  // the effect that runs
 inline uint32_t AttackStart = 0;          // clock
 inline bool EchoEnabled = false;          // echo effect
-inline bool BattleActive = false;         // a battle session is connected
 inline int32_t ReturnState = 0;           // GameState behind the play
 inline bool formRunning = true;           // the window lives: false ends the loop of the lists
 inline bool WindowActive = true;

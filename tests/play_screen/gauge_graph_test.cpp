@@ -2,6 +2,7 @@
 #include "play_screen/gauge_graph.h"
 
 #include "state/chart.h"
+#include "state/network.h"
 #include "state/session.h"
 #include "tests/graphics/picture_files.h"
 
@@ -42,7 +43,7 @@ TEST_F(Graph, AllSamplesAreRedInACourseOrBattle) {
   DrawGaugeSample(10, 0);
   EXPECT_EQ(DDGraph->Pixel(10, 200), 0xFF0000U);
   CourseMode = false;
-  BattleActive = true;
+  network.NetActive = true;
   DrawGaugeSample(20, 0);
   EXPECT_EQ(DDGraph->Pixel(20, 200), 0xFF0000U);
 }

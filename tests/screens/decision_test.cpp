@@ -18,6 +18,7 @@
 #include "state/keys.h"
 #include "state/lists.h"
 #include "state/message.h"
+#include "state/network.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -171,7 +172,7 @@ TEST_F(Decision, MadeWithinAPreviewsLoadWaitsForItsEnd) {
 
 TEST_F(Decision, InABattleTheOthersAreWaitedFor) {
   ShowCharts({u"A"});
-  BattleActive = true;
+  network.NetActive = true;
   Press(kKeyEnter);
   RunTimers();
   EXPECT_EQ(GameState, kStateBattleSongs);

@@ -10,6 +10,7 @@
 #include "state/courses.h"
 #include "state/gauge.h"
 #include "state/lists.h"
+#include "state/network.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/sounds.h"
@@ -153,7 +154,7 @@ TEST_F(LoadingTest, NothingIsGivenUpOutsideALoad) {
 }
 
 TEST_F(LoadingTest, BattleGoesOnWithItsLoad) {
-  BattleActive = true;
+  network.NetActive = true;
   RunFrames(10, [](int32_t ms) {
     if (ms == 100) AbortLoad();
   });
@@ -168,7 +169,7 @@ TEST_F(LoadingTest, HazardGaugeGoesWithCourseBattleAndEndlessRun) {
   HazardGauge = true;  // as the list may choose
   ReadyBMS(chart_);
   EXPECT_TRUE(HazardGauge);
-  for (bool* way : {&CourseMode, &BattleActive, &EndlessRun}) {
+  for (bool* way : {&CourseMode, &network.NetActive, &EndlessRun}) {
     HazardGauge = false;
     *way = true;
     ReadyBMS(chart_);
