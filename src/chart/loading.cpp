@@ -14,6 +14,7 @@
 #include "state/chart.h"
 #include "state/courses.h"
 #include "state/message.h"
+#include "state/network.h"
 #include "state/session.h"
 #include "state/settings.h"
 
@@ -106,7 +107,8 @@ void BMSLoadCourse() {
 }
 
 void AbortLoad() {
-  if (LoadRunning) LoadAbort = LoadGivenUp = true;
+  // In a battle the others wait for it.
+  if (LoadRunning && !network.NetActive) LoadAbort = LoadGivenUp = true;
 }
 
 }  // namespace qlm

@@ -49,6 +49,7 @@ void ResetFigures() {
   for (auto& side : GaugeHistory) side.Clear();
   for (NetUser& user : network.NetUsers) {
     user.slot = 0;
+    user.netSlot = 0;
     user.history.Clear();
   }
 }

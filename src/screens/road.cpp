@@ -104,10 +104,7 @@ void Ready(TextView path) {
   if (GivenUp()) return;
   GameState = kStatePlay;
   DebugLog(u"Load Complete");
-  if (network.NetActive) {
-    DebugLog(u"Send [STANDBY]");
-    SendStandby();
-  }
+  if (network.NetActive) SendStandby();
 }
 
 void FinishScores() {
@@ -206,6 +203,7 @@ void PlayDecided() {
 
 // In a battle the rest happens on what the others send.
 void WaitForOthersSongs() {
+  EndlessRun = false;
   GameState = kStateBattleSongs;
   selectLocked = true;
   SendCurSongData(true);
@@ -219,6 +217,17 @@ void ShowListAgain() {
   FadeState = kFadeIn;
   FadeLeaving = 0;
   songSelect.deciding = 0;
+}
+
+void LoadBattleSong() {
+  ReadyBMS(u"");
+  if (!network.NetHost) DebugLog(u"receive ready");
+}
+
+void PlayBattleSong() {
+  StartPlay();
+  PlaySE(SE::kFade);
+  ShowListAgain();
 }
 
 }  // namespace
@@ -243,6 +252,16 @@ void FadeEndSubject() {
   GameState = state;
   if (state == kStateLists) JukeReady();
   ShowListAgain();
+}
+
+void RunBattleStep() {
+  while (network.step != BattleStep::kNone) {
+    switch (std::exchange(network.step, BattleStep::kNone)) {
+      case BattleStep::kNone: break;
+      case BattleStep::kLoad: LoadBattleSong(); break;
+      case BattleStep::kStart: PlayBattleSong(); break;
+    }
+  }
 }
 
 void ReadyBMS(TextView path) {

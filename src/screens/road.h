@@ -13,6 +13,10 @@ void ArmFadeEnd();
 // the list behind the other. Does nothing when nothing was decided.
 void FadeEndSubject();
 
+// What the others of a battle have made due: the load of the row in hand, or the play of what was loaded and
+// the way back to the list.
+void RunBattleStep();
+
 // Loads a chart behind the loading screen. An empty path takes the current list entry. A load that failed or
 // was given up leaves LoadAbort set.
 void ReadyBMS(TextView path);

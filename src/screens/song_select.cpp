@@ -24,6 +24,7 @@
 #include "screens/list_cursor.h"
 #include "screens/list_frame.h"
 #include "screens/list_rows.h"
+#include "screens/road.h"
 #include "screens/screen_table.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -116,6 +117,7 @@ void ListTurn() {
   } else {
     PresentFrame();
   }
+  RunBattleStep();
 }
 
 void ListFrame() {

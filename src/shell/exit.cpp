@@ -10,6 +10,7 @@
 #include "files/settings_file.h"
 #include "graphics/display.h"
 #include "input/input.h"
+#include "net/session.h"
 #include "platform/message_box.h"
 #include "platform/timers.h"
 #include "shell/unwritten.h"
@@ -39,6 +40,7 @@ Saved SaveAndStop() {
        {platform::kTimerPlay, platform::kTimerNetwork, platform::kTimerNetwork99, platform::kTimerPreview}) {
     platform::KillTimer(timer);
   }
+  LeaveBattle();
   DebugLog(u"complete.");
   return saved;
 }

@@ -29,7 +29,8 @@ struct NetUser {
   bool inSong = false;    // takes part in the song that was agreed on; a newcomer meanwhile does not
 
   // As the last gauge sample of a play found them.
-  int32_t slot = 0;
+  int32_t slot = 0;     // of the own play
+  uint8_t netSlot = 0;  // hundredths of the song, as the others see them
   float gauge = 0;
   float jpts = 0;
   float score = 0;
@@ -58,7 +59,9 @@ struct Network {
   std::vector<NetUserKey> NetUserKeys;  // in join order
   bool NetPlaying = false;              // not all of them have ended their play
   bool awaitsInit = false;              // joined, and the host has not sent the players yet
+  int32_t awaitedHost = 0;              // whose word that is
   BattleStep step = BattleStep::kNone;
+  uint32_t polls = 0;  // of the session so far
 };
 inline Network network;
 
