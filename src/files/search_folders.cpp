@@ -6,6 +6,7 @@
 
 #include "base/log.h"
 #include "base/paths.h"
+#include "files/data_folder.h"
 #include "platform/disk_search.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -15,6 +16,7 @@ namespace {
 
 constexpr int64_t kLongestFile = int64_t{1} << 20;
 constexpr char16_t kByteOrderMark = 0xFEFF;
+constexpr TextView kFileName = u"qlm_searchdir.txt";
 
 Text WithProgramFolder(TextView line) {
   const Text capitals = UCase(line);
@@ -34,6 +36,32 @@ TextView WithoutSwitchedOff(TextView line) {
   return place == TextView::npos ? line : Left(Trim(line), static_cast<int64_t>(place));
 }
 
+bool InCodePage(TextView text) { return platform::DecodeCp932(platform::EncodeCp932(text)) == text; }
+
+// A person may have written the system's form of a path, which looks like a comment.
+bool IsComment(TextView line) {
+  const std::optional<Text> folder = SearchedFolder(line);
+  return line.starts_with(u'/') && !(folder && platform::IsFolder(*folder));
+}
+
+void TakeLine(TextView line, SearchFolders& search) {
+  if (line.empty()) return;
+  if (IsComment(line)) {
+    search.comments += Join(line, kCrLf);
+  } else if (line.starts_with(u'#')) {
+    search.folders.push_back({Text(line.substr(1)), false});
+  } else if (line.starts_with(u'/')) {
+    search.folders.push_back({*SearchedFolder(line), true});
+  } else {
+    search.folders.push_back({Text(line), true});
+  }
+}
+
+// The length of the character that begins a text: 2 for one outside the first 65,536.
+size_t CharacterLength(TextView text) {
+  return text.size() > 1 && text[0] >= 0xD800 && text[0] <= 0xDBFF ? 2 : 1;
+}
+
 }  // namespace
 
 std::vector<Text> SearchLines(std::string_view bytes) {
@@ -48,7 +76,7 @@ std::vector<Text> SearchLines(std::string_view bytes) {
 }
 
 std::optional<std::vector<Text>> ReadSearchFile() {
-  const Text path = DataPath(u"qlm_searchdir.txt");
+  const Text path = DataPath(kFileName);
   if (!platform::FindPath(path)) return std::nullopt;
   const platform::TextBytes text = platform::ReadText(path, kLongestFile);
   if (!text.why.empty()) DebugLog(Join(u"# ", path, u": ", text.why));
@@ -63,6 +91,32 @@ std::optional<Text> SearchedFolder(TextView line) {
   // A person may write the system's form.
   std::replace(folder.begin(), folder.end(), u'/', u'\\');
   return folder;
+}
+
+SearchFolders ReadSearchFolders() {
+  SearchFolders search;
+  for (const Text& line : ReadSearchFile().value_or(std::vector<Text>())) TakeLine(line, search);
+  return search;
+}
+
+std::string SearchFileBytes(const SearchFolders& search) {
+  Text text = search.comments;
+  for (const SearchFolder& each : search.folders) text += Join(each.ticked ? u"" : u"#", each.folder, kCrLf);
+  return InCodePage(text) ? platform::EncodeCp932(text) : platform::EncodeUtf8(text);
+}
+
+bool SaveSearchFolders(const SearchFolders& search) {
+  return SaveDataFile(kFileName, SearchFileBytes(search));
+}
+
+Text LettersNotStored(TextView folder) {
+  Text letters;
+  while (!folder.empty()) {
+    const TextView letter = folder.substr(0, CharacterLength(folder));
+    if ((letter == u"#" || !InCodePage(letter)) && letters.find(letter) == Text::npos) letters += letter;
+    folder.remove_prefix(letter.size());
+  }
+  return letters;
 }
 
 }  // namespace qlm

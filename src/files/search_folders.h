@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -17,6 +18,26 @@ std::vector<Text> SearchLines(std::string_view bytes);
 
 // The folder that a line has a scan look into; nothing for a comment and for a folder that is switched off.
 std::optional<Text> SearchedFolder(TextView line);
+
+// The file as a person keeps it: which folders there are, and which of them are searched.
+struct SearchFolder {
+  Text folder;         // as its line gives it
+  bool ticked = true;  // searched; otherwise its line begins with "#"
+};
+struct SearchFolders {
+  Text comments;  // the lines that begin with "/", each with its CR LF
+  std::vector<SearchFolder> folders;
+};
+// Empty without the file. A line that begins with "/" and is a folder of this system is no comment.
+SearchFolders ReadSearchFolders();
+// The comments come first. False, with the hook for unwritten files called, when the old file stayed.
+bool SaveSearchFolders(const SearchFolders& search);
+// Code page 932, or UTF-8 where that cannot hold a line.
+std::string SearchFileBytes(const SearchFolders& search);
+
+// The characters of a folder's name that keep it from being a line of the file, each once: those that code
+// page 932 does not hold, and the sign of what is switched off.
+Text LettersNotStored(TextView folder);
 
 // Stands for the program's folder, in any letter case.
 constexpr TextView kCurrentFolder = u"<CURRENTDIR>";

@@ -55,4 +55,10 @@ void SaveJukeList(TextView path, bool quiet) {
   ShowListProgress();
 }
 
+Text JukeboxOf(TextView folder) {
+  if (folder.ends_with(u'\\') || folder.ends_with(u'/')) folder.remove_suffix(1);
+  // find_last_of gives the greatest number, and so a 0 behind it, where there is none.
+  return DataPath(Join(u"jukelist\\", folder.substr(folder.find_last_of(u"\\/") + 1), u".qbl"));
+}
+
 }  // namespace qlm

@@ -11,4 +11,8 @@ void LoadJukeList(TextView path, bool quiet);
 // Writes the active list to a list file; a failure leaves the old file, and is told in a box unless `quiet`.
 void SaveJukeList(TextView path, bool quiet);
 
+// The list file of a searched folder, which is named by the folder's last part; one separator behind it does
+// not count.
+Text JukeboxOf(TextView folder);
+
 }  // namespace qlm

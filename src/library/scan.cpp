@@ -79,22 +79,25 @@ std::vector<Text> LinesToSearch() {
   return ReadSearchFile().value_or(std::vector<Text>{Join(kCurrentFolder, u"\\songs")});
 }
 
+// A search that was stopped writes nothing for the folder in which it stood: its jukebox stays as it was.
 void MakeJukebox(TextView folder) {
   DebugLog(Join(u"seeking ", folder));
-  if (folder.ends_with(u'\\')) folder.remove_suffix(1);
   ClearList();
   ScanFolder(folder);
+  if (library.scanStopped) return;
   // Quirk: the last index, so that -1 is nothing and 0 is one chart.
   DebugLog(Join(u"founds: ", lastSong));
   // Quirk: a folder that has no chart any more keeps its jukebox.
   if (lastSong < 0) return;
   // Quirk: two folders of one name share a jukebox, which has the charts of the later one.
-  SaveJukeList(DataPath(Join(u"jukelist\\", GetFileName(folder), u".qbl")), true);
+  SaveJukeList(JukeboxOf(folder), true);
 }
 
 void MakeJukeboxes() {
   const Running running;
+  library.scanStopped = false;
   for (const Text& line : LinesToSearch()) {
+    if (library.scanStopped) break;
     if (const std::optional<Text> folder = SearchedFolder(line)) MakeJukebox(*folder);
   }
 }
@@ -103,7 +106,7 @@ void MakeJukeboxes() {
 
 void FindFiles(TextView folderName, TextView patterns, bool recurse) {
   const Text folder = EnsureBackslash(folderName);
-  if (AtLimit()) return;
+  if (AtLimit() || library.scanStopped) return;
   const Level level;
   platform::FolderContents contents = platform::ReadFolder(folder);
   if (!contents.why.empty()) return ReportUnreadable(folder, contents.why);
@@ -130,25 +133,32 @@ std::vector<Text> SearchFiles(TextView folder, TextView patterns) {
 void ScanFolder(TextView folder) {
   const Running running;
   for (const Text& path : SearchFiles(folder, u"*.bms;*.bme")) {
+    if (library.scanStopped) break;
     AddSong(path);
     PumpSearch();
   }
 }
 
 bool MakeBMSListFile(bool noDepthLimit) {
+  // Quirk: this is only logged. How deep the search goes is set beside it, by the menu.
   DebugLog(Join(u"[MakeBMSListFile] depth limit:", !noDepthLimit));
-  library.scanNoLimit = noDepthLimit;
   MakeJukeboxes();
+  // The list of jukeboxes is a search too.
+  const bool stopped = std::exchange(library.scanStopped, false);
   UpdateJukeList();
-  if (lastSong >= 0) {
-    DebugLog(u"complete.");
-    ShowProgress(u"Scan complete.");
-    return true;
+  if (stopped || lastSong >= 0) {
+    DebugLog(stopped ? u"stopped." : u"complete.");
+    ShowProgress(stopped ? u"Scan stopped." : u"Scan complete.");
+    return lastSong >= 0;
   }
+  ReportNoCharts();
+  return false;
+}
+
+void ReportNoCharts() {
   platform::MessageBox(
       platform::BoxIcon::kCritical, u"No BMSs",
       u"BMSファイルが見つかりません。「BMS再検索」で検索フォルダを追加してBMS検索をしてください。");
-  return false;
 }
 
 }  // namespace qlm

@@ -20,7 +20,11 @@ void ScanFolder(TextView folder);
 
 // Looks for charts in all search folders and writes a jukebox for each that has some; the active list is then
 // the list of jukeboxes. Without a search file, as at the first start, the stock songs' folder is searched.
-// False, with a box that says so, when there is no jukebox.
+// False, with a box that says so, when there is no jukebox. Events that set library.scanStopped end the
+// search where it stands, without that box. `noDepthLimit` only stands in the log; library.scanNoLimit is
+// what counts.
 bool MakeBMSListFile(bool noDepthLimit);
+// That box.
+void ReportNoCharts();
 
 }  // namespace qlm

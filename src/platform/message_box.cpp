@@ -23,6 +23,8 @@
 namespace platform {
 namespace {
 
+void (*otherShower)(BoxIcon icon, std::u16string_view title, std::u16string_view text) = nullptr;
+
 // Lamp light on a night desk.
 constexpr Colour kDeskAbove = Rgb(0x13, 0x1A, 0x2E);
 constexpr Colour kDeskBelow = Rgb(0x0B, 0x10, 0x20);
@@ -331,7 +333,12 @@ bool ShowBox(BoxIcon icon, std::u16string_view title, std::u16string_view text) 
 
 }  // namespace
 
+void ShowBoxesWith(void (*shower)(BoxIcon icon, std::u16string_view title, std::u16string_view text)) {
+  otherShower = shower;
+}
+
 void MessageBox(BoxIcon icon, std::u16string_view title, std::u16string_view text) {
+  if (otherShower != nullptr) return otherShower(icon, title, text);
   std::u16string message(text);
   std::erase(message, u'\r');
   if (HasDisplay() && ShowBox(icon, title, message)) return;

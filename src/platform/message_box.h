@@ -14,4 +14,8 @@ enum class BoxIcon { kInformation, kWarning, kCritical };
 // comes with the next pump. To standard error where there is no display or no font.
 void MessageBox(BoxIcon icon, std::u16string_view title, std::u16string_view text);
 
+// From here on this routine shows the boxes, for as long as another one than the game has the screen; null
+// gives them back.
+void ShowBoxesWith(void (*shower)(BoxIcon icon, std::u16string_view title, std::u16string_view text));
+
 }  // namespace platform

@@ -77,13 +77,16 @@ platform::Program GameProgram() {
   program.help =
       "quillmarch - a keysounded rhythm game\n"
       "\n"
-      "Plays the first CHART, a .bms or .bme file with its sounds and pictures beside it.";
-  program.usage = "[OPTION]... CHART [CHART]...";
+      "Without a CHART the startup menu opens: settings, folders of charts, battles. With one, a .bms or .bme file\n"
+      "with its sounds and pictures beside it, the first CHART is played at once.";
+  program.usage = "[OPTION]... [CHART]...";
   program.footer = kFooter;
   program.options.push_back(
       {.name = "--demo", .help = "the machine plays, and the setting is left as it was"});
   program.options.push_back(
       {.name = "--once", .help = "ends behind the play of CHART; without it the song list follows"});
+  program.options.push_back(
+      {.name = "--no-menu", .help = "straight to the song list; a CHART passes the startup menu by, too"});
   program.options.push_back(
       {.name = "--scan", .help = "looks for charts anew in the folders of _qlmfiles/qlm_searchdir.txt"});
   program.options.push_back({.name = "--set",
@@ -103,6 +106,7 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   Launch launch;
   launch.answer = read.answer;
   launch.wrong = read.wrong;
+  launch.noMenu = read.values.contains("--no-menu");
   launch.scan = read.values.contains("--scan");
   launch.once = read.values.contains("--once");
   launch.demo = read.values.contains("--demo");

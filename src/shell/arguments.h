@@ -14,6 +14,7 @@ struct Launch {
   std::vector<Text> settings;  // each NAME=VALUE of a --set, in their order
   bool once = false;           // --once: the program ends behind the charts of the command line
   bool scan = false;           // --scan: charts are searched for anew
+  bool noMenu = false;         // --no-menu: the game starts without its startup menu
   bool demo = false;           // --demo: the machine plays, whatever the settings say
   std::string answer;          // what --help or --version prints; the game then does nothing else
   std::string wrong;           // what is wrong with the "--" words, in one line; empty when nothing is

@@ -11,6 +11,7 @@
 #include "files/key_table.h"
 #include "files/settings_file.h"
 #include "files/title_dictionary.h"
+#include "forms/startup_menu.h"
 #include "graphics/display.h"
 #include "graphics/skin.h"
 #include "graphics/skin_list.h"
@@ -148,6 +149,18 @@ void RunGame(const Launch& launch) {
   ExitApp(played.value_or(true) ? 0 : 1);
 }
 
+bool WantsMenu(const Launch& launch) {
+  return !launch.noMenu && !launch.once && !NamesChart(launch.command) && MenuCanBeShown();
+}
+
+// False when the program is to end.
+bool RunMenu() {
+  const bool starts = RunStartupMenu([] { platform::OnDisplayGone(SaveWithoutDisplay); });
+  // The toolkit has left routines of its own behind.
+  platform::OnDisplayGone(SaveWithoutDisplay);
+  return starts;
+}
+
 }  // namespace
 
 int Main(const Launch& launch) {
@@ -173,7 +186,7 @@ int Main(const Launch& launch) {
   InitDI_Keyboard();
   InitDI_Joystick();
   LoadKeyTable();
-  // The startup menu is still to come: the game starts at once.
+  if (WantsMenu(launch) && !RunMenu()) ExitApp();
   Start(launch);
   return 0;
 }

@@ -35,6 +35,8 @@ void ApplyOption(char16_t letter) {
   }
 }
 
+bool IsList(TextView word) { return EqualsAnyCase(Right(word, 4), u".QPL"); }
+
 // The blanks between double quotes become NUL, and the quotes vanish.
 Text HideQuotedBlanks(TextView command) {
   Text hidden;
@@ -64,12 +66,17 @@ std::vector<Text> CommandWords(TextView command) {
   return words;
 }
 
+bool NamesChart(TextView command) {
+  const std::vector<Text> words = CommandWords(command);
+  return std::any_of(words.begin(), words.end(), [](TextView word) { return !IsOption(word) && !IsList(word); });
+}
+
 std::optional<bool> RunCommandLine(TextView command) {
   bool chartNamed = false;
   for (const Text& word : CommandWords(command)) {
     if (const char16_t letter = OptionLetter(word)) {
       ApplyOption(letter);
-    } else if (EqualsAnyCase(Right(word, 4), u".QPL")) {
+    } else if (IsList(word)) {
       LoadJukeList(word, false);
     } else {
       if (!chartNamed) ClearList();

@@ -53,6 +53,7 @@ struct Library {
   int16_t scanDepth = 0;             // folders that the search stands in, one below the other
   bool scanNoLimit = false;          // a search goes down to any depth
   bool scanRunning = false;          // charts are looked for: what events bring must leave the list alone
+  bool scanStopped = false;          // the search is to end where it stands; the next one clears it
   std::optional<uint32_t> lastPump;  // clock at which a search last let events run
   int32_t playedSongs = 0;           // of this play session, in the history file
 };

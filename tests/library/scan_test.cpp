@@ -364,12 +364,40 @@ TEST_F(ScanTest, TwoFoldersOfOneNameShareAJukeboxAndTheLaterWins) {
   EXPECT_EQ(ReadListFile(ReadBytes(songList[0].path)).rows[0].title, u"B");
 }
 
-TEST_F(ScanTest, DepthLimitIsLoggedAndLifted) {
+TEST_F(ScanTest, DepthLimitIsLoggedAndLiftedApart) {
   Chart(u"a\\b\\c\\1.bms");
   SearchIn(u"<CURRENTDIR>\\bms");
-  Boxes([] { EXPECT_FALSE(MakeBMSListFile(false)); });
-  EXPECT_TRUE(MakeBMSListFile(true));
+  Boxes([] { EXPECT_FALSE(MakeBMSListFile(true)); });
   EXPECT_TRUE(Logged(u"[MakeBMSListFile] depth limit:False"));
+  library.scanNoLimit = true;
+  EXPECT_TRUE(MakeBMSListFile(false));
+  EXPECT_TRUE(Logged(u"[MakeBMSListFile] depth limit:True"));
+}
+
+TEST_F(ScanTest, StoppedSearchKeepsTheJukeboxesOfTheFoldersItDidNotFinish) {
+  Chart(u"a\\1.bms", u"A");
+  Chart(u"b\\1.bms", u"B");
+  Chart(u"b\\2.bms", u"C");
+  SearchIn(u"<CURRENTDIR>\\bms\\a\r\n<CURRENTDIR>\\bms\\b\r\n<CURRENTDIR>\\bms\\a\r\n");
+  // In the second folder, once a chart of it stands in the list.
+  hooks.setCaption = [](TextView) { library.scanStopped = lastSong == 0 && songList[0].title == u"B"; };
+  EXPECT_TRUE(MakeBMSListFile(false)) << "there is a jukebox";
+  EXPECT_EQ(Titles(), (Texts{u"a"}));
+  EXPECT_FALSE(FileExists(DataPath(u"jukelist\\b.qbl")));
+  EXPECT_TRUE(Logged(u"stopped."));
+  EXPECT_EQ(std::count(log.begin(), log.end(), Join(u"seeking ", Folder(), u"\\a")), 1)
+      << "the third is left out";
+  // The next search is whole again.
+  hooks.setCaption = nullptr;
+  EXPECT_TRUE(MakeBMSListFile(false));
+  EXPECT_EQ(Titles(), (Texts{u"a", u"b"}));
+}
+
+TEST_F(ScanTest, SearchThatIsStoppedBeforeItFoundAnythingShowsNoBox) {
+  Chart(u"1.bms");
+  SearchIn(u"<CURRENTDIR>\\bms");
+  hooks.folderSearched = [](TextView) { library.scanStopped = true; };
+  EXPECT_EQ(Boxes([] { EXPECT_FALSE(MakeBMSListFile(false)); }), "");
 }
 
 TEST_F(ScanTest, EndOfAScanIsTheCaption) {

@@ -1,0 +1,391 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="ja">
+<context>
+    <name>forms</name>
+    <message>
+        <source>メイン</source>
+        <translation>&amp;Main</translation>
+    </message>
+    <message>
+        <source>その他</source>
+        <translation>&amp;Other</translation>
+    </message>
+    <message>
+        <source>スキン</source>
+        <translation>S&amp;kins</translation>
+    </message>
+    <message>
+        <source>BMS検索</source>
+        <translation>Chart &amp;folders</translation>
+    </message>
+    <message>
+        <source>基本的に、設定は項目にマウスカーソルを持っていくと出る「ツールチップ」を参考にしてください。</source>
+        <translation>Hold the mouse over a setting to read what it does.</translation>
+    </message>
+    <message>
+        <source>起動</source>
+        <translation>&amp;Start</translation>
+    </message>
+    <message>
+        <source>検索中止</source>
+        <translation>S&amp;top search</translation>
+    </message>
+    <message>
+        <source>検索の進み具合</source>
+        <translation>Progress of the search</translation>
+    </message>
+    <message>
+        <source>基本設定</source>
+        <translation>General</translation>
+    </message>
+    <message>
+        <source>WAVEロード方法:</source>
+        <translation>Load sounds:</translation>
+    </message>
+    <message>
+        <source>BMPロード方法:</source>
+        <translation>Load pictures:</translation>
+    </message>
+    <message>
+        <source>Course play時:</source>
+        <translation>In a course:</translation>
+    </message>
+    <message>
+        <source>初回一括</source>
+        <translation>All at first</translation>
+    </message>
+    <message>
+        <source>逐次読込</source>
+        <translation>When needed</translation>
+    </message>
+    <message>
+        <source>曲ごと</source>
+        <translation>Song by song</translation>
+    </message>
+    <message>
+        <source>逐次読み込みはHDDが速い場合は効果があります。</source>
+        <translation>Loading when needed pays off with a fast disk.</translation>
+    </message>
+    <message>
+        <source>BGAの逐次読み込みはお勧めしません</source>
+        <translation>Loading pictures when needed is not recommended.</translation>
+    </message>
+    <message>
+        <source>メモリーが裕福な環境は一括でokです。普通は曲ごとがいいかも。</source>
+        <translation>With plenty of memory load all at first; song by song is right for most.</translation>
+    </message>
+    <message>
+        <source>BGA逐次解放を有効にする</source>
+        <translation>Release used pictures</translation>
+    </message>
+    <message>
+        <source>プレイ中BGAが必要なくなった時点でメモリから解放します。</source>
+        <translation>Frees a picture's memory once the play needs it no more.</translation>
+    </message>
+    <message>
+        <source>キーコンフィグ</source>
+        <translation>&amp;Keys and controllers...</translation>
+    </message>
+    <message>
+        <source>プレイ関連</source>
+        <translation>Play</translation>
+    </message>
+    <message>
+        <source>画面色数:</source>
+        <translation>Colours:</translation>
+    </message>
+    <message>
+        <source>スキン:</source>
+        <translation>Skin:</translation>
+    </message>
+    <message>
+        <source>DrawLimit:</source>
+        <translation>Drawing:</translation>
+    </message>
+    <message>
+        <source>8bit(256)</source>
+        <translation>8 bit (256)</translation>
+    </message>
+    <message>
+        <source>16bit(65536)</source>
+        <translation>16 bit (65,536)</translation>
+    </message>
+    <message>
+        <source>24bit(16777216)</source>
+        <translation>24 bit (16,777,216)</translation>
+    </message>
+    <message>
+        <source>32bit(16777216)</source>
+        <translation>32 bit (16,777,216)</translation>
+    </message>
+    <message>
+        <source>画面色数は基本的に16bitで。8bitはかなり荒れます。</source>
+        <translation>16 bit suits most; 8 bit looks rather coarse.</translation>
+    </message>
+    <message>
+        <source>使用するスキンファイルを選択します。ゲーム中もF9キーで切り替え可能です。</source>
+        <translation>The skin to be used. F9 changes it in the game, too.</translation>
+    </message>
+    <message>
+        <source>無制限(1)</source>
+        <translation>Everything (1)</translation>
+    </message>
+    <message>
+        <source>ちょっと制限(2)</source>
+        <translation>A little less (2)</translation>
+    </message>
+    <message>
+        <source>かなり制限(3)</source>
+        <translation>Much less (3)</translation>
+    </message>
+    <message>
+        <source>描画制限を行います。制限するほど軽くはなりますがかなりアレです。プレイ中もF11キーで切り替え可能です</source>
+        <translation>Draws less, which is faster and not as pretty. F11 changes it in a play, too.</translation>
+    </message>
+    <message>
+        <source>※遅いときはこの辺弄るといいかもー</source>
+        <translation>Try these when the game is slow.</translation>
+    </message>
+    <message>
+        <source>拡大処理を無効にする</source>
+        <translation>No enlarging</translation>
+    </message>
+    <message>
+        <source>拡大処理を行わないようにします。遅いグラフィック用。</source>
+        <translation>Enlarges nothing, for slow graphics.</translation>
+    </message>
+    <message>
+        <source>FlipではなくBltを行います。必要時のみチェックしてください</source>
+        <translation>Shows frames by a copy and not by a flip. Only where it is needed.</translation>
+    </message>
+    <message>
+        <source>垂直回帰信号と同期しません。必要時のみチェックしてください。(特にDirectBlt時は不安定になります。)</source>
+        <translation>Does not wait for the screen. Only where it is needed (unsteady above all with DirectBlt).</translation>
+    </message>
+    <message>
+        <source>use another BGA Stretch Method </source>
+        <translation>Another way to enlarge pictures</translation>
+    </message>
+    <message>
+        <source>G400等で通常ではBGA拡大がまともに動かないときにチェックしてください。</source>
+        <translation>For graphics that fail to enlarge the chart's pictures in the usual way.</translation>
+    </message>
+    <message>
+        <source>コース曲変わり目エフェクト</source>
+        <translation>Effect between the songs of a course</translation>
+    </message>
+    <message>
+        <source>コースの曲の変わり目でステージ画像を表示します</source>
+        <translation>Shows the title picture where one song of a course follows another.</translation>
+    </message>
+    <message>
+        <source>曲セレ関連</source>
+        <translation>Song list</translation>
+    </message>
+    <message>
+        <source>BMS Preview 機能を有効にする</source>
+        <translation>Preview of the chosen chart</translation>
+    </message>
+    <message>
+        <source>曲セレ時にその曲をプレビューできます。</source>
+        <translation>Plays the chart in hand while you choose.</translation>
+    </message>
+    <message>
+        <source>秒後に再生開始</source>
+        <translation>seconds until it begins</translation>
+    </message>
+    <message>
+        <source>Endlessモードは1P曲のみ</source>
+        <translation>Endless: one-player charts only</translation>
+    </message>
+    <message>
+        <source>Endlessモードの時に1p曲以外が出なくなります。</source>
+        <translation>Only charts for one player come in an endless run.</translation>
+    </message>
+    <message>
+        <source>曲リストをスムーズスクロールしない</source>
+        <translation>List moves at once</translation>
+    </message>
+    <message>
+        <source>曲リストをスムーズにスクロールしません。</source>
+        <translation>The list jumps to the next row instead of gliding.</translation>
+    </message>
+    <message>
+        <source>クリアした曲は文字色を変える</source>
+        <translation>Mark cleared charts</translation>
+    </message>
+    <message>
+        <source>クリアした曲はリストで文字色が変わります。但し仮実装</source>
+        <translation>Cleared charts have another colour in the list.</translation>
+    </message>
+    <message>
+        <source>ネットワーク</source>
+        <translation>Network</translation>
+    </message>
+    <message>
+        <source>あなたの名前:</source>
+        <translation>Your name:</translation>
+    </message>
+    <message>
+        <source>※スコアランクのデフォルト名にもなります。</source>
+        <translation>Also the first name for the score tables.</translation>
+    </message>
+    <message>
+        <source>サーバーのアドレス:</source>
+        <translation>Address of the host:</translation>
+    </message>
+    <message>
+        <source>空欄なら近くのサーバーを探します</source>
+        <translation>empty: look for one nearby</translation>
+    </message>
+    <message>
+        <source>接続</source>
+        <translation>&amp;Connect</translation>
+    </message>
+    <message>
+        <source>サーバーへ接続します。</source>
+        <translation>Joins the battle of another player.</translation>
+    </message>
+    <message>
+        <source>サーバー起動</source>
+        <translation>&amp;Host</translation>
+    </message>
+    <message>
+        <source>自らをサーバーとして起動します。</source>
+        <translation>Opens a battle for others to join.</translation>
+    </message>
+    <message>
+        <source>サーバーを探しています…</source>
+        <translation>Looking for a host...</translation>
+    </message>
+    <message>
+        <source>サーバーが見つかりません。</source>
+        <translation>No host was found.</translation>
+    </message>
+    <message>
+        <source>サーバーを起動できません。</source>
+        <translation>The battle could not be opened.</translation>
+    </message>
+    <message>
+        <source>接続しました。開始を待っています。</source>
+        <translation>Connected. Waiting for the host to start.</translation>
+    </message>
+    <message>
+        <source>その他の設定</source>
+        <translation>Other settings</translation>
+    </message>
+    <message>
+        <source>ハーフ(奇)</source>
+        <translation>Half size (odd)</translation>
+    </message>
+    <message>
+        <source>Windowモード(同時にDirectBltをチェックすべし)</source>
+        <translation>In a window (ticks DirectBlt, too)</translation>
+    </message>
+    <message>
+        <source>内部オブジェ数上限:</source>
+        <translation>Most objects of a chart:</translation>
+    </message>
+    <message>
+        <source>内部で確保するオブジェ配列の数を指定します。コース時で曲多いと固まる時に。</source>
+        <translation>How many objects there is room for. For courses of many songs that do not load.</translation>
+    </message>
+    <message>
+        <source>ヘタに弄ると死にます。</source>
+        <translation>Careful: wrong numbers keep charts from loading.</translation>
+    </message>
+    <message>
+        <source>スキンマッパー</source>
+        <translation>Skins by mode</translation>
+    </message>
+    <message>
+        <source>それぞれの時にロードするスキンを割り当てます。なお、プレイ中に変更(F9キー)した場合はそのファイル名が保存されます。</source>
+        <translation>The skin that each mode of play loads. A change in a play (F9) is kept here.</translation>
+    </message>
+    <message>
+        <source>スクラッチ配置</source>
+        <translation>Side of the turntable</translation>
+    </message>
+    <message>
+        <source>左</source>
+        <translation>Left</translation>
+    </message>
+    <message>
+        <source>右</source>
+        <translation>Right</translation>
+    </message>
+    <message>
+        <source>BMS検索パス</source>
+        <translation>Folders of charts</translation>
+    </message>
+    <message>
+        <source>エクスプローラからフォルダをドラッグ&amp;ドロップでも追加できます</source>
+        <translation>Folders can be dragged here from the file manager, too.</translation>
+    </message>
+    <message>
+        <source>検索対象をチェックして「検索開始」してください。検索開始を押すまでリストは保存されません。&#xd;
+追加はリストに直接フォルダをドラッグ&amp;&amp;ドロップしてもOKです。</source>
+        <translation>Tick the folders to be searched and press "Search". The list is not saved until then.&#xd;
+Folders can be dropped on the list, too.</translation>
+    </message>
+    <message>
+        <source>追加</source>
+        <translation>&amp;Add...</translation>
+    </message>
+    <message>
+        <source>追加は左のリストへドラッグ&amp;ドロップでも行えます。</source>
+        <translation>Folders can be dropped on the list at the left, too.</translation>
+    </message>
+    <message>
+        <source>削除</source>
+        <translation>&amp;Remove</translation>
+    </message>
+    <message>
+        <source>無確認で削除</source>
+        <translation>Remove without asking</translation>
+    </message>
+    <message>
+        <source>階層無制限に検索</source>
+        <translation>Search at any depth</translation>
+    </message>
+    <message>
+        <source>検索する階層を制限しません。</source>
+        <translation>Looks into folders however deep they lie.</translation>
+    </message>
+    <message>
+        <source>検索開始</source>
+        <translation>S&amp;earch</translation>
+    </message>
+    <message>
+        <source>検索パスの追加</source>
+        <translation>Add a folder of charts</translation>
+    </message>
+    <message>
+        <source>を削除してもよろしいですか?</source>
+        <translation>: remove this folder from the list?</translation>
+    </message>
+    <message>
+        <source>%1
+このフォルダは追加できません。リストに保存できない文字があります: %2</source>
+        <translation>%1
+This folder cannot be added. The list cannot hold these characters of its name: %2</translation>
+    </message>
+    <message>
+        <source>はい(&amp;Y)</source>
+        <translation>&amp;Yes</translation>
+    </message>
+    <message>
+        <source>いいえ(&amp;N)</source>
+        <translation>&amp;No</translation>
+    </message>
+    <message>
+        <source>数ではありません。</source>
+        <translation>This is no number.</translation>
+    </message>
+    <message>
+        <source>BMSファイルが見つかりません。「BMS再検索」で検索フォルダを追加してBMS検索をしてください。</source>
+        <translation>No chart was found. Add the folders of your charts under "Chart folders" and search there.</translation>
+    </message>
+</context>
+</TS>
