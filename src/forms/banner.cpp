@@ -9,7 +9,7 @@
 namespace qlm {
 namespace {
 
-constexpr int kHeight = 52;
+constexpr int kHeight = 56;
 constexpr QColor kDeskAbove(0x13, 0x1A, 0x2E);
 constexpr QColor kDeskBelow(0x0B, 0x10, 0x20);
 constexpr QColor kLamp(0xD9, 0xA4, 0x41, 60);
@@ -43,25 +43,27 @@ void DrawLine(QPainter& painter, const QRectF& desk, qreal from) {
 
 // Its nib stands at the origin, and its feather rises to the upper right.
 void DrawQuill(QPainter& painter) {
-  QPainterPath vane(QPointF(10, -9));
-  vane.cubicTo(18, -30, 36, -41, 62, -43);
-  vane.cubicTo(58, -26, 42, -12, 20, -9);
-  vane.lineTo(24, -13);
-  vane.lineTo(14, -8);
+  QPainterPath vane(QPointF(10, -8));
+  vane.cubicTo(18, -26, 36, -33, 66, -34);
+  vane.cubicTo(62, -20, 44, -8, 22, -7);
+  vane.lineTo(25, -10);
+  vane.lineTo(15, -6.5);
   vane.closeSubpath();
   painter.setPen(Qt::NoPen);
   painter.setBrush(kPaper);
   painter.drawPath(vane);
-  QPainterPath half(QPointF(10, -9));
-  half.cubicTo(24, -22, 40, -34, 62, -43);
-  half.cubicTo(58, -26, 42, -12, 20, -9);
+  QPainterPath half(QPointF(10, -8));
+  half.cubicTo(26, -17, 44, -27, 66, -34);
+  half.cubicTo(62, -20, 44, -8, 22, -7);
+  half.lineTo(25, -10);
+  half.lineTo(15, -6.5);
   half.closeSubpath();
   painter.setBrush(kShade);
   painter.drawPath(half);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(kDeskBelow, 1));
   QPainterPath shaft(QPointF(8, -7));
-  shaft.cubicTo(22, -20, 40, -34, 60, -42);
+  shaft.cubicTo(24, -16, 42, -26, 62, -32.5);
   painter.drawPath(shaft);
   QPainterPath nib(QPointF(0, 0));
   nib.lineTo(5, -9);

@@ -33,6 +33,8 @@ bool RunStartupMenu(void (*shown)()) {
   ShowChosenLanguage();
   MenuWindow window;
   window.show();
+  // Without a window manager nobody else gives it the keyboard.
+  window.activateWindow();
   if (shown != nullptr) QTimer::singleShot(0, shown);
   QApplication::exec();
   return window.StartsGame();
