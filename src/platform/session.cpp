@@ -6,13 +6,17 @@
 #include <optional>
 #include <utility>
 
+#include "platform/session_search.h"
 #include "platform/session_service.h"
 #include "platform/session_sockets.h"
 
 namespace platform {
 namespace {
 
+constexpr uint32_t kThisMachine = 0x7F000001;
+
 std::unique_ptr<SessionService> session;
+bool onlyThisMachine = false;
 std::vector<std::u16string> notes;  // of sessions that are over
 const std::vector<SessionPlayer> nobody;
 
@@ -38,7 +42,12 @@ bool OpenSession(uint16_t port, std::u16string_view playerName) {
   return session != nullptr;
 }
 
-std::vector<FoundSession> FindSessions(uint16_t, int) { return {}; }
+void SearchOnlyThisMachine(bool only) { onlyThisMachine = only; }
+
+std::vector<FoundSession> FindSessions(uint16_t port, int milliseconds) {
+  return SearchSessions(onlyThisMachine ? std::vector<uint32_t>{kThisMachine} : SearchAddresses(), port,
+                        milliseconds);
+}
 
 bool JoinSession(std::string_view address, uint16_t port, std::u16string_view playerName) {
   LeaveSession();

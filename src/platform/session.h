@@ -46,8 +46,11 @@ struct FoundSession {
 // network. Port 0 takes any free one; SessionPort tells which.
 bool OpenSession(uint16_t port, std::u16string_view playerName);
 
-// Asks the local network, by broadcast, which sessions there are, and listens for `milliseconds`.
+// Asks the local network, by broadcast, and this machine, which sessions at `port` have room, and listens for
+// `milliseconds`. Apart from this nothing is ever broadcast.
 std::vector<FoundSession> FindSessions(uint16_t port, int milliseconds);
+// From here on FindSessions asks 127.0.0.1 alone, or the network again. For tests and tools.
+void SearchOnlyThisMachine(bool only);
 
 // Joins the session at HOST or HOST:PORT (`port` where none is given). The own port is `port`, or any free
 // one when that is taken or 0. Waits until the host's game has received the news and every player is
