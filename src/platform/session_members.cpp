@@ -431,13 +431,16 @@ void SessionMembers::Take(LinkId id, const LinkedFrame&) {
 
 // ---- Messages
 
+// One that is gone for this end alone, and lives on with the others, is to get it from them.
 void SessionMembers::SendItem(ItemFrame item, bool toTakenOnly) {
   item.number = ++number_;
-  ForRemaining([&](const Member& member) {
-    if (!toTakenOnly || member.taken) item.recipients.push_back(member.player.id);
-  });
+  for (const auto& [id, member] : members_) {
+    if (!member.settled && (!toTakenOnly || member.taken)) item.recipients.push_back(id);
+  }
   const std::string bytes = EncodeFrame(item);
-  for (const int32_t recipient : item.recipients) SendTo(members_.at(recipient), bytes);
+  ForRemaining([&](Member& member) {
+    if (Contains(item.recipients, member.player.id)) SendTo(member, bytes);
+  });
 }
 
 void SessionMembers::SendToAll(std::string_view body, int32_t from) {
@@ -555,7 +558,8 @@ void SessionMembers::ForgetReceived(Member& sender) {
   std::erase_if(sender.kept, [&](const auto& each) {
     const auto& [number, kept] = each;
     return std::all_of(kept.item.recipients.begin(), kept.item.recipients.end(), [&](int32_t id) {
-      if (id == self_.id || past_.contains(id)) return true;
+      if (id == self_.id) return number <= sender.received;  // others may have told of it first
+      if (past_.contains(id)) return true;
       const Member* const recipient = Find(id);
       if (recipient == nullptr) return now_ - kept.since > kKeptForUnknown;
       const auto has = recipient->has.find(sender.player.id);

@@ -51,7 +51,8 @@ thread_local SessionSockets::Inside* serving = nullptr;
 }
 
 std::unique_ptr<SessionSockets> SessionSockets::Open(uint16_t port) {
-  static const bool ready = enet_initialize() == 0;
+  // The first checksum makes the library's table, which several threads must not do at once.
+  static const bool ready = enet_initialize() == 0 && enet_crc32(nullptr, 0) == 0;
   if (!ready) return nullptr;
   auto inside = std::make_unique<Inside>();
   const ENetAddress address = {ENET_HOST_ANY, port};
@@ -65,6 +66,7 @@ std::unique_ptr<SessionSockets> SessionSockets::Open(uint16_t port) {
   host->maximumPacketSize = kLargestFrame;
   host->maximumWaitingData = kMostWaiting;
   host->intercept = Inside::Intercept;
+  sockets->inside_->halfOpenSince.fill(Now());
   return sockets;
 }
 
@@ -153,7 +155,12 @@ void SessionSockets::Inside::Do(const LinkTask& task) {
   switch (task.kind) {
     case LinkTask::Kind::kSend: Send(task.link, task.bytes, true); break;
     case LinkTask::Kind::kSendLoosely: Send(task.link, task.bytes, false); break;
-    case LinkTask::Kind::kFinish: enet_peer_disconnect_later(found->second, 0); break;
+    case LinkTask::Kind::kFinish:
+      enet_peer_disconnect_later(found->second, 0);
+      if (found->second->state != ENET_PEER_STATE_DISCONNECTED) break;
+      found->second->data = nullptr;  // it was never made
+      peers.erase(found);
+      break;
     case LinkTask::Kind::kClose:
       enet_peer_disconnect_now(found->second, 0);
       found->second->data = nullptr;
