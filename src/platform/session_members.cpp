@@ -553,18 +553,23 @@ void SessionMembers::Tell(SessionEvent event, int32_t player, std::u16string_vie
   news.name = name;
 }
 
+// Whether one of a message's recipients has it, or does not need it any more.
+bool SessionMembers::Confirmed(const Member& sender, const Kept& kept, int32_t recipient) const {
+  const uint32_t number = kept.item.number;
+  if (recipient == self_.id) return number <= sender.received;  // others may have told of it first
+  if (past_.contains(recipient)) return true;
+  const auto found = members_.find(recipient);
+  if (found == members_.end()) return now_ - kept.since > kKeptForUnknown;
+  const auto has = found->second.has.find(sender.player.id);
+  return has != found->second.has.end() && has->second >= number;
+}
+
 // Forgets the messages that everybody has.
 void SessionMembers::ForgetReceived(Member& sender) {
   std::erase_if(sender.kept, [&](const auto& each) {
-    const auto& [number, kept] = each;
-    return std::all_of(kept.item.recipients.begin(), kept.item.recipients.end(), [&](int32_t id) {
-      if (id == self_.id) return number <= sender.received;  // others may have told of it first
-      if (past_.contains(id)) return true;
-      const Member* const recipient = Find(id);
-      if (recipient == nullptr) return now_ - kept.since > kKeptForUnknown;
-      const auto has = recipient->has.find(sender.player.id);
-      return recipient->gone || (has != recipient->has.end() && has->second >= number);
-    });
+    const Kept& kept = each.second;
+    return std::all_of(kept.item.recipients.begin(), kept.item.recipients.end(),
+                       [&](int32_t recipient) { return Confirmed(sender, kept, recipient); });
   });
 }
 

@@ -209,6 +209,7 @@ class SessionMembers {
   void TellGone(Member& to);
   void SettleDeaths();
   void ForgetSettled();
+  bool Confirmed(const Member& sender, const Kept& kept, int32_t recipient) const;
   void ForgetReceived(Member& sender);
 
   std::function<uint64_t()> random_;
