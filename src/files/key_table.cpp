@@ -10,7 +10,6 @@
 #include "base/paths.h"
 #include "files/data_folder.h"
 #include "platform/files.h"
-#include "platform/message_box.h"
 #include "state/keys.h"
 
 namespace qlm {
@@ -55,21 +54,20 @@ std::string KeyTableBytes() {
   return bytes.Take();
 }
 
-void LoadKeyTable() {
+bool LoadKeyTable() {
   if (!platform::FindPath(KeyTablePath())) {
     DebugLog(u"# Key-config file wasn't detected. Load default setting.");
     SetDefaultKeyMap();
-    return;
+    return true;
   }
   const std::optional<std::string> bytes = platform::ReadFile(KeyTablePath());
   DebugLog(u"Key-config loaded.");
   if (bytes) {
     TakeKeyTable(*bytes);
-    return;
+  } else {
+    SetDefaultKeyMap();
   }
-  platform::MessageBox(platform::BoxIcon::kInformation, u"information",
-                       u"キーコンフィグをリセットしました。");
-  SetDefaultKeyMap();
+  return bytes.has_value();
 }
 
 bool SaveKeyTable() { return SaveDataFile(kKeyTableName, KeyTableBytes()); }

@@ -21,8 +21,9 @@ void SetDefaultKeyMap();
 void TakeKeyTable(std::string_view bytes);
 std::string KeyTableBytes();
 
-// Takes over the file, or the default map when there is none or it cannot be read.
-void LoadKeyTable();
+// Takes over the file, or the default map when there is none or it cannot be read. False when there is one
+// that cannot be read.
+bool LoadKeyTable();
 // False when the file could not be written.
 bool SaveKeyTable();
 

@@ -1,4 +1,4 @@
-// Key places to key numbers: one table.
+// Key places to key numbers: a table for each way in which a system counts keys.
 #include "platform/window_keys.h"
 
 #include <array>
@@ -8,10 +8,11 @@
 namespace platform {
 namespace {
 
-constexpr size_t kUsages = 256;
+constexpr size_t kPlaces = 256;
+using Numbers = std::array<uint8_t, kPlaces>;
 
-constexpr std::array<uint8_t, kUsages> MakeTable() {
-  std::array<uint8_t, kUsages> table{};
+constexpr Numbers NumbersOfUsages() {
+  Numbers table{};
   const auto row = [&table](size_t usage, std::initializer_list<uint8_t> numbers) {
     for (const uint8_t number : numbers) {
       table[usage++] = number;
@@ -37,12 +38,39 @@ constexpr std::array<uint8_t, kUsages> MakeTable() {
   return table;
 }
 
-constexpr std::array<uint8_t, kUsages> kNumbers = MakeTable();
+// The kernel counts the older keys by their scan codes.
+constexpr Numbers NumbersOfEvdev() {
+  Numbers table{};
+  const auto row = [&table](size_t code, std::initializer_list<uint8_t> numbers) {
+    for (const uint8_t number : numbers) {
+      table[code++] = number;
+    }
+  };
+  for (uint8_t code = 1; code <= 83; ++code) table[code] = code;
+  row(86, {86, 87, 88});                // the key beside left Shift, F11, F12
+  row(89, {115, 0, 0, 121, 112, 123});  // the Japanese Ro, Henkan, Kana, Muhenkan
+  row(96, {156, 157, 181, 183, 184});   // the pad's Enter, right Ctrl, the pad's /, Print Screen, right Alt
+  row(102, {199, 200, 201, 203, 205});  // Home, Up, Page Up, Left, Right
+  row(107, {207, 208, 209, 210, 211});  // End, Down, Page Down, Insert, Delete
+  row(116, {222, 141, 0, 197, 0, 83});  // Power, pad =, Pause, pad comma, which SDL takes for the pad's dot
+  row(124, {125, 219, 220, 221});       // Yen, left and right Windows, Menu
+  row(183, {100, 101, 102});            // F13 to F15
+  row(171, {100});                      // a key of notebooks that counts as F13
+  row(210, {183});                      // and one that counts as Print Screen
+  return table;
+}
+
+constexpr Numbers kOfUsages = NumbersOfUsages();
+constexpr Numbers kOfEvdev = NumbersOfEvdev();
+
+int32_t Find(const Numbers& numbers, int32_t place) {
+  return place < 0 || place >= static_cast<int32_t>(kPlaces) ? 0 : numbers[static_cast<size_t>(place)];
+}
 
 }  // namespace
 
-int32_t KeyNumberOf(int32_t usage) {
-  return usage < 0 || usage >= static_cast<int32_t>(kUsages) ? 0 : kNumbers[static_cast<size_t>(usage)];
-}
+int32_t KeyNumberOf(int32_t usage) { return Find(kOfUsages, usage); }
+
+int32_t KeyNumberOfEvdev(int32_t code) { return Find(kOfEvdev, code); }
 
 }  // namespace platform

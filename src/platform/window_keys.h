@@ -9,5 +9,7 @@ namespace platform {
 // `usage` is a key's number on the keyboard page of USB, which names the place of the key and not its letter.
 // 1 to 255; 0 for a key that has no number.
 int32_t KeyNumberOf(int32_t usage);
+// The same number for a key as the kernel counts keys, which X11 and Wayland tell with 8 added.
+int32_t KeyNumberOfEvdev(int32_t code);
 
 }  // namespace platform

@@ -185,7 +185,10 @@ int Main(const Launch& launch) {
   InitDX();
   InitDI_Keyboard();
   InitDI_Joystick();
-  LoadKeyTable();
+  if (!LoadKeyTable()) {
+    platform::MessageBox(platform::BoxIcon::kInformation, u"information",
+                         u"キーコンフィグをリセットしました。");
+  }
   if (WantsMenu(launch) && !RunMenu()) ExitApp();
   Start(launch);
   return 0;

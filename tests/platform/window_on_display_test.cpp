@@ -3,11 +3,14 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/window.h"
+#include "platform/window_keys.h"
 #include "tests/support/x_display.h"
 
 namespace platform {
@@ -118,6 +121,33 @@ TEST_F(WindowOnDisplay, PointerIsPutOnAPixelOfTheFrame) {
   MoveMouse(100, 30);
   PumpWindowEvents({});
   EXPECT_EQ(display->Pointer(), (qlm::XDisplay::Place{540 + 50, 360 + 15}));
+}
+
+// Forms before the game know a key by its code alone, and the game must then know it by the same number.
+TEST_F(WindowOnDisplay, KeyHasTheNumberOfItsCode) {
+  static std::vector<int32_t> seen;
+  seen.clear();
+  Open(true);
+  const auto pump = [] {
+    PumpWindowEvents({.key = [](int32_t key, bool down) {
+      if (down) seen.push_back(key);
+    }});
+  };
+  // By the display's codes, 8 above the kernel's; the first one would be taken for a digit.
+  std::vector<std::string> press = {"key", "--delay", "1", "Escape"};
+  std::vector<int32_t> expected = {1};
+  for (int32_t code = 2; code <= 247; ++code) {
+    if (code == 84) continue;  // no keyboard has it
+    press.push_back(std::to_string(code + 8));
+    if (const int32_t key = KeyNumberOfEvdev(code); key != 0) expected.push_back(key);
+  }
+  display->Do(press);
+  for (int i = 0; i < 100 && seen.size() < expected.size(); ++i) {
+    pump();
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  pump();
+  EXPECT_EQ(seen, expected);
 }
 
 TEST_F(WindowOnDisplay, TitleIsTheOneThatItIsOpenedWithUntilAnotherIsSet) {

@@ -121,6 +121,34 @@ TEST(KeyNumberOf, FunctionKeys) {
   EXPECT_EQ(KeyNumberOf(106), 102);  // F15
 }
 
+// The codes are those of the kernel's input events.
+TEST(KeyNumberOfEvdev, OlderKeysKeepTheirScanCode) {
+  for (int32_t code = 1; code <= 83; ++code) EXPECT_EQ(KeyNumberOfEvdev(code), code);
+  EXPECT_EQ(KeyNumberOfEvdev(86), 86);  // the key beside left Shift
+  EXPECT_EQ(KeyNumberOfEvdev(87), 87);  // F11
+  EXPECT_EQ(KeyNumberOfEvdev(88), 88);  // F12
+}
+
+TEST(KeyNumberOfEvdev, KeysThatCameLaterHaveTheNumberOfTheirPlace) {
+  // By the usage of the same key.
+  const std::pair<int32_t, int32_t> keys[] = {
+      {89, 135},  {92, 138},  {93, 136},  {94, 139},  {96, 88},   {97, 228}, {98, 84},   {99, 70},
+      {100, 230}, {102, 74},  {103, 82},  {104, 75},  {105, 80},  {106, 79}, {107, 77},  {108, 81},
+      {109, 78},  {110, 73},  {111, 76},  {116, 102}, {117, 103}, {119, 72}, {124, 137}, {125, 227},
+      {126, 231}, {127, 101}, {183, 104}, {184, 105}, {185, 106},
+  };
+  for (const auto& [code, usage] : keys) {
+    EXPECT_NE(KeyNumberOf(usage), 0) << code;
+    EXPECT_EQ(KeyNumberOfEvdev(code), KeyNumberOf(usage)) << code;
+  }
+}
+
+TEST(KeyNumberOfEvdev, OthersHaveNone) {
+  for (const int32_t code : {-1, 0, 85, 101, 112, 113, 118, 120, 255, 256, 100000}) {
+    EXPECT_EQ(KeyNumberOfEvdev(code), 0) << code;
+  }
+}
+
 TEST(KeyNumberOf, ArrowsAndTheBlockAboveThem) {
   EXPECT_EQ(KeyNumberOf(73), 210);  // Insert
   EXPECT_EQ(KeyNumberOf(74), 199);  // Home

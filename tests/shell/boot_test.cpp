@@ -297,6 +297,14 @@ TEST_F(BootTest, KeysAreReadAtTheStartAndKept) {
   EXPECT_EQ(ReadBytes(DataPath(u"qlm_keycnf.dat")), bytes);
 }
 
+TEST_F(BootTest, KeysThatCannotBeReadAreResetAndTold) {
+  fs::create_directory(SystemFolder() + "/_qlmfiles/qlm_keycnf.dat");
+  const ProcessResult run = Start({"--once"});
+  EXPECT_NE(run.errors.find("information: キーコンフィグをリセットしました。\n"), std::string::npos)
+      << run.errors;
+  EXPECT_TRUE(LogHolds("Key-config loaded."));
+}
+
 TEST_F(BootTest, MixerIsAlwaysFound) {
   Start({"-P"});
   EXPECT_FALSE(LogHolds("Can't Detect MixerHandle!"));
