@@ -10,7 +10,6 @@
 #include "base/paths.h"
 #include "files/data_folder.h"
 #include "platform/files.h"
-#include "state/keys.h"
 
 namespace qlm {
 namespace {
@@ -34,10 +33,13 @@ uint8_t ByteAt(std::string_view bytes, size_t place) {
 
 std::span<const DefaultKey> DefaultKeys() { return kDefaultKeys; }
 
-void SetDefaultKeyMap() {
-  KeyMap.Clear();
-  for (const DefaultKey& row : kDefaultKeys) KeyMap[row.key] = row.code;
+KeyTable DefaultKeyTable() {
+  KeyTable table;
+  for (const DefaultKey& row : kDefaultKeys) table[row.key] = row.code;
+  return table;
 }
+
+void SetDefaultKeyMap() { KeyMap = DefaultKeyTable(); }
 
 void TakeKeyTable(std::string_view bytes) {
   size_t place = 0;

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "state/keys.h"
+
 namespace qlm {
 
 // A key of a new installation and what it does. All others do nothing.
@@ -15,6 +17,7 @@ struct DefaultKey {
   int16_t code;
 };
 std::span<const DefaultKey> DefaultKeys();
+KeyTable DefaultKeyTable();
 void SetDefaultKeyMap();
 
 // KeyMap as a file holds it. Bytes behind the last value are passed over; what a short file lacks is 0.

@@ -1,4 +1,4 @@
-// The key configuration: the dialog that edits which key and which button of a controller does what.
+// The key configuration: the dialog that edits which key and which input of a controller does what.
 #pragma once
 
 class QWidget;
