@@ -388,4 +388,85 @@ This folder cannot be added. The list cannot hold these characters of its name: 
         <translation>No chart was found. Add the folders of your charts under "Chart folders" and search there.</translation>
     </message>
 </context>
+<context>
+    <name>KeyConfig</name>
+    <message>
+        <source>設定したいボタンをクリックして、そのキーを押してください。1,2でも移動可能です。</source>
+        <translation>Click the button to set, then press its key. The keys 1 and 2 move, too.</translation>
+    </message>
+    <message>
+        <source>特殊キー</source>
+        <translation>Special keys</translation>
+    </message>
+    <message>
+        <source>コントローラー用。キーボード時は不要です。
+ESCをSTART、★をSELECTに割り当てると吉。</source>
+        <translation>For controllers; a keyboard does not need them.
+Best put ESC on START and ★ on SELECT.</translation>
+    </message>
+    <message>
+        <source>(回転方向)</source>
+        <translation>(way it turns)</translation>
+    </message>
+    <message>
+        <source>XY軸移動を検知</source>
+        <translation>Detect the X and Y axes</translation>
+    </message>
+    <message>
+        <source>方向入力を検知します。結構敏感に反応する設定にしてます。</source>
+        <translation>Takes the directions of a stick as inputs. Small movements are enough.</translation>
+    </message>
+    <message>
+        <source>コントローラはID1,2のみ有効です。認識数:</source>
+        <translation>Only controllers 1 and 2 are used. Found: </translation>
+    </message>
+    <message>
+        <source>初期状態</source>
+        <translation>Defaults</translation>
+    </message>
+    <message>
+        <source>クリア</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>設定完了</source>
+        <translation>Done</translation>
+    </message>
+    <message>
+        <source>キャンセル</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>機能と入力の一覧</source>
+        <translation>Functions and their inputs</translation>
+    </message>
+    <message>
+        <source>キー番号 %1 → %2</source>
+        <translation>key number %1 → %2</translation>
+    </message>
+    <message>
+        <source>機能なし</source>
+        <translation>nothing</translation>
+    </message>
+    <message>
+        <source> (%1P 鍵盤 %2)</source>
+        <translation> (%1P key %2)</translation>
+    </message>
+    <message>
+        <source> (%1P スクラッチ %2)</source>
+        <translation> (%1P turntable %2)</translation>
+    </message>
+    <message>
+        <source>前の機能へ</source>
+        <translation>the function before</translation>
+    </message>
+    <message>
+        <source>次の機能へ</source>
+        <translation>the next function</translation>
+    </message>
+    <message>
+        <source>押しているキーの番号と機能がここに表示されます。</source>
+        <translation>Held keys show here, by their numbers and what they do.</translation>
+    </message>
+</context>
 </TS>

@@ -18,6 +18,7 @@
 
 #include "base/hooks.h"
 #include "files/key_table.h"
+#include "forms/controls.h"
 #include "forms/key_functions.h"
 #include "forms/key_picture.h"
 #include "input/input.h"
@@ -31,8 +32,6 @@ namespace {
 
 constexpr int kPollInterval = 10;          // ms
 constexpr int kCodesBeforeTheKernels = 8;  // by which window systems count keys higher than the kernel
-
-QString ToQt(TextView text) { return QString::fromUtf16(text.data(), Len(text)); }
 
 class KeyConfig : public QDialog {
   Q_DECLARE_TR_FUNCTIONS(KeyConfig)
@@ -95,6 +94,8 @@ KeyConfig::KeyConfig(QWidget* parent) : QDialog(parent) {
   MakeControls();
   RefreshList();
   SelectFunction(work_.currentFn);
+  lstKeyList_->setMinimumHeight(lstKeyList_->sizeHintForRow(0) * lstKeyList_->count() +
+                                2 * lstKeyList_->frameWidth());
 
   // What is held while the dialog opens was not pressed for it.
   hooks.keyDown = hooks.keyUp = nullptr;
