@@ -13,7 +13,7 @@
     </message>
     <message>
         <source>スキン</source>
-        <translation>S&amp;kins</translation>
+        <translation>SkS&amp;kinsamp;ins</translation>
     </message>
     <message>
         <source>BMS検索</source>

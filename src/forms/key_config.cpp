@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "base/hooks.h"
 #include "files/key_table.h"
@@ -30,8 +31,8 @@
 namespace qlm {
 namespace {
 
-constexpr int kPollInterval = 10;          // ms
-constexpr int kCodesBeforeTheKernels = 8;  // by which window systems count keys higher than the kernel
+constexpr int kPollInterval = 10;        // ms
+constexpr int32_t kAboveTheKernels = 8;  // by which window systems number keys higher than the kernel does
 
 class KeyConfig : public QDialog {
   Q_DECLARE_TR_FUNCTIONS(KeyConfig)
@@ -47,6 +48,7 @@ class KeyConfig : public QDialog {
   QPushButton* MakeButton(const char* name, const QString& caption, void (KeyConfig::*action)());
 
   bool eventFilter(QObject* object, QEvent* event) override;
+  void TakeKeyEvent(const QKeyEvent& event);
   void KeyCapture(int32_t code);
   void Timer1();
 
@@ -61,6 +63,7 @@ class KeyConfig : public QDialog {
 
   KeyWork work_;
   bool wasActive_ = false;
+  std::pair<int32_t, quint64> lastRelease_;  // its key and its moment, in ms
   KeyPicture* picKeyDown_ = nullptr;
   KeyPicture* specialKeys_ = nullptr;
   QListWidget* lstKeyList_ = nullptr;
@@ -228,12 +231,25 @@ bool KeyConfig::eventFilter(QObject* object, QEvent* event) {
     case QEvent::KeyRelease: break;
     default: return QDialog::eventFilter(object, event);
   }
-  const auto& press = static_cast<const QKeyEvent&>(*event);
-  const auto code = static_cast<int32_t>(press.nativeScanCode()) - kCodesBeforeTheKernels;
-  const int32_t key = platform::KeyNumberOfEvdev(code);
-  if (key != 0 && !press.isAutoRepeat()) DispatchKey(key, event->type() == QEvent::KeyPress);
+  TakeKeyEvent(static_cast<const QKeyEvent&>(*event));
   event->accept();
   return true;
+}
+
+void KeyConfig::TakeKeyEvent(const QKeyEvent& event) {
+  const auto code = static_cast<int32_t>(event.nativeScanCode()) - kAboveTheKernels;
+  const int32_t key = platform::KeyNumberOfEvdev(code);
+  if (key == 0 || event.isAutoRepeat()) return;
+  if (event.type() == QEvent::KeyRelease) {
+    DispatchKey(key, false);
+    lastRelease_ = {key, event.timestamp()};
+  } else if (lastRelease_ == std::pair(key, event.timestamp())) {
+    // X tells each repeat as a release and a press of one moment, and the toolkit does not always see that.
+    KeyHeld[key] = true;
+    ShowHeld();
+  } else {
+    DispatchKey(key, true);
+  }
 }
 
 void KeyConfig::KeyCapture(int32_t code) {

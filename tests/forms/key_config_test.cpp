@@ -21,6 +21,7 @@
 #include "files/key_table.h"
 #include "forms/key_functions.h"
 #include "forms/key_picture.h"
+#include "forms/language.h"
 #include "input/input.h"
 #include "state/settings.h"
 #include "tests/support/game_test.h"
@@ -69,7 +70,14 @@ class Form {
   void Key(int code, bool down, Qt::Key name = Qt::Key_unknown, bool repeat = false) const {
     QKeyEvent event(down ? QEvent::KeyPress : QEvent::KeyRelease, name, Qt::NoModifier,
                     static_cast<quint32>(code) + 8, 0, 0, QString(), repeat);
+    event.setTimestamp(++moment_);
     QCoreApplication::sendEvent(dialog_.windowHandle(), &event);
+  }
+  // What X makes of a held key where the toolkit does not see through it.
+  void RepeatUnseen(int code) const {
+    Key(code, false);
+    --moment_;
+    Key(code, true);
   }
   void Press(int code, Qt::Key name = Qt::Key_unknown) const {
     Key(code, true, name);
@@ -101,6 +109,7 @@ class Form {
 
  private:
   QDialog& dialog_;
+  mutable quint64 moment_ = 0;  // of the last key event
 };
 
 class KeyConfigTest : public GameTest {
@@ -205,6 +214,46 @@ TEST_F(KeyConfigTest, SaysWhatIsTold) {
   });
 }
 
+bool IsJapanese(const QString& words) {
+  return std::any_of(words.begin(), words.end(), [](QChar letter) {
+    return letter.script() == QChar::Script_Hiragana || letter.script() == QChar::Script_Katakana ||
+           letter.script() == QChar::Script_Han;
+  });
+}
+
+TEST_F(KeyConfigTest, SaysAllOfItInEnglish) {
+  MenuLanguage = u"en";
+  ShowChosenLanguage();
+  Open([](const Form& form) {
+    EXPECT_EQ(form.Dialog().windowTitle(), QStringLiteral("KeyConfig"));
+    EXPECT_EQ(form.Find<QAbstractButton>("cmdOK").text(), QStringLiteral("Done"));
+    form.Press(2);
+    for (const int key : {3, 16, 30, 44}) form.Key(key, true);
+    EXPECT_EQ(form.HeldLine(),
+              "key number 3 → the next function   key number 16 → 11 (1P key 1)   key number 30 → 11 (1P key 1)   "
+              "key number 44 → 11 (1P key 1)");
+    const auto look = [&form] {
+      QStringList words;
+      for (const QWidget* const widget : form.Dialog().findChildren<QWidget*>()) {
+        words << widget->toolTip() << widget->accessibleName();
+        if (const auto* const label = qobject_cast<const QLabel*>(widget)) words += label->text();
+        if (const auto* const button = qobject_cast<const QAbstractButton*>(widget)) words += button->text();
+        if (const auto* const group = qobject_cast<const QGroupBox*>(widget)) words += group->title();
+      }
+      EXPECT_FALSE(IsJapanese(words.join(' '))) << words.join(' ').toStdString();
+    };
+    look();
+    form.ClickShape(16);
+    form.Click("cmdClear");
+    form.Key(2, true);
+    look();
+    form.Key(45, true);
+    look();
+  });
+  MenuLanguage = u"ja";
+  ShowChosenLanguage();
+}
+
 TEST_F(KeyConfigTest, KeysTakeTheFunctionInHandAndTheFocusDoesNotAdvance) {
   Open([](const Form& form) {
     form.Press(30);
@@ -292,6 +341,22 @@ TEST_F(KeyConfigTest, RepeatsAndKeysWithoutANumberAreNoPresses) {
     form.Key(30, false, Qt::Key_A, true);
     form.Key(30, true, Qt::Key_A, true);
     EXPECT_EQ(form.InputsOf("11"), "[30]");
+  });
+}
+
+TEST_F(KeyConfigTest, RepeatThatComesAsAReleaseAndAPressIsNoPress) {
+  Open([](const Form& form) {
+    form.Key(30, true);
+    form.ClickShape(12);
+    form.RepeatUnseen(30);
+    EXPECT_EQ(form.InputsOf("11"), "[30][44]");
+    EXPECT_EQ(form.HeldLine(), "キー番号 30 → 11 (1P 鍵盤 1)");
+    form.Key(30, false);
+    form.Key(30, true);
+    EXPECT_EQ(form.InputsOf("12"), "[30][31]");
+    // One that was held before the dialog opened.
+    form.RepeatUnseen(28);
+    EXPECT_EQ(form.InputsOf("29"), "[28][54]");
   });
 }
 
