@@ -84,5 +84,33 @@ TEST_F(SearchFoldersTest, SystemsFormIsTakenToo) {
   EXPECT_EQ(Folder(u"/home/me/bms/"), u"\\home\\me\\bms\\");
 }
 
+std::vector<std::string> Shown(const SearchFolders& search) {
+  std::vector<std::string> lines;
+  for (const SearchFolder& each : search.folders)
+    lines.push_back(Utf8(Join(each.ticked ? u"" : u"#", each.folder)));
+  return lines;
+}
+
+TEST_F(SearchFoldersTest, PersonsListIsWrittenBackWithItsCommentsFirst) {
+  EXPECT_TRUE(ReadSearchFolders().folders.empty());
+  WriteText(u"_qlmfiles\\qlm_searchdir.txt", u"\\表\r\n/ a\r\n\r\n#\\b\r\n//c\r\n \\d\r\n");
+  const SearchFolders search = ReadSearchFolders();
+  EXPECT_EQ(Utf8(search.comments), "/ a\r\n//c\r\n");
+  EXPECT_EQ(Shown(search), (std::vector<std::string>{"\\表", "#\\b", " \\d"}));
+  EXPECT_TRUE(SaveSearchFolders(search));
+  EXPECT_EQ(ReadBytes(DataPath(u"qlm_searchdir.txt")), "/ a\r\n//c\r\n\\\x95\x5C\r\n#\\b\r\n \\d\r\n");
+}
+
+TEST_F(SearchFoldersTest, LineThatCodePage932CannotHoldIsKeptAsUtf8) {
+  const std::string bytes = "\\caf\xC3\xA9\r\n";
+  WriteData(u"_qlmfiles\\qlm_searchdir.txt", bytes);
+  EXPECT_EQ(SearchFileBytes(ReadSearchFolders()), bytes);
+}
+
+TEST_F(SearchFoldersTest, LettersThatTheFileCannotHoldAreNamedOnce) {
+  EXPECT_EQ(Utf8(LettersNotStored(u"\\home\\羽\\a b")), "");
+  EXPECT_EQ(Utf8(LettersNotStored(u"\\é\\x#é\U0001F3B5y")), "é#\U0001F3B5");
+}
+
 }  // namespace
 }  // namespace qlm

@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <cstdlib>
 
+#include "base/paths.h"
 #include "files/settings_file.h"
 #include "forms/language.h"
 
@@ -36,7 +37,10 @@ class Toolkit : public testing::Environment {
 
 }  // namespace
 
-MenuTest::MenuTest() { LoadSettings(); }
+MenuTest::MenuTest() {
+  LoadSettings();
+  MakeFolders(DataPath(u"jukelist"));
+}
 
 MenuTest::~MenuTest() { Close(); }
 
@@ -44,6 +48,7 @@ void MenuTest::Open() {
   ShowChosenLanguage();
   menu = std::make_unique<MenuWindow>();
   menu->show();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(menu.get()));
 }
 
 void MenuTest::Close() { menu.reset(); }

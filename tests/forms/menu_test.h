@@ -19,7 +19,7 @@
 namespace qlm {
 
 class MenuTest : public GameTest {
- protected:
+ public:
   MenuTest();
   ~MenuTest() override;
 
