@@ -6,9 +6,9 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QListWidget>
 #include <QMimeData>
-#include <QShortcut>
 #include <QUrl>
 #include <QVBoxLayout>
 #include <functional>
@@ -29,14 +29,19 @@ std::string DroppedPath(const QUrl& url) {
   return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString();
 }
 
-// Folders can be dropped on it.
+// Folders can be dropped on it, and taken out by a key.
 class FolderList : public QListWidget {
  public:
-  explicit FolderList(std::function<void(const std::string&)> dropped) : dropped_(std::move(dropped)) {
+  FolderList(std::function<void(const std::string&)> dropped, std::function<void()> removed)
+      : dropped_(std::move(dropped)), removed_(std::move(removed)) {
     setAcceptDrops(true);
   }
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Delete) return removed_();
+    QListWidget::keyPressEvent(event);
+  }
   void dragEnterEvent(QDragEnterEvent* event) override { TakeFiles(event); }
   void dragMoveEvent(QDragMoveEvent* event) override { TakeFiles(event); }
   void dropEvent(QDropEvent* event) override {
@@ -54,6 +59,7 @@ class FolderList : public QListWidget {
   }
 
   std::function<void(const std::string&)> dropped_;
+  std::function<void()> removed_;
 };
 
 Text FolderOf(const QListWidgetItem& item) { return FromQt(item.data(Qt::UserRole).toString()); }
@@ -68,7 +74,7 @@ Text Known(const Text& folder) {
 }  // namespace
 
 SearchPanel::SearchPanel(Controls& controls)
-    : list_(new FolderList([this](const std::string& path) { Add(path); })),
+    : list_(new FolderList([this](const std::string& path) { Add(path); }, [this] { Remove(); })),
       noConfirm_(nullptr),
       noLimit_(nullptr) {
   list_->setObjectName(QStringLiteral("lstSPath"));
@@ -112,9 +118,6 @@ SearchPanel::SearchPanel(Controls& controls)
 
   connect(add, &QPushButton::clicked, [this] { AddByDialog(); });
   connect(remove, &QPushButton::clicked, [this] { Remove(); });
-  auto* const key = new QShortcut(QKeySequence(Qt::Key_Delete), list_);
-  key->setContext(Qt::WidgetShortcut);
-  connect(key, &QShortcut::activated, [this] { Remove(); });
   LoadSearchDirs();
 }
 
