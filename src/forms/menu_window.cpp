@@ -25,8 +25,12 @@
 #include "graphics/skin_list.h"
 #include "library/lists.h"
 #include "library/scan.h"
+#include "net/session.h"
+#include "platform/session.h"
+#include "platform/text.h"
 #include "platform/window.h"
 #include "state/lists.h"
+#include "state/network.h"
 #include "state/settings.h"
 
 namespace qlm {
@@ -146,6 +150,11 @@ void MenuWindow::ConnectControls() {
           [this] { SearchAndSave(); });
   connect(findChild<QPushButton*>(QStringLiteral("cmdKeyCfg")), &QPushButton::clicked,
           [this] { OpenKeyConfig(this); });
+  connect(findChild<QPushButton*>(QStringLiteral("cmdServer")), &QPushButton::clicked,
+          [this] { HostAndStart(); });
+  connect(findChild<QPushButton*>(QStringLiteral("cmdConnect")), &QPushButton::clicked,
+          [this] { Connect(); });
+  controls_.Say([this] { ShowNetwork(); });
   auto* const directBlt = findChild<QCheckBox*>(QStringLiteral("chkDirectBlt"));
   connect(findChild<QCheckBox*>(QStringLiteral("chkWindowed")), &QCheckBox::toggled, directBlt,
           &QCheckBox::setChecked);
@@ -173,13 +182,66 @@ void MenuWindow::StepPanel(int by) {
   tabs_->setCurrentIndex((tabs_->currentIndex() + by + tabs_->count()) % tabs_->count());
 }
 
-void MenuWindow::Pump() const {
+void MenuWindow::Pump() {
   if (library.scanRunning) {
     // Nothing else may touch the lists now.
     platform::PumpWindowEvents({.closeRequested = QApplication::closeAllWindows});
-  } else {
-    DoEvents();
+    return;
   }
+  DoEvents();
+  if (!awaitsHost_) return;
+  ShowNetwork();
+  if (network.awaitsInit) return;
+  awaitsHost_ = false;
+  Start();
+}
+
+void MenuWindow::SayOfNetwork(const char* words) {
+  saidOfNetwork_ = words;
+  ShowNetwork();
+}
+
+void MenuWindow::ShowNetwork() {
+  QStringList said;
+  if (saidOfNetwork_ != nullptr) said << Words(saidOfNetwork_);
+  if (awaitsHost_) {
+    for (const platform::SessionPlayer& player : platform::SessionPlayers()) said << ToQt(player.name);
+  }
+  // Names are the others' own: nothing in them is markup, and long ones are cut by the window's edge.
+  findChild<QLabel*>(QStringLiteral("lblNetwork"))->setText(said.join(QStringLiteral("  ")));
+}
+
+void MenuWindow::DisableNetworkButtons() {
+  for (const auto* const name : {"cmdServer", "cmdConnect"}) {
+    findChild<QPushButton*>(QString::fromUtf8(name))->setEnabled(false);
+  }
+}
+
+void MenuWindow::HostAndStart() {
+  networkAsked_ = true;
+  if (!HostBattle()) {
+    QApplication::beep();
+    SayOfNetwork("サーバーを起動できません。");
+    return;
+  }
+  DisableNetworkButtons();
+  Start();
+}
+
+void MenuWindow::Connect() {
+  networkAsked_ = true;
+  SayOfNetwork("サーバーを探しています…");
+  // So that it is seen while the network is asked.
+  QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  awaitsHost_ = JoinBattle(platform::EncodeUtf8(NetAddress));
+  SayOfNetwork(awaitsHost_ ? "接続しました。開始を待っています。" : "サーバーが見つかりません。");
+  if (awaitsHost_) DisableNetworkButtons();
+}
+
+void MenuWindow::StartSession() {
+  if (!networkAsked_ || StartBattle()) return;
+  network.NetActive = network.NetHost = false;
+  ShowBox(platform::BoxIcon::kInformation, u"quillmarch", u"No connections aviliable. standalone mode.");
 }
 
 void MenuWindow::ShowScanned(TextView caption) {
@@ -212,11 +274,13 @@ void MenuWindow::SearchAndSave() {
 }
 
 void MenuWindow::Start() {
+  MyName = FromQt(findChild<QLineEdit*>(QStringLiteral("txtUserName"))->text());
   UpdateJukeList();
   if (lastSong < 0) {
     DebugLog(u"# BMS-list(s) aren't found. Make now.");
     if (!Search() || closed_) return;
   }
+  StartSession();
   startsGame_ = true;
   close();
 }

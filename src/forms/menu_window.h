@@ -39,6 +39,17 @@ class MenuWindow : public QDialog {
   // To the panel that is so many options behind the one that shows, around the end.
   void StepPanel(int by);
 
+  // What the two network buttons do.
+  void HostAndStart();
+  void Connect();
+  void DisableNetworkButtons();
+  // What stands beside them; null for nothing.
+  void SayOfNetwork(const char* words);
+  // That, and who has come together.
+  void ShowNetwork();
+  // The network's part of a start. A client alone goes on without a battle, and is told so.
+  void StartSession();
+
   // What the search button does.
   void SearchAndSave();
   // Searches for charts with all controls disabled, and shows how far it is. False when there is nothing to
@@ -46,7 +57,7 @@ class MenuWindow : public QDialog {
   bool Search();
   void ShowScanned(TextView caption);
   // Lets events run: the network's timer, and a request to end the program.
-  void Pump() const;
+  void Pump();
 
   Controls controls_;
   Hooks gameHooks_;
@@ -57,6 +68,9 @@ class MenuWindow : public QDialog {
   QPushButton* stop_ = nullptr;
   QLabel* note_ = nullptr;
   QPushButton* start_ = nullptr;
+  const char* saidOfNetwork_ = nullptr;
+  bool networkAsked_ = false;  // one of its buttons was pressed
+  bool awaitsHost_ = false;    // the game starts when the host says so
   bool closed_ = false;
   bool startsGame_ = false;
 };

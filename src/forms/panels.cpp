@@ -165,6 +165,8 @@ QWidget* NetworkGroup(Controls& controls) {
   grid->addWidget(controls.Button("cmdServer", "サーバー起動", "自らをサーバーとして起動します。"), 1, 3);
   auto* const found = new QLabel;
   found->setObjectName(QStringLiteral("lblNetwork"));
+  found->setTextFormat(Qt::PlainText);
+  found->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   grid->addWidget(found, 1, 4);
   return group;
 }
