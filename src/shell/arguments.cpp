@@ -77,7 +77,8 @@ platform::Program GameProgram() {
   program.help =
       "quillmarch - a keysounded rhythm game\n"
       "\n"
-      "Without a CHART the startup menu opens: settings, folders of charts, battles. With one, a .bms or .bme file\n"
+      "Without a CHART the startup menu opens: settings, folders of charts, battles. With one, a .bms or "
+      ".bme file\n"
       "with its sounds and pictures beside it, the first CHART is played at once.";
   program.usage = "[OPTION]... [CHART]...";
   program.footer = kFooter;
@@ -89,6 +90,11 @@ platform::Program GameProgram() {
       {.name = "--no-menu", .help = "straight to the song list; a CHART passes the startup menu by, too"});
   program.options.push_back(
       {.name = "--scan", .help = "looks for charts anew in the folders of _qlmfiles/qlm_searchdir.txt"});
+  program.options.push_back(
+      {.name = "--host", .help = "opens a battle for up to five players and goes to the song list"});
+  program.options.push_back({.name = "--connect",
+                             .value = "HOST[:PORT]",
+                             .help = "joins the battle that another one opened there"});
   program.options.push_back({.name = "--set",
                              .value = "NAME=VALUE",
                              .help = "a setting by its name in qlm_conf.ini, or a play option: Hidden,\n"
@@ -110,6 +116,10 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   launch.scan = read.values.contains("--scan");
   launch.once = read.values.contains("--once");
   launch.demo = read.values.contains("--demo");
+  launch.host = read.values.contains("--host");
+  if (const auto address = read.values.find("--connect"); address != read.values.end()) {
+    launch.connect = address->second.back();
+  }
   if (const auto settings = read.values.find("--set"); settings != read.values.end()) {
     for (const std::string& setting : settings->second)
       launch.settings.push_back(platform::DecodeUtf8(setting));
@@ -119,6 +129,11 @@ Launch ReadArguments(std::span<const std::string> arguments) {
     const Text word = GameWord(argument);
     const TextView quote = word.find(u' ') == Text::npos ? u"" : u"\"";
     launch.command += Join(launch.command.empty() ? u"" : u" ", quote, word, quote);
+  }
+  const bool battle = launch.host || !launch.connect.empty();
+  if (launch.wrong.empty() && launch.answer.empty() && battle) {
+    if (launch.host && !launch.connect.empty()) launch.wrong = "--host and --connect exclude each other";
+    if (NamesChart(launch.command)) launch.wrong = "a battle chooses its songs in the list: name no CHART";
   }
   return launch;
 }

@@ -15,6 +15,8 @@ struct Launch {
   bool once = false;           // --once: the program ends behind the charts of the command line
   bool scan = false;           // --scan: charts are searched for anew
   bool noMenu = false;         // --no-menu: the game starts without its startup menu
+  bool host = false;           // --host: a battle's session is opened
+  std::string connect;         // --connect: HOST or HOST:PORT of the session to join
   bool demo = false;           // --demo: the machine plays, whatever the settings say
   std::string answer;          // what --help or --version prints; the game then does nothing else
   std::string wrong;           // what is wrong with the "--" words, in one line; empty when nothing is

@@ -31,6 +31,7 @@
 #include "shell/command_line.h"
 #include "shell/exit.h"
 #include "shell/main_form.h"
+#include "shell/meeting.h"
 #include "shell/play_report.h"
 #include "shell/set_value.h"
 #include "shell/version.h"
@@ -150,7 +151,8 @@ void RunGame(const Launch& launch) {
 }
 
 bool WantsMenu(const Launch& launch) {
-  return !launch.noMenu && !launch.once && !NamesChart(launch.command) && MenuCanBeShown();
+  return !launch.noMenu && !launch.once && !launch.host && launch.connect.empty() &&
+         !NamesChart(launch.command) && MenuCanBeShown();
 }
 
 // False when the program is to end.
@@ -190,6 +192,7 @@ int Main(const Launch& launch) {
                          u"キーコンフィグをリセットしました。");
   }
   if (WantsMenu(launch) && !RunMenu()) ExitApp();
+  if (!MeetOthers(launch)) ExitApp(1);
   Start(launch);
   return 0;
 }

@@ -68,7 +68,8 @@ std::vector<Text> CommandWords(TextView command) {
 
 bool NamesChart(TextView command) {
   const std::vector<Text> words = CommandWords(command);
-  return std::any_of(words.begin(), words.end(), [](TextView word) { return !IsOption(word) && !IsList(word); });
+  return std::any_of(words.begin(), words.end(),
+                     [](TextView word) { return !IsOption(word) && !IsList(word); });
 }
 
 std::optional<bool> RunCommandLine(TextView command) {

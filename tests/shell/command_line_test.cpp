@@ -86,6 +86,18 @@ TEST_F(CommandLineTest, SetTakesTheWordBehindIt) {
             "--set: 1 required NAME=VALUE missing");
 }
 
+TEST_F(CommandLineTest, ABattleIsOpenedOrJoined) {
+  EXPECT_TRUE(ReadArguments(std::vector<std::string>{"--host"}).host);
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"--connect", "there:99"}).connect, "there:99");
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"--host", "--connect", "there"}).wrong,
+            "--host and --connect exclude each other");
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"--host", "/a.bms"}).wrong,
+            "a battle chooses its songs in the list: name no CHART");
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"--host", "-B"}).wrong, "");
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"--connect"}).wrong,
+            "--connect: 1 required HOST[:PORT] missing");
+}
+
 TEST_F(CommandLineTest, EmptyArgumentsArePassedOver) { EXPECT_EQ(Command({"", "/a", ""}), "\\a"); }
 
 TEST_F(CommandLineTest, NamesInShiftJisBytesAreRead) {
