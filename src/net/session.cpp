@@ -74,23 +74,27 @@ void Receive(const SessionMessage& message) {
   }
 }
 
-// What the network's thread has to tell, once a second.
+// What the network's thread has to tell.
 void LogNotes() {
-  if (++network.polls % kPollsBetweenNotes != 0) return;
   for (const Text& note : platform::TakeSessionNotes()) DebugLog(note);
+}
+
+bool Fail() {
+  LogNotes();
+  return false;
 }
 
 }  // namespace
 
 bool HostBattle() {
-  if (!platform::OpenSession(Port(), MyName)) return false;
+  if (!platform::OpenSession(Port(), MyName)) return Fail();
   Enter(true);
   return true;
 }
 
 bool JoinBattle(std::string_view address) {
   const std::string session = address.empty() ? FindAddress() : std::string(address);
-  if (session.empty() || !platform::JoinSession(session, Port(), MyName)) return false;
+  if (session.empty() || !platform::JoinSession(session, Port(), MyName)) return Fail();
   Enter(false);
   return true;
 }
@@ -114,7 +118,8 @@ void NetPoll() {
   for (int left = platform::SessionMessageCount(); left > 0 && network.step == BattleStep::kNone; --left) {
     Receive(platform::ReceiveFromSession());
   }
-  LogNotes();
+  // Their look-up takes a lock.
+  if (++network.polls % kPollsBetweenNotes == 0) LogNotes();
 }
 
 }  // namespace qlm

@@ -9,6 +9,7 @@
 #include "play_screen/gauge_bar.h"
 #include "play_screen/judgement_word.h"
 #include "play_screen/marks.h"
+#include "play_screen/net_status.h"
 #include "play_screen/objects.h"
 #include "play_screen/sides.h"
 #include "sound/play.h"
@@ -35,9 +36,6 @@ void DrawStanding(size_t side) {
   DrawSideFigures(side);
   DrawFan(side);
 }
-
-// The other players' line of a battle, which is still to come.
-void DrawNetStatus() {}
 
 }  // namespace
 

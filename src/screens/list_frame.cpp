@@ -9,6 +9,7 @@
 #include "graphics/fades.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
+#include "play_screen/net_status.h"
 #include "screens/clear_check.h"
 #include "screens/list_help.h"
 #include "screens/list_panel.h"
@@ -101,6 +102,7 @@ void ComposeFrame() {
   DrawRecordWords();
   DrawNib();
   DrawListFades();
+  DrawNetStatus();
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include "play/song_change.h"
 #include "play_screen/figures.h"
 #include "play_screen/gauge_graph.h"
+#include "play_screen/net_status.h"
 #include "screens/result_pieces.h"
 #include "screens/words.h"
 #include "sound/play.h"
@@ -137,9 +138,9 @@ void DrawSongs() {
   }
 }
 
-// What the play came to, once everything has been counted.
+// What the play came to, once everything has been counted. In a battle the players stand in its place.
 void DrawSeal(int32_t t) {
-  if (t < kCountMs) return;
+  if (t < kCountMs || network.NetActive) return;
   const bool cleared = PlayCleared && Gauge[0] >= kClearGauge;
   DrawPiece(cleared ? kSealPiece : kTornSealPiece, 480, 32);
 }
@@ -161,6 +162,7 @@ void DrawResults(int32_t t) {
   DrawCounts(t);
   DrawSongs();
   DrawWaiting();
+  DrawNetStatus();
 }
 
 bool Ended() {
