@@ -22,7 +22,7 @@ void TakeSample(int32_t slot) {
   if (sample) GaugeHistory[0].Put(slot, *sample);
   const int64_t next = int64_t{slot} + 1;
   HistoryNext[0] = static_cast<float>(next);
-  if (network.NetActive && next % kSamplesASend == 0) SendGaugeData(sample.value_or(0));
+  if (network.NetActive && !PreviewActive && next % kSamplesASend == 0) SendGaugeData(sample.value_or(0));
   if (!sample) return;
   StoreOwnGauge(slot, *sample);
   DrawGaugeSample(slot, *sample);
