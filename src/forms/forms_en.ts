@@ -13,7 +13,7 @@
     </message>
     <message>
         <source>スキン</source>
-        <translation>SkS&amp;kinsamp;ins</translation>
+        <translation>Sk&amp;ins</translation>
     </message>
     <message>
         <source>BMS検索</source>

@@ -41,6 +41,9 @@ class KeyConfig : public QDialog {
   explicit KeyConfig(QWidget* parent);
   ~KeyConfig() override;
 
+  // Whether it had the keyboard until its end.
+  bool Active() const { return active_; }
+
  private:
   void MakeControls();
   QWidget* MakeSpecialFrame();
@@ -62,7 +65,7 @@ class KeyConfig : public QDialog {
   void cmdClear();
 
   KeyWork work_;
-  bool wasActive_ = false;
+  bool active_ = false;                      // at the last tick
   std::pair<int32_t, quint64> lastRelease_;  // its key and its moment, in ms
   KeyPicture* picKeyDown_ = nullptr;
   KeyPicture* specialKeys_ = nullptr;
@@ -260,12 +263,12 @@ void KeyConfig::KeyCapture(int32_t code) {
 }
 
 void KeyConfig::Timer1() {
-  if (!isActiveWindow()) {
-    // The window system may take a while to make it the active one.
-    if (wasActive_) reject();
+  // The window system may take a while to make it the active one.
+  const bool wasActive = std::exchange(active_, isActiveWindow());
+  if (!active_) {
+    if (wasActive) reject();
     return;
   }
-  wasActive_ = true;
   ReadJoysticks();
   ShowControllers();
 }
@@ -340,6 +343,11 @@ void KeyConfig::cmdClear() {
 
 }  // namespace
 
-void OpenKeyConfig(QWidget* parent) { KeyConfig(parent).exec(); }
+void OpenKeyConfig(QWidget* parent) {
+  KeyConfig form(parent);
+  form.exec();
+  // Without a window manager nobody else gives the keyboard back.
+  if (parent != nullptr && form.Active()) parent->activateWindow();
+}
 
 }  // namespace qlm

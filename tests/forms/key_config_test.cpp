@@ -229,9 +229,10 @@ TEST_F(KeyConfigTest, SaysAllOfItInEnglish) {
     EXPECT_EQ(form.Find<QAbstractButton>("cmdOK").text(), QStringLiteral("Done"));
     form.Press(2);
     for (const int key : {3, 16, 30, 44}) form.Key(key, true);
-    EXPECT_EQ(form.HeldLine(),
-              "key number 3 → the next function   key number 16 → 11 (1P key 1)   key number 30 → 11 (1P key 1)   "
-              "key number 44 → 11 (1P key 1)");
+    EXPECT_EQ(
+        form.HeldLine(),
+        "key number 3 → the next function   key number 16 → 11 (1P key 1)   key number 30 → 11 (1P key 1)   "
+        "key number 44 → 11 (1P key 1)");
     const auto look = [&form] {
       QStringList words;
       for (const QWidget* const widget : form.Dialog().findChildren<QWidget*>()) {
