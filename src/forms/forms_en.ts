@@ -392,7 +392,7 @@ This folder cannot be added. The list cannot hold these characters of its name: 
     <name>KeyConfig</name>
     <message>
         <source>設定したいボタンをクリックして、そのキーを押してください。1,2でも移動可能です。</source>
-        <translation>Click the button to set, then press its key. The keys 1 and 2 move, too.</translation>
+        <translation>Click what you want to set, and press its key. The keys 1 and 2 move the frame, too.</translation>
     </message>
     <message>
         <source>特殊キー</source>
@@ -401,7 +401,7 @@ This folder cannot be added. The list cannot hold these characters of its name: 
     <message>
         <source>コントローラー用。キーボード時は不要です。
 ESCをSTART、★をSELECTに割り当てると吉。</source>
-        <translation>For controllers; a keyboard does not need them.
+        <translation>For controllers, not for the keyboard.
 Best put ESC on START and ★ on SELECT.</translation>
     </message>
     <message>
