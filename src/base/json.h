@@ -75,6 +75,12 @@ class Json {
     EndArray();
   }
 
+  // A value that is JSON already.
+  void Raw(std::string_view json) {
+    Separate(false);
+    text_ += json;
+  }
+
   void BeginObject() {
     Separate(depth_ >= 2);
     Open('{');

@@ -175,6 +175,11 @@ std::vector<Command> Commands() {
                 load,
                 common})},
        probe::AudioCommand},
+      {{"battle",
+        "Players of the real game in processes of their own on this machine, who play what a script has\n"
+        "them decide: each one's log lines on the battle and its table of the players at the end.",
+        "SCRIPT [OPTION]...", 1, common},
+       probe::BattleCommand},
       {{"check",
         "What in a chart the game will not play as its author means it, with line numbers.\n"
         "Exit status 0 when nothing was found, 1 otherwise.",
