@@ -146,13 +146,12 @@ void DrawCourse() {
   DrawText(540, 282, MinutesAndSeconds(course->lengthMs), 0);
 }
 
-// How to get charts into the lists, until there is a menu for it.
+// How to get charts into the lists.
 void DrawHint() {
   constexpr int32_t kTop = 306;
   constexpr int32_t kLineHeight = 18;
-  constexpr std::array<TextView, 3> kLines = {u"To add charts, drop a folder on the window, or write",
-                                              u"its path as a line into _qlmfiles/qlm_searchdir.txt",
-                                              u"and start with the option --scan."};
+  constexpr std::array<TextView, 2> kLines = {u"To add charts, drop a folder on the window,",
+                                              u"or name it in the startup menu."};
   int32_t top = kTop;
   for (const TextView line : kLines) {
     DrawLine({kLeft, top, kRight, top + kLineHeight}, line, kRowFont, kHint);
