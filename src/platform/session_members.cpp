@@ -14,8 +14,8 @@ constexpr int64_t kMostLinking = 5000;       // from a newcomer's announcement u
 constexpr int64_t kKeptForUnknown = 10'000;  // for recipients of whom nobody has told yet
 constexpr size_t kMostKept = 4096;           // messages of one player that somebody does not confirm
 constexpr size_t kMostUnsent = 4096;
-constexpr size_t kMostStrangers = 8;   // links that have not said what they want
-constexpr int64_t kMostFrames = 4000;  // a second, of whatever kind
+constexpr size_t kMostStrangers = 8;      // links that have not said what they want
+constexpr int kMostFramesASecond = 4000;  // of whatever kind
 constexpr size_t kMostNotes = 100;
 
 std::u16string Number(int64_t number) {
@@ -160,7 +160,7 @@ LinkId SessionMembers::LinkCame(const SessionAddress& from) {
   const auto strangers = std::count_if(links_.begin(), links_.end(), [](const auto& each) {
     return each.second.phase == Phase::kSilent || each.second.phase == Phase::kUnproven;
   });
-  if (state_ != State::kIn || static_cast<size_t>(strangers) > kMostStrangers)
+  if (self_.id == 0 || state_ == State::kClosed || static_cast<size_t>(strangers) > kMostStrangers)
     Drop(id, LinkTask::Kind::kClose);
   return id;
 }
@@ -206,13 +206,17 @@ void SessionMembers::Received(LinkId id, std::string_view bytes) {
   std::visit([&](auto& fields) { Take(id, fields); }, *frame);
 }
 
+// A link that was quiet for as long as is forgiven may bring all that was sent meanwhile at once.
 bool SessionMembers::Floods(Link& link, bool isMessage) {
-  if (now_ - link.secondBegan >= 1000) {
-    link.secondBegan = now_;
-    link.messages = link.frames = 0;
-  }
-  if (isMessage) ++link.messages;
-  return link.messages > kMostMessagesASecond || ++link.frames > kMostFrames;
+  const auto grows = [&](double& allowed, int perSecond) {
+    allowed = std::min(allowed + static_cast<double>((now_ - link.countedAt) * perSecond) / 1000,
+                       static_cast<double>(kGivenUpAfter * perSecond) / 1000);
+  };
+  grows(link.messages, kMostMessagesASecond);
+  grows(link.frames, kMostFramesASecond);
+  link.countedAt = now_;
+  if (isMessage) --link.messages;
+  return link.messages < 0 || --link.frames < 0;
 }
 
 void SessionMembers::Take(LinkId id, const HelloFrame& hello) {

@@ -127,9 +127,10 @@ class SessionMembers {
     std::u16string name = {};  // an applicant's
     bool told = false;         // the game knows of the applicant
     uint64_t token = 0;        // said by an unproven one, or to be said
-    int64_t messages = 0;      // within the running second
-    int64_t frames = 0;
-    int64_t secondBegan = 0;
+    // How many messages, and frames of any kind, it may still send.
+    double messages = 0;
+    double frames = 0;
+    int64_t countedAt = 0;
   };
   struct Kept {
     ItemFrame item = {};

@@ -85,6 +85,16 @@ TEST_F(Members, NobodyHearsOfTheNextBeforeWhatTheHostSaidToItself) {
   EXPECT_EQ(net.Players(C), "CBA");
 }
 
+TEST_F(Members, FourMayJoinAtOnce) {
+  net.Open();
+  for (int i = 0; i < 4; ++i) net.Join(A);
+  net.Settle();
+  for (size_t i = 0; i < 5; ++i) {
+    EXPECT_EQ(net.Players(i).size(), 5U);
+    EXPECT_EQ(net[i].members.GetState(), SessionMembers::State::kIn);
+  }
+}
+
 TEST_F(Members, ANewcomerGetsWhatAMemberSendsFromTheMomentItHeardOfIt) {
   Gather(2);
   net.Join(A);
