@@ -14,8 +14,7 @@ constexpr int64_t kMostLinking = 5000;       // from a newcomer's announcement u
 constexpr int64_t kKeptForUnknown = 10'000;  // for recipients of whom nobody has told yet
 constexpr size_t kMostKept = 4096;           // messages of one player that somebody does not confirm
 constexpr size_t kMostUnsent = 4096;
-constexpr size_t kMostStrangers = 8;      // links that have not said what they want
-constexpr int kMostFramesASecond = 4000;  // of whatever kind
+constexpr size_t kMostStrangers = 8;  // links that have not said what they want
 constexpr size_t kMostNotes = 100;
 
 std::u16string Number(int64_t number) {
@@ -160,7 +159,7 @@ LinkId SessionMembers::LinkCame(const SessionAddress& from) {
   const auto strangers = std::count_if(links_.begin(), links_.end(), [](const auto& each) {
     return each.second.phase == Phase::kSilent || each.second.phase == Phase::kUnproven;
   });
-  if (self_.id == 0 || state_ == State::kClosed || static_cast<size_t>(strangers) > kMostStrangers)
+  if (state_ == State::kClosed || static_cast<size_t>(strangers) > kMostStrangers)
     Drop(id, LinkTask::Kind::kClose);
   return id;
 }
@@ -209,8 +208,8 @@ void SessionMembers::Received(LinkId id, std::string_view bytes) {
 // A link that was quiet for as long as is forgiven may bring all that was sent meanwhile at once.
 bool SessionMembers::Floods(Link& link, bool isMessage) {
   const auto grows = [&](double& allowed, int perSecond) {
-    allowed = std::min(allowed + static_cast<double>((now_ - link.countedAt) * perSecond) / 1000,
-                       static_cast<double>(kGivenUpAfter * perSecond) / 1000);
+    allowed = std::min(allowed + static_cast<double>((now_ - link.countedAt) * perSecond) / 1000.0,
+                       kGivenUpAfter * perSecond / 1000.0);
   };
   grows(link.messages, kMostMessagesASecond);
   grows(link.frames, kMostFramesASecond);
@@ -231,9 +230,10 @@ void SessionMembers::Take(LinkId id, const HelloFrame& hello) {
     return refuse(Refusal::kVersion,
                   u"it is of version " + Number(hello.version) + u", this is " + Number(kSessionVersion));
   }
-  const bool isHost = std::all_of(members_.begin(), members_.end(), [this](const auto& each) {
-    return each.second.gone || each.second.player.place > self_.place;
-  });
+  const bool isHost =
+      state_ == State::kIn && std::all_of(members_.begin(), members_.end(), [this](const auto& each) {
+        return each.second.gone || each.second.player.place > self_.place;
+      });
   if (!isHost) return refuse(Refusal::kNotHost, u"it asks to come in, and this is not the host");
   const auto applicants = std::count_if(
       links_.begin(), links_.end(), [](const auto& each) { return each.second.phase == Phase::kApplicant; });
@@ -373,11 +373,13 @@ void SessionMembers::Take(LinkId id, const WelcomeFrame& welcome) {
   FinishJoin();
 }
 
-// In, when every member that remains is linked.
+// In, when every member that was there before and remains is linked.
 void SessionMembers::FinishJoin() {
   if (state_ != State::kJoining || self_.id == 0) return;
   bool linked = true;
-  ForRemaining([&](const Member& member) { linked = linked && member.link != 0; });
+  ForRemaining([&](const Member& member) {
+    linked = linked && (member.link != 0 || member.player.place > self_.place);
+  });
   if (!linked) return;
   state_ = State::kIn;
   SettleDeaths();
@@ -394,7 +396,7 @@ void SessionMembers::Take(LinkId id, const ExpectFrame& expect) {
 void SessionMembers::Take(LinkId id, const LinkFrame& frame) {
   Link& link = links_.at(id);
   if (link.phase != Phase::kSilent || frame.magic != kSessionMagic || frame.version != kSessionVersion ||
-      frame.session != session_) {
+      (self_.id != 0 && frame.session != session_)) {
     return Reject(id, u"it does not greet as a member does");
   }
   link.phase = Phase::kUnproven;
@@ -748,7 +750,7 @@ void SessionMembers::Tick() {
   if (hostLink_ != 0 && late(joinBegan_, kMostWaitForHost)) FailJoin(u"the host does not let us in");
   std::vector<int32_t> unlinked;
   ForRemaining([&](const Member& member) {
-    if (state_ == State::kIn && member.link == 0 && late(member.since, kMostLinking))
+    if (member.link == 0 && member.player.place > self_.place && late(member.since, kMostLinking))
       unlinked.push_back(member.player.id);
   });
   for (const int32_t id : unlinked) MarkGone(id, u"it did not link with this one");

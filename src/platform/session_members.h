@@ -66,6 +66,7 @@ class SessionMembers {
   static constexpr int64_t kGivenUpAfter = 3000;      // milliseconds without a word
   static constexpr int64_t kMostWaitForHost = 10000;  // for the host's game to let a newcomer in
   static constexpr int kMostMessagesASecond = 500;
+  static constexpr int kMostFramesASecond = 4000;  // of whatever kind
 
   // `random` gives numbers that nobody can guess.
   explicit SessionMembers(std::function<uint64_t()> random) : random_(std::move(random)) {}
@@ -128,8 +129,8 @@ class SessionMembers {
     bool told = false;         // the game knows of the applicant
     uint64_t token = 0;        // said by an unproven one, or to be said
     // How many messages, and frames of any kind, it may still send.
-    double messages = 0;
-    double frames = 0;
+    double messages = kGivenUpAfter * kMostMessagesASecond / 1000.0;
+    double frames = kGivenUpAfter * kMostFramesASecond / 1000.0;
     int64_t countedAt = 0;
   };
   struct Kept {

@@ -218,6 +218,25 @@ void RunAll(bool cuts) {
   EXPECT_GT(deaths, static_cast<int>(Runs()) / 2);
 }
 
+TEST(SessionsByChance, WhereNobodyDiesAllComeIn) {
+  for (uint64_t seed = 1; seed <= Runs(); ++seed) {
+    std::mt19937_64 random(seed);
+    SessionNet net;
+    net.Open();
+    for (int i = 0; i < 4; ++i) net.Join(0);
+    for (int i = 0; i < 300; ++i) {
+      net.Deliver(random() % 5, random() % 5);
+      net.Receive(random() % 5);
+    }
+    net.Settle();
+    for (size_t i = 0; i < 5; ++i) {
+      ASSERT_EQ(net[i].members.GetState(), SessionMembers::State::kIn)
+          << "machine " << i << ", seed " << seed;
+      ASSERT_EQ(net.Players(i).size(), 5U) << "machine " << i << ", seed " << seed;
+    }
+  }
+}
+
 TEST(SessionsByChance, AllAgreeOnPlayersAndMessages) { RunAll(false); }
 
 TEST(SessionsByChance, AllAgreeThoughLinksAreCut) { RunAll(true); }

@@ -188,7 +188,8 @@ TEST_F(Sessions, AMessageToOneReachesNobodyElse) {
   EXPECT_TRUE(a.Send(0, "for all", 0));
   ASSERT_TRUE(PollUntil([&] { return Messages(*machines[1]) == 1 && Messages(*machines[2]) == 2; }));
   EXPECT_EQ(machines[1]->log.back(), "A:for all");
-  EXPECT_EQ(machines[2]->log, (std::vector<std::string>{"A:for C", "A:for all"}));
+  EXPECT_EQ(machines[2]->log[machines[2]->log.size() - 2], "A:for C");
+  EXPECT_EQ(machines[2]->log.back(), "A:for all");
   EXPECT_EQ(Messages(*machines[0]), 0U);
 }
 
