@@ -1,7 +1,6 @@
 // The one session of the program.
 #include "platform/session.h"
 
-#include <charconv>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -20,20 +19,6 @@ bool onlyThisMachine = false;
 std::vector<std::u16string> notes;  // of sessions that are over
 const std::vector<SessionPlayer> nobody;
 
-// HOST or HOST:PORT.
-std::optional<SessionAddress> ReadAddress(std::string_view text, uint16_t port) {
-  const size_t colon = text.find(':');
-  const std::string host(text.substr(0, colon));
-  if (colon != std::string_view::npos) {
-    const std::string_view digits = text.substr(colon + 1);
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
-    if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
-  }
-  const std::optional<uint32_t> number = host.empty() ? std::nullopt : ResolveHost(host);
-  if (!number || port == 0) return std::nullopt;
-  return SessionAddress{*number, port};
-}
-
 }  // namespace
 
 bool OpenSession(uint16_t port, std::u16string_view playerName) {
@@ -51,7 +36,7 @@ std::vector<FoundSession> FindSessions(uint16_t port, int milliseconds) {
 
 bool JoinSession(std::string_view address, uint16_t port, std::u16string_view playerName) {
   LeaveSession();
-  const std::optional<SessionAddress> host = ReadAddress(address, port);
+  const std::optional<SessionAddress> host = ReadSessionAddress(address, port);
   if (!host) {
     notes.emplace_back(u"Could not join: there is no such address");
     return false;

@@ -16,6 +16,7 @@
 #include <random>
 #include <string>
 
+#include "platform/session_sockets.h"
 #include "platform/session_wire.h"
 
 namespace platform {
@@ -81,6 +82,18 @@ std::string AddressText(const SessionAddress& address) {
   return std::string(text.data()).append(":").append(std::to_string(address.port));
 }
 
+uint64_t NewNonce() {
+  std::random_device random;
+  return uint64_t{random()} << 32 | random();
+}
+
+// Who did not hear the question cannot know its number.
+std::optional<SearchAnswer> AnswerTo(uint64_t nonce, const std::string& bytes) {
+  std::optional<SearchAnswer> answer = DecodeAnswer(bytes);
+  if (answer && (answer->nonce != nonce || answer->players >= kMostPlayers)) answer.reset();
+  return answer;
+}
+
 }  // namespace
 
 std::vector<uint32_t> SearchAddresses() {
@@ -111,8 +124,7 @@ std::vector<FoundSession> SearchSessions(const std::vector<uint32_t>& addresses,
   };
   std::vector<Found> found;
   const SearchSocket search;
-  std::random_device random;
-  const uint64_t nonce = uint64_t{random()} << 32 | random();
+  const uint64_t nonce = NewNonce();
   const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
   Clock::time_point askAgain = Clock::now();
   while (Clock::now() < end) {
@@ -121,9 +133,8 @@ std::vector<FoundSession> SearchSessions(const std::vector<uint32_t>& addresses,
       askAgain = Clock::now() + std::chrono::milliseconds(kAskedEvery);
     }
     const auto arrived = search.Next(std::min(askAgain, end));
-    const std::optional<SearchAnswer> answer = arrived ? DecodeAnswer(arrived->bytes) : std::nullopt;
-    // Who did not hear this question cannot know its number.
-    if (!answer || answer->nonce != nonce || answer->players >= kMostPlayers) continue;
+    const std::optional<SearchAnswer> answer = arrived ? AnswerTo(nonce, arrived->bytes) : std::nullopt;
+    if (!answer) continue;
     const bool fromHere = arrived->from.host >> 24 == 127;
     const FoundSession told = {AddressText(arrived->from), answer->name, answer->players};
     const auto known = std::find_if(found.begin(), found.end(),
@@ -138,6 +149,23 @@ std::vector<FoundSession> SearchSessions(const std::vector<uint32_t>& addresses,
   sessions.reserve(found.size());
   for (Found& each : found) sessions.push_back(std::move(each.told));
   return sessions;
+}
+
+std::optional<SessionPing> PingSession(std::string_view address, uint16_t port, int milliseconds) {
+  const std::optional<SessionAddress> asked = ReadSessionAddress(address, port);
+  if (!asked) return std::nullopt;
+  const SearchSocket search;
+  const uint64_t nonce = NewNonce();
+  const Clock::time_point begin = Clock::now();
+  const Clock::time_point end = begin + std::chrono::milliseconds(milliseconds);
+  search.Ask(asked->host, asked->port, EncodeQuestion({nonce}));
+  while (const auto arrived = search.Next(end)) {
+    const std::optional<SearchAnswer> answer = AnswerTo(nonce, arrived->bytes);
+    if (!answer) continue;
+    const std::chrono::duration<double, std::milli> passed = Clock::now() - begin;
+    return SessionPing{{AddressText(arrived->from), answer->name, answer->players}, passed.count()};
+  }
+  return std::nullopt;
 }
 
 }  // namespace platform

@@ -1,7 +1,9 @@
-// The search for sessions: one question to all machines of the local network, and their answers.
+// The search for sessions: one question to all machines of the local network, or to one, and their answers.
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/session.h"
@@ -15,5 +17,13 @@ std::vector<uint32_t> SearchAddresses();
 // answers.
 std::vector<FoundSession> SearchSessions(const std::vector<uint32_t>& addresses, uint16_t port,
                                          int milliseconds);
+
+struct SessionPing {
+  FoundSession session;
+  double milliseconds = 0;  // from the question to its answer
+};
+// Asks the session at HOST or HOST:PORT (`port` where none is given) once. Nothing when no session with room
+// answers in time, or there is no such address.
+std::optional<SessionPing> PingSession(std::string_view address, uint16_t port, int milliseconds);
 
 }  // namespace platform

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <charconv>
 #include <chrono>
 #include <map>
 #include <utility>
@@ -207,10 +208,17 @@ int SessionSockets::Inside::Intercept(ENetHost* host, ENetEvent*) {
   return 1;
 }
 
-std::optional<uint32_t> ResolveHost(const std::string& host) {
+std::optional<SessionAddress> ReadSessionAddress(std::string_view text, uint16_t port) {
+  const size_t colon = text.find(':');
+  const std::string host(text.substr(0, colon));
+  if (colon != std::string_view::npos) {
+    const std::string_view digits = text.substr(colon + 1);
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
+    if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
+  }
   ENetAddress address = {};
-  if (enet_address_set_host(&address, host.c_str()) != 0) return std::nullopt;
-  return FromEnet(address).host;
+  if (host.empty() || port == 0 || enet_address_set_host(&address, host.c_str()) != 0) return std::nullopt;
+  return SessionAddress{FromEnet(address).host, port};
 }
 
 }  // namespace platform

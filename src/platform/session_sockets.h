@@ -39,7 +39,8 @@ class SessionSockets {
   std::unique_ptr<Inside> inside_;
 };
 
-// The four numbers of an IPv4 address, or the address of a name. Waits for the name's servers.
-std::optional<uint32_t> ResolveHost(const std::string& host);
+// HOST or HOST:PORT (`port` where none is given); the host by name or by the four numbers of IPv4. Waits for
+// the name's servers. Nothing when there is no such host or the port is no number from 1 to 65535.
+std::optional<SessionAddress> ReadSessionAddress(std::string_view text, uint16_t port);
 
 }  // namespace platform

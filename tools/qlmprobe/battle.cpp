@@ -15,6 +15,7 @@
 #include "base/json.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "tools/qlmprobe/battle_ping.h"
 #include "tools/qlmprobe/battle_player.h"
 #include "tools/qlmprobe/battle_script.h"
 #include "tools/qlmprobe/commands.h"
@@ -219,6 +220,7 @@ bool FindCharts(BattleScript& script, const std::string& file) {
 int BattleCommand(Arguments& arguments) {
   if (!arguments.Good()) return kWrongUsage;
   const std::string& file = arguments.Files()[0];
+  if (arguments.Flag("--ping")) return PingBattle(file);
   if (!CheckReadable(file)) return kRefused;
   std::string wrong;
   std::optional<BattleScript> script =

@@ -178,7 +178,11 @@ std::vector<Command> Commands() {
       {{"battle",
         "Players of the real game in processes of their own on this machine, who play what a script has\n"
         "them decide: each one's log lines on the battle and its table of the players at the end.",
-        "SCRIPT [OPTION]...", 1, common},
+        "SCRIPT [OPTION]... | --ping HOST[:PORT]", 1,
+        Joined({Options{{.name = "--ping",
+                         .help = "plays nothing, but asks the battle at HOST, ten times, and tells who\n"
+                                 "hosts it and how long the answers took"}},
+                common})},
        probe::BattleCommand},
       {{"check",
         "What in a chart the game will not play as its author means it, with line numbers.\n"
