@@ -11,6 +11,7 @@
 #include "platform/font.h"
 #include "state/network.h"
 #include "state/session.h"
+#include "state/settings.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
 
@@ -84,6 +85,18 @@ void Darken(const Rect& rect) {
   }
 }
 
+// The words between the flags.
+struct Labels {
+  TextView song;
+  TextView load;
+  TextView end;
+};
+
+Labels LabelsOfTheLanguage() {
+  if (MenuLanguage == u"en") return {u" (song:", u" , loaded:", u", done:"};
+  return {u" (曲:", u" , ロード:", u", 完了:"};
+}
+
 int32_t Flag(bool flag) { return flag ? -1 : 0; }
 
 bool SameStanding(const PlayerLines& made, const NetUser& user) {
@@ -102,9 +115,10 @@ void LayOut(PlayerLines& made, int32_t index, const NetUser& user) {
     made.detected = user.detected;
     made.standby = user.standby;
     made.ended = user.ended;
+    const Labels labels = LabelsOfTheLanguage();
     made.standing =
-        platform::RenderText(Join(index, u"  ", user.name, u" (曲:", Flag(user.detected), u" , ロード:",
-                                  Flag(user.standby), u", 完了:", Flag(user.ended), u"["),
+        platform::RenderText(Join(index, u"  ", user.name, labels.song, Flag(user.detected), labels.load,
+                                  Flag(user.standby), labels.end, Flag(user.ended), u"["),
                              kListFont);
   }
   if (!SameSong(made, user)) {
@@ -210,7 +224,5 @@ void DrawNetStatus() {
     if (ShowsGauges()) DrawGauge(index, user);
   }
 }
-
-void ForgetNetStatus() { lines = {}; }
 
 }  // namespace qlm

@@ -7,7 +7,4 @@ namespace qlm {
 // without a battle. A line is laid out when it changes, so that a turn without news allocates nothing.
 void DrawNetStatus();
 
-// Forgets the lines that are laid out.
-void ForgetNetStatus();
-
 }  // namespace qlm

@@ -17,6 +17,7 @@
 #include "graphics/skin.h"
 #include "library/scan.h"
 #include "library/song_list.h"
+#include "net/session.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "play/preview.h"
@@ -117,6 +118,8 @@ void ListTurn() {
   } else {
     PresentFrame();
   }
+  // Who is told to begin should begin at once: the timer alone would spread the starts.
+  if (GameState == kStateBattleStart) NetPoll();
   RunBattleStep();
 }
 

@@ -204,8 +204,8 @@ void OpenJukebox(int32_t key) {
     if (hooks.closeRequested != nullptr) hooks.closeRequested();
     return;
   }
-  // While a song is picked for a course there is nothing to run.
-  if (key == kKeyEnter && HoldsHazard() && !songSelect.courseMaking) {
+  // While a song is picked for a course there is nothing to run, and a battle plays one song at a time.
+  if (key == kKeyEnter && HoldsHazard() && !songSelect.courseMaking && !network.NetActive) {
     RunJukebox();
   } else {
     OpenSongs();
