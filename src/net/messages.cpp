@@ -282,13 +282,14 @@ void ReceiveMessage(int32_t from, std::string_view body) {
 }
 
 void StoreOwnGauge(int32_t slot, uint8_t sample) {
-  NetUser& own = OwnNetUser();
-  own.slot = slot;
-  own.gauge = sample;
-  own.jpts = JPts[0];
-  Assign(own.score, Narrow(Score[0]));
-  own.history.Put(slot, sample);
-  SplitFigures(own);
+  NetUser* const own = network.NetUsers.Find(network.NetMyIndex);
+  if (own == nullptr) return;
+  own->slot = slot;
+  own->gauge = sample;
+  own->jpts = JPts[0];
+  Assign(own->score, Narrow(Score[0]));
+  own->history.Put(slot, sample);
+  SplitFigures(*own);
 }
 
 }  // namespace qlm

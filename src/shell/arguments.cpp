@@ -117,7 +117,8 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   launch.once = read.values.contains("--once");
   launch.demo = read.values.contains("--demo");
   launch.host = read.values.contains("--host");
-  if (const auto address = read.values.find("--connect"); address != read.values.end()) {
+  if (const auto address = read.values.find("--connect");
+      address != read.values.end() && !address->second.empty()) {
     launch.connect = address->second.back();
   }
   if (const auto settings = read.values.find("--set"); settings != read.values.end()) {

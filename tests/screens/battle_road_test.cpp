@@ -8,6 +8,7 @@
 #include "state/chart.h"
 #include "state/gauge.h"
 #include "state/key_numbers.h"
+#include "state/keys.h"
 #include "state/lists.h"
 #include "state/network.h"
 #include "state/options.h"
