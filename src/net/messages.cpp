@@ -54,7 +54,9 @@ template <size_t Count>
 void SplitDigits(std::array<uint8_t, Count>& digits, float value) {
   const std::optional<int32_t> whole = Round(value);
   if (!whole) return;
-  const Text text = Join(*whole < 0 ? u"-" : u"", Padded(std::abs(int64_t{*whole}), Count));
+  const bool negative = *whole < 0;
+  const Text text =
+      Join(negative ? u"-" : u"", Padded(std::abs(int64_t{*whole}), negative ? Count - 1 : Count));
   for (size_t i = 0; i < Count; ++i) digits[i] = text[i] == u'-' ? 10 : static_cast<uint8_t>(text[i] - u'0');
 }
 
@@ -227,6 +229,7 @@ void SendGaugeData(uint8_t sample) {
 }
 
 void SendEnd() {
+  // Quirk: it stands in the slot of the end, and is the gauge of a third of the song.
   const uint8_t gauge = GaugeHistory[0][kLastSlot];
   SendFigures(kLastSlot, gauge);
   DebugLog(Join(u"GAUGEDATA SENT : ", HistoryNext[0], u",", int32_t{gauge}, u",jpts:", JPts[0]));

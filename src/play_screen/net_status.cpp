@@ -30,12 +30,11 @@ constexpr Colour kSongColour = Rgb(0x7F, 0xD8, 0xCF);
 // The places of the first player; each next one stands 80 pixels further down.
 constexpr int32_t kPlayers = 5;
 constexpr int32_t kPlayerHeight = 80;
-constexpr Rect kLines{368, 6, 636, 34};  // the ground of both lines
-constexpr Rect kStandingBox{372, 8, 632, 20};
-constexpr Rect kSongBox{372, 20, 632, 32};
-constexpr Rect kFigures{452, 36, 636, 82};  // the ground of graph and figures
+constexpr Rect kStandingBox{372, 36, 632, 48};
+constexpr Rect kSongBox{372, 48, 632, 60};
+constexpr Rect kFigures{452, 64, 636, 110};  // the ground of graph and figures
 constexpr int32_t kGraphLeft = 456;
-constexpr int32_t kGraphBottom = 80;
+constexpr int32_t kGraphBottom = 108;
 constexpr int32_t kGraphHeight = 42;
 constexpr int32_t kFiguresLeft = 566;
 
@@ -147,18 +146,26 @@ int32_t DrawPiece(const Rect& box, int32_t x, const TextMask& mask, Colour colou
   return x + mask.width;
 }
 
+// The lines begin as far to the right as they fit, for the sake of what lies to their left.
+int32_t LeftOf(const PlayerLines& made) {
+  const int32_t standing = made.standing.width + 3 * lines.digits[0].width + lines.tail.width;
+  const int32_t wanted = kStandingBox.right - std::max(standing, made.song.width);
+  return std::clamp(wanted, kStandingBox.left, kGraphLeft);
+}
+
 void DrawLines(int32_t index, const NetUser& user) {
   PlayerLines& made = lines.players[static_cast<size_t>(index)];
   LayOut(made, index, user);
-  Darken(Below(kLines, index));
+  const int32_t left = LeftOf(made);
   const Rect box = Below(kStandingBox, index);
-  int32_t x = DrawPiece(box, box.left, made.standing, kStandingColour);
+  const Rect songBox = Below(kSongBox, index);
+  Darken({left - 4, box.top - 2, box.right + 4, songBox.bottom + 2});
+  int32_t x = DrawPiece(box, left, made.standing, kStandingColour);
   for (int32_t place = user.netSlot >= 100 ? 100 : user.netSlot >= 10 ? 10 : 1; place > 0; place /= 10) {
     x = DrawPiece(box, x, lines.digits[static_cast<size_t>(user.netSlot / place % 10)], kStandingColour);
   }
   DrawPiece(box, x, lines.tail, kStandingColour);
-  const Rect songBox = Below(kSongBox, index);
-  DrawPiece(songBox, songBox.left, made.song, kSongColour);
+  DrawPiece(songBox, left, made.song, kSongColour);
 }
 
 // The gauge in one of the hundred slots that the others see.
@@ -188,6 +195,14 @@ void DrawGraph(int32_t index, const NetUser& user) {
   }
 }
 
+// What comes with the last message is the gauge of a third of the song.
+std::array<uint8_t, 3> GaugeDigits(int32_t index, const NetUser& user) {
+  if (user.netSlot < 100) return user.gaugeDigits;
+  const int32_t gauge = GaugeAt(index, 99);
+  return {static_cast<uint8_t>(gauge / 100), static_cast<uint8_t>(gauge / 10 % 10),
+          static_cast<uint8_t>(gauge % 10)};
+}
+
 template <size_t Count>
 void DrawDigits(int32_t y, const std::array<uint8_t, Count>& digits, TextView behind) {
   std::array<char16_t, Count + 1> text{};
@@ -202,7 +217,7 @@ void DrawGauge(int32_t index, const NetUser& user) {
   const Rect ground = Below(kFigures, index);
   Darken(ground);
   DrawGraph(index, user);
-  DrawDigits(ground.top + 5, user.gaugeDigits, u"%");
+  DrawDigits(ground.top + 5, GaugeDigits(index, user), u"%");
   DrawDigits(ground.top + 25, user.jptsDigits, u"");
 }
 

@@ -311,7 +311,7 @@ TEST_F(MessagesTest, AMinusIsDigit10) {
   MessageWriter gauge(MessageType::kGauge);
   gauge.Byte(1).Byte(0).Single(-42.0F);
   Say(kSecond, gauge);
-  EXPECT_EQ(User(1).jptsDigits, (Digits5{10, 0, 0, 0, 4}));
+  EXPECT_EQ(User(1).jptsDigits, (Digits5{10, 0, 0, 4, 2}));
 }
 
 TEST_F(MessagesTest, SlotsPastTheHistoryAreLeftOutOfIt) {
