@@ -44,7 +44,7 @@ constexpr qreal kRadius = 47;  // of the turntable
 constexpr qreal kTableHeight = 92;
 
 QColor Mix(const QColor& a, const QColor& b, qreal share) {
-  const auto mixed = [share](int from, int to) { return static_cast<int>(from + (to - from) * share + 0.5); };
+  const auto mixed = [share](int from, int to) { return qRound(from + (to - from) * share); };
   return {mixed(a.red(), b.red()), mixed(a.green(), b.green()), mixed(a.blue(), b.blue())};
 }
 
@@ -217,15 +217,13 @@ KeyPicture::KeyPicture(QWidget* parent, QSizeF size, std::vector<KeyShape> shape
     : QWidget(parent), size_(size), shapes_(std::move(shapes)), controllers_(controllers) {
   std::sort(shapes_.begin(), shapes_.end(),
             [](const KeyShape& a, const KeyShape& b) { return a.function < b.function; });
-  setFixedSize(sizeHint());
+  setFixedSize((size_ * Scale()).toSize());
 }
 
 qreal KeyPicture::Scale() const {
   constexpr qreal kTextHeight = 18;  // of the font at which a unit is a pixel
   return std::max(QFontMetricsF(font()).height() / kTextHeight, 1.0);
 }
-
-QSize KeyPicture::sizeHint() const { return (size_ * Scale()).toSize(); }
 
 QRectF KeyPicture::shapKey(int32_t function) const {
   const auto shape = std::find_if(shapes_.begin(), shapes_.end(),

@@ -39,7 +39,6 @@ class KeyPicture : public QWidget {
 
   // Where the shape stands in the widget; empty for a function that has none here.
   QRectF shapKey(int32_t function) const;
-  QSize sizeHint() const override;
 
  private:
   KeyPicture(QWidget* parent, QSizeF size, std::vector<KeyShape> shapes, bool controllers);

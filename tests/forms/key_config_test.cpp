@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QTest>
-#include <QTimer>
 #include <QWindow>
 #include <filesystem>
 #include <functional>
@@ -128,14 +127,15 @@ class KeyConfigTest : public GameTest {
   // Opens the dialog and lets a hand work in it; what is still open then is closed like a window.
   static void Open(const std::function<void(const Form&)>& hand) {
     bool opened = false;
-    QTimer::singleShot(0, [&] {
+    const auto work = [&] {
       auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
       if (dialog == nullptr) return;
       opened = true;
       EXPECT_TRUE(Until([&] { return dialog->isActiveWindow(); }));
       hand(Form(*dialog));
       if (dialog->isVisible()) dialog->close();
-    });
+    };
+    QMetaObject::invokeMethod(application, work, Qt::QueuedConnection);
     OpenKeyConfig(nullptr);
     EXPECT_TRUE(opened);
   }
