@@ -48,6 +48,8 @@ class Page : public QScrollArea {
     setWidget(panel);
     setWidgetResizable(true);
     setFrameShape(QFrame::NoFrame);
+    // Nothing to do for the keyboard: a control that gets the focus scrolls into view.
+    setFocusPolicy(Qt::NoFocus);
     // The ground is the tab's own.
     viewport()->setAutoFillBackground(false);
     panel->setAutoFillBackground(false);
@@ -77,6 +79,8 @@ MenuWindow::MenuWindow() {
   // Room for the frame that the system puts around.
   constexpr QSize kFrame(16, 48);
   resize(sizeHint().boundedTo(screen()->availableSize() - kFrame));
+  // Known to the window only now.
+  start_->setDefault(true);
   start_->setFocus();
 }
 
@@ -137,7 +141,6 @@ QWidget* MenuWindow::MakeFoot() {
   stop_->hide();
   row->addWidget(stop_);
   start_ = controls_.Button("cmdNorm", "起動");
-  start_->setDefault(true);
   start_->setMinimumWidth(140);
   row->addWidget(start_);
   return foot;

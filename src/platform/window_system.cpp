@@ -27,6 +27,8 @@ int EndAtOnce(Display* /*display*/) {
 void OnDisplayGone(void (*save)()) {
   saveAtTheEnd = save;
   XSetIOErrorHandler(EndAtOnce);
+  // Another library may have put its own there, and be gone.
+  XSetErrorHandler(nullptr);
 }
 
 void EndOnHangup() {

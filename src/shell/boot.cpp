@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 
 #include "base/log.h"
@@ -155,9 +156,24 @@ bool WantsMenu(const Launch& launch) {
          !NamesChart(launch.command) && MenuCanBeShown();
 }
 
+// The toolkit calls exit() when the display goes away under the menu.
+bool menuIsUp = false;
+
+void SaveIfMenuIsUp() {
+  if (!menuIsUp) return;
+  menuIsUp = false;
+  SaveWithoutDisplay();
+  std::fflush(nullptr);
+  // What is left would ask the lost display.
+  std::_Exit(1);
+}
+
 // False when the program is to end.
 bool RunMenu() {
+  std::atexit(SaveIfMenuIsUp);
+  menuIsUp = true;
   const bool starts = RunStartupMenu([] { platform::OnDisplayGone(SaveWithoutDisplay); });
+  menuIsUp = false;
   // The toolkit has left routines of its own behind.
   platform::OnDisplayGone(SaveWithoutDisplay);
   return starts;

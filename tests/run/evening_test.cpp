@@ -50,7 +50,7 @@ class EveningTest : public GameTest {
   void Start() {
     platform::DeleteFile(DataPath(u"debug.txt"));
     program_ = std::make_unique<Process>(
-        std::vector<std::string>{SystemFolder() + "/quillmarch"},
+        std::vector<std::string>{SystemFolder() + "/quillmarch", "--no-menu"},
         std::map<std::string, std::string>{{"DISPLAY", display_.Name()},
                                            {"WAYLAND_DISPLAY", ""},
                                            {"XDG_SESSION_TYPE", ""},

@@ -54,15 +54,26 @@ TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
   EXPECT_TRUE(launch.demo);
   EXPECT_TRUE(launch.once);
   EXPECT_TRUE(launch.scan);
+  EXPECT_FALSE(launch.noMenu);
+  EXPECT_TRUE(ReadArguments(std::vector<std::string>{"--no-menu"}).noMenu);
   EXPECT_EQ(launch.answer, "");
   EXPECT_EQ(launch.wrong, "");
+}
+
+TEST_F(CommandLineTest, OnlyAChartPassesTheMenuBy) {
+  EXPECT_FALSE(NamesChart(u""));
+  EXPECT_FALSE(NamesChart(u"-B /W+ -PS"));
+  EXPECT_FALSE(NamesChart(u"\\lists\\mine.QPL"));
+  EXPECT_TRUE(NamesChart(u"\\a.bms"));
+  EXPECT_TRUE(NamesChart(u"-B \"\\a b.bme\""));
 }
 
 TEST_F(CommandLineTest, HelpAndVersionAreAnswered) {
   const Launch help = ReadArguments(std::vector<std::string>{"/a.bms", "--help"});
   EXPECT_TRUE(help.answer.starts_with("quillmarch - a keysounded rhythm game\n")) << help.answer;
-  for (const char* const part : {"\nUsage: quillmarch [OPTION]... CHART [CHART]...\n", "\n  --demo  ",
-                                 "\n  --set NAME=VALUE  ", "\nKeys of the lanes", "\n  F12  ", "debug.txt"}) {
+  for (const char* const part :
+       {"\nUsage: quillmarch [OPTION]... [CHART]...\n", "\n  --demo  ", "\n  --no-menu  ",
+        "\n  --set NAME=VALUE  ", "\nKeys of the lanes", "\n  F12  ", "debug.txt"}) {
     EXPECT_NE(help.answer.find(part), std::string::npos) << part;
   }
   const Launch version = ReadArguments(std::vector<std::string>{"--version"});

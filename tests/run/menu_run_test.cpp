@@ -1,0 +1,186 @@
+// The real program from its startup menu on, on a display that only memory sees: the first start, the ends of
+// the menu, and the game behind it in the same process.
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <memory>
+#include <thread>
+
+#include "base/paths.h"
+#include "platform/files.h"
+#include "platform/surface.h"
+#include "tests/support/game_test.h"
+#include "tests/support/process.h"
+#include "tests/support/x_display.h"
+
+namespace qlm {
+namespace {
+
+namespace fs = std::filesystem;
+
+class MenuRunTest : public GameTest {
+ protected:
+  // A copy of the program with the stock pictures, and a song in the stock songs' folder.
+  MenuRunTest() {
+    fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
+    fs::copy(QLM_BINARY_DIR "/_qlmfiles", SystemFolder() + "/_qlmfiles",
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    for (const char* const file :
+         {"qlm_conf.ini", "qlm_keycnf.dat", "debug.txt", "jukelist", "qlm_searchdir.txt"}) {
+      fs::remove_all(SystemFolder() + "/_qlmfiles/" + file);
+    }
+    WriteText(u"songs\\one\\a.bms", u"\r\n#PLAYER 1\r\n#TITLE a song\r\n#BPM 240\r\n#00111:01\r\n");
+  }
+
+  void StartDisplay(const std::string& size = "1024x768") {
+    display_ = std::make_unique<XDisplay>(size);
+    ASSERT_FALSE(display_->Name().empty());
+  }
+  void Start(std::vector<std::string> words = {}) {
+    words.insert(words.begin(), SystemFolder() + "/quillmarch");
+    program_ = std::make_unique<Process>(
+        words, std::map<std::string, std::string>{{"DISPLAY", display_ ? display_->Name() : ""},
+                                                  {"WAYLAND_DISPLAY", ""},
+                                                  {"XDG_SESSION_TYPE", ""},
+                                                  {"QT_QPA_PLATFORM", ""},
+                                                  {"LANG", ""},
+                                                  {"LC_ALL", ""},
+                                                  {"SDL_VIDEODRIVER", ""},
+                                                  {"SDL_AUDIODRIVER", "dummy"}});
+  }
+  void StartMenu() {
+    StartDisplay();
+    Start();
+    display_->WaitForWindow("quillmarch startup menu");
+    // It has the keyboard a moment later.
+    Rest(500);
+  }
+  static void Rest(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
+  std::string DebugText() const { return ReadBytes(DataPath(u"debug.txt")); }
+  bool LogHolds(std::string_view words) const { return DebugText().find(words) != std::string::npos; }
+  void WaitForLine(std::string_view words) const {
+    for (int i = 0; i < 600 && !LogHolds(words); ++i) Rest(50);
+    ASSERT_TRUE(LogHolds(words)) << words << ": " << DebugText();
+  }
+  void ExpectEnd(int status) {
+    const ProcessResult result = program_->Wait(10);
+    EXPECT_FALSE(result.timedOut) << DebugText();
+    EXPECT_EQ(result.exitStatus, status) << result.errors;
+    EXPECT_TRUE(DebugText().ends_with("complete.\r\n")) << DebugText();
+  }
+  std::string Settings() const { return ReadBytes(DataPath(u"qlm_conf.ini")); }
+  bool SettingIs(const std::string& line) const {
+    return Settings().find("\r\n" + line + "\r\n") != std::string::npos;
+  }
+
+  std::unique_ptr<XDisplay> display_;
+  std::unique_ptr<Process> program_;
+};
+
+TEST_F(MenuRunTest, FirstStartLeadsFromTheMenuToTheStockSongs) {
+  StartMenu();
+  EXPECT_FALSE(LogHolds("[InitDD]")) << "the game waits";
+  const platform::SurfacePtr menu = display_->Screenshot();
+  ASSERT_NE(menu, nullptr);
+  display_->Do({"key", "Return"});
+  WaitForLine("Loading default skin...");
+  EXPECT_TRUE(LogHolds("# BMS-list(s) aren't found. Make now."));
+  EXPECT_TRUE(FileExists(DataPath(u"jukelist\\songs.qbl")));
+  Rest(1500);
+  const platform::SurfacePtr list = display_->Screenshot();
+  ASSERT_NE(list, nullptr);
+  int64_t differing = 0;
+  for (int32_t y = 0; y < 768; ++y) {
+    for (int32_t x = 0; x < 1024; ++x) differing += menu->Pixel(x, y) != list->Pixel(x, y) ? 1 : 0;
+  }
+  EXPECT_GT(differing, 100'000) << "the game stands where the menu stood";
+  // The keyboard is the game's.
+  display_->Do({"mousemove", "512", "384", "key", "Escape"});
+  ExpectEnd(0);
+}
+
+TEST_F(MenuRunTest, WhatIsSetInTheMenuHoldsInTheGame) {
+  StartMenu();
+  // The second panel, and in it, behind "Debug" and half size, the window.
+  display_->Do({"key", "ctrl+Tab"});
+  display_->Do({"key", "Tab", "Tab", "Tab", "Tab", "space"});
+  display_->Do({"key", "Return"});
+  WaitForLine("Loading default skin...");
+  Rest(500);
+  const platform::SurfacePtr list = display_->Screenshot();
+  ASSERT_NE(list, nullptr);
+  EXPECT_EQ(list->Pixel(20, 20), 0U) << "a window in the middle leaves the edge of the screen free";
+  display_->Do({"mousemove", "512", "384", "key", "Escape"});
+  ExpectEnd(0);
+  EXPECT_TRUE(SettingIs("Windowed=True")) << Settings();
+  EXPECT_TRUE(SettingIs("DirectBlt=True")) << Settings();
+}
+
+TEST_F(MenuRunTest, CloseButtonOfTheMenuSavesAndEnds) {
+  StartMenu();
+  ASSERT_TRUE(display_->PressCloseButton());
+  ExpectEnd(0);
+  EXPECT_FALSE(LogHolds("[InitDD]"));
+  EXPECT_NE(Settings().find("[MainForm]"), std::string::npos);
+}
+
+TEST_F(MenuRunTest, SignalsEndTheMenuInGoodOrder) {
+  StartMenu();
+  for (const int signal : {SIGTERM, SIGHUP}) {
+    if (signal == SIGHUP) {
+      Start();
+      display_->WaitForWindow("quillmarch startup menu");
+    }
+    program_->Signal(signal);
+    ExpectEnd(0);
+    EXPECT_FALSE(LogHolds("[InitDD]"));
+  }
+}
+
+TEST_F(MenuRunTest, DisplayThatGoesAwayUnderTheMenuOrBehindItEndsTheProgramAndSaves) {
+  for (const bool inGame : {false, true}) {
+    StartMenu();
+    if (inGame) {
+      display_->Do({"key", "Return"});
+      WaitForLine("Loading default skin...");
+    }
+    display_->Kill();
+    ExpectEnd(1);
+    EXPECT_TRUE(LogHolds("# The display went away.")) << inGame;
+    EXPECT_NE(Settings().find("[MainForm]"), std::string::npos) << inGame;
+    fs::remove(SystemFolder() + "/_qlmfiles/qlm_conf.ini");
+  }
+}
+
+TEST_F(MenuRunTest, NoMenuLeadsStraightToTheList) {
+  StartDisplay();
+  Start({"--no-menu"});
+  WaitForLine("Loading default skin...");
+  EXPECT_FALSE(LogHolds("aren't found"));
+  Rest(1000);
+  display_->Do({"mousemove", "512", "384", "key", "Escape"});
+  ExpectEnd(0);
+}
+
+TEST_F(MenuRunTest, WithoutADisplayThereIsNoMenu) {
+  Start();
+  ExpectEnd(0);
+  EXPECT_FALSE(LogHolds("aren't found"));
+}
+
+TEST_F(MenuRunTest, SmallScreenShowsTheMenuWithinIt) {
+  StartDisplay("640x480");
+  Start();
+  display_->WaitForWindow("quillmarch startup menu");
+  Rest(500);
+  // The banner's line ends before the right edge, and the start button stands above the lower one: where it
+  // has the focus it is pressed by its key.
+  display_->Do({"key", "Return"});
+  WaitForLine("Loading default skin...");
+  Rest(500);
+  display_->Do({"mousemove", "320", "240", "key", "Escape"});
+  ExpectEnd(0);
+}
+
+}  // namespace
+}  // namespace qlm
