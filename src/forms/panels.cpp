@@ -28,8 +28,13 @@ class Rows {
     grid_->addWidget(label, row, 0);
     grid_->addWidget(field, row, 1);
   }
-  void Add(QWidget* whole) { grid_->addWidget(whole, grid_->rowCount(), 0, 1, 2); }
-  void Add(QLayout* whole) { grid_->addLayout(whole, grid_->rowCount(), 0, 1, 2); }
+  // Fields no wider than they need, beside free room.
+  void LeaveRoom() {
+    grid_->setColumnStretch(1, 0);
+    grid_->setColumnStretch(2, 1);
+  }
+  void Add(QWidget* whole) { grid_->addWidget(whole, grid_->rowCount(), 0, 1, 3); }
+  void Add(QLayout* whole) { grid_->addLayout(whole, grid_->rowCount(), 0, 1, 3); }
   void End() { grid_->setRowStretch(grid_->rowCount(), 1); }
 
  private:
@@ -218,6 +223,7 @@ QWidget* MakeSkinPanel(Controls& controls) {
   auto* const around = new QVBoxLayout(panel);
   QGroupBox* const skins = controls.Group("スキンマッパー");
   Rows rows(skins);
+  rows.LeaveRoom();
   struct Side {
     const char* name;
     const char* label;
@@ -230,6 +236,8 @@ QWidget* MakeSkinPanel(Controls& controls) {
     const Side& of = kSides[side];
     QComboBox* const box = SkinChoice(controls, of.name, SkinMapPath[side],
                                       [&](const SkinEntry& skin) { return skin.forAny || skin.*of.style; });
+    // Those of the modes are as wide as each other, whatever their skins are called.
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 40);
     rows.Add(controls.LabelFor(box, of.label), box);
   }
   rows.Add(
@@ -237,6 +245,7 @@ QWidget* MakeSkinPanel(Controls& controls) {
                     "そのファイル名が保存されます。"));
   QGroupBox* const turntables = controls.Group("スクラッチ配置");
   Rows sides(turntables);
+  sides.LeaveRoom();
   QComboBox* const first = controls.Choice("cmbScrAlign0", SCRATCH1P, 0, {"左", "右"});
   sides.Add(controls.LabelFor(first, "1P:"), first);
   QComboBox* const second = controls.Choice("cmbScrAlign1", SCRATCH2P, 0, {"左", "右"});

@@ -78,6 +78,7 @@ SearchPanel::SearchPanel(Controls& controls)
       noConfirm_(nullptr),
       noLimit_(nullptr) {
   list_->setObjectName(QStringLiteral("lstSPath"));
+  list_->setSpacing(1);
   controls.Say([this] {
     list_->setToolTip(Words("エクスプローラからフォルダをドラッグ&ドロップでも追加できます"));
     list_->setAccessibleName(Words("BMS検索パス"));
