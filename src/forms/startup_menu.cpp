@@ -9,15 +9,31 @@
 #include "forms/language.h"
 #include "forms/menu_window.h"
 #include "platform/window.h"
+#include "platform/window_system.h"
 
 namespace qlm {
 namespace {
 
-// The toolkit ends the program where it knows no display, so that it must not be asked.
+QStringList Drivers(const QString& name) {
+  const QDir folder(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
+  return folder.entryList({QStringLiteral("libq%1.so").arg(name), QStringLiteral("libq%1-*.so").arg(name)});
+}
+
+// The toolkit ends the program where it lacks the driver that a person asks for, as may be right for another
+// one of its versions: then it is to choose by itself.
+void LeaveOutUnknownDriver() {
+  const QString asked = qEnvironmentVariable("QT_QPA_PLATFORM");
+  for (const QString& each : asked.split(';')) {
+    if (!Drivers(each.section(':', 0, 0)).isEmpty()) return;
+  }
+  qunsetenv("QT_QPA_PLATFORM");
+}
+
+// It ends the program where it knows no display, too, so that it must not be asked.
 bool ToolkitKnowsDisplay() {
-  if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY")) return true;
-  const QDir drivers(QLibraryInfo::path(QLibraryInfo::PluginsPath) + QStringLiteral("/platforms"));
-  return !drivers.entryList({QStringLiteral("libqwayland*")}).isEmpty();
+  LeaveOutUnknownDriver();
+  return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || platform::XServerAnswers() ||
+         !Drivers(QStringLiteral("wayland")).isEmpty();
 }
 
 }  // namespace

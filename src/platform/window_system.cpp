@@ -24,6 +24,12 @@ int EndAtOnce(Display* /*display*/) {
 
 }  // namespace
 
+bool XServerAnswers() {
+  Display* const display = XOpenDisplay(nullptr);
+  if (display != nullptr) XCloseDisplay(display);
+  return display != nullptr;
+}
+
 void OnDisplayGone(void (*save)()) {
   saveAtTheEnd = save;
   XSetIOErrorHandler(EndAtOnce);

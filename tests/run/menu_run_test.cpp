@@ -36,13 +36,13 @@ class MenuRunTest : public GameTest {
     display_ = std::make_unique<XDisplay>(size);
     ASSERT_FALSE(display_->Name().empty());
   }
-  void Start(std::vector<std::string> words = {}) {
+  void Start(std::vector<std::string> words = {}, const std::string& driver = "") {
     words.insert(words.begin(), SystemFolder() + "/quillmarch");
     program_ = std::make_unique<Process>(
         words, std::map<std::string, std::string>{{"DISPLAY", display_ ? display_->Name() : ""},
                                                   {"WAYLAND_DISPLAY", ""},
                                                   {"XDG_SESSION_TYPE", ""},
-                                                  {"QT_QPA_PLATFORM", ""},
+                                                  {"QT_QPA_PLATFORM", driver},
                                                   {"LANG", ""},
                                                   {"LC_ALL", ""},
                                                   {"SDL_VIDEODRIVER", ""},
@@ -150,6 +150,14 @@ TEST_F(MenuRunTest, DisplayThatGoesAwayUnderTheMenuOrBehindItEndsTheProgramAndSa
     EXPECT_NE(Settings().find("[MainForm]"), std::string::npos) << inGame;
     fs::remove(SystemFolder() + "/_qlmfiles/qlm_conf.ini");
   }
+}
+
+TEST_F(MenuRunTest, DriverThatTheToolkitLacksIsLeftOut) {
+  StartDisplay();
+  Start({}, "nowhere:x;moon");
+  display_->WaitForWindow("quillmarch startup menu");
+  ASSERT_TRUE(display_->PressCloseButton());
+  ExpectEnd(0);
 }
 
 TEST_F(MenuRunTest, NoMenuLeadsStraightToTheList) {
