@@ -36,8 +36,8 @@ void DrawHeldFrame() {
   if (DDBack && DDSnapshot) DDBack->Copy(0, 0, *DDSnapshot, FullRect);
 }
 
-// The title picture over the whole screen, or the part of its way in the middle that `ms` have brought.
-void DrawTitle(int32_t ms) {
+// The part of the title picture's way from the middle to the whole screen that `ms` have brought.
+void DrawGrowingTitle(int32_t ms) {
   if (!DDBack || !DDStage) return;
   const int32_t width = kScreen.Width() * ms / kTitleZoom;
   const int32_t height = kScreen.Height() * ms / kTitleZoom;
@@ -48,10 +48,10 @@ void DrawTitle(int32_t ms) {
 
 void DrawTitleFade(int32_t ms) {
   if (ms < kTitleZoom && !DontStretch) {
-    DrawTitle(std::max(ms, 0));
+    DrawGrowingTitle(std::max(ms, 0));
     return;
   }
-  DrawTitle(kTitleZoom);
+  DrawTitle();
   HoldFrame();
   ComposeBga();
   FadeState = kFadeTiles;
@@ -59,6 +59,8 @@ void DrawTitleFade(int32_t ms) {
 }
 
 }  // namespace
+
+void DrawTitle() { DrawGrowingTitle(kTitleZoom); }
 
 void ScreenFade(double percent) {
   const std::optional<int32_t> rounded = Round(percent * 6.4);

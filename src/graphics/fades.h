@@ -9,6 +9,8 @@ namespace qlm {
 void ScreenFade(double percent);
 // Holds the frame and fades it: kind 1 to black, others from black. 0 ms means 200.
 void FadeScreen(int32_t kind, int32_t length);
+// The title picture over the whole screen; nothing without one.
+void DrawTitle();
 // Draws the speeds of the 300 tiles anew. At the start of each play.
 void MakeFadeTiles();
 // Copies the frame that is being drawn, or the one that the screen shows, to the surface that tiles and fades

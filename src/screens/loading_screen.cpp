@@ -1,4 +1,4 @@
-// The loading screen.
+// The loading screen: what was on the screen falls in tiles before the title picture.
 #include "screens/loading_screen.h"
 
 #include "base/text.h"
@@ -32,6 +32,7 @@ void DrawCourseLoading() {
 
 void Loading() {
   if (DDBack) {
+    DrawTitle();
     DrawFadeTiles(30);
     if (CourseMode) DrawCourseLoading();
   }

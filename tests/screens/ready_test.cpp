@@ -111,6 +111,22 @@ TEST_F(LoadingTest, TitlePictureOfTheChartReplacesTheLastBeforeTheScreenShows) {
   EXPECT_EQ(DDStage->Pixel(2, 1), 0x00FF00U);
 }
 
+// The tiles take 300 ms of the 500. What is shown last stands while the chart is read.
+TEST_F(LoadingTest, TitlePictureLiesUnderTheTilesAndStaysOverTheLoad) {
+  WriteData(u"song\\title.bmp", SolidBmp(3, 2, 0x00FF00));
+  songList.resize(1);
+  songList[0].stageFile = u"title.bmp";
+  lastSong = 0;
+  DDPrimary = Solid(640, 480, 0);
+  DDSnapshot->Fill(FullRect, 0x0000FF);
+  std::vector<Colour> shown;
+  RunFrames(10, [&](int32_t) { shown.push_back(DDBack->Pixel(0, 479)); });
+  ReadyBMS(chart_);
+  ASSERT_EQ(shown.size(), 52U);
+  EXPECT_EQ(shown[0], 0x0000FFU);
+  for (size_t frame = 30; frame < shown.size(); ++frame) EXPECT_EQ(shown[frame], 0x00FF00U) << frame;
+}
+
 TEST_F(LoadingTest, TitlePictureOfTheLastChartGoesWhereThisOneHasNone) {
   songList.resize(1);
   songList[0].stageFile = u"none.bmp";
