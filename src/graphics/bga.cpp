@@ -187,8 +187,8 @@ void ComposeBga() {
   DDBga->Stretch(BgaTarget, *DDBga, BgaSource);
 }
 
-void DrawBga() {
-  if (!ShowBGA || !DDBack || !DDBga) return;
+bool DrawBga() {
+  if (!ShowBGA || !DDBack || !DDBga) return false;
   if (PoorShow) {
     if (playPos - PoorShowPos >= kMeasureUnits) {
       // Quirk: the pictures are composed again in the next frame only; this one still shows what the miss
@@ -196,19 +196,20 @@ void DrawBga() {
       PoorShow = false;
       BGADirty = true;
     } else if (DrawPoor()) {
-      return;
+      return true;
     }
   } else if (BGADirty) {
     ComposeBga();
     BGADirty = false;
   }
   // The title picture is composed and not shown: the area keeps the skin's background.
-  if (curBaseBGA == -1 && curLayerBGA == -1) return;
+  if (NoBGA || (curBaseBGA == -1 && curLayerBGA == -1)) return false;
   if (!ShownAtItsOwnSize() && RealtimeStretch) {
     DDBack->Stretch(BgaPlace(), *DDBga, BgaSource);
   } else {
     DDBack->Copy(BgaX, BgaY, *DDBga, BgaTarget);
   }
+  return true;
 }
 
 }  // namespace qlm

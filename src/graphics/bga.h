@@ -20,7 +20,8 @@ void LoadCourseBga(int32_t song, int32_t slot);
 
 // Puts the current pictures together on DDBga.
 void ComposeBga();
-// Each frame: the composed picture, or the poor picture, on the back surface.
-void DrawBga();
+// Each frame: the composed picture, or the poor picture, on the back surface. False when its place stays as
+// it was, since the chart shows no picture now or pictures are off.
+bool DrawBga();
 
 }  // namespace qlm

@@ -66,6 +66,12 @@ void CopyFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y) {
   DDBack->Copy(static_cast<int32_t>(x), static_cast<int32_t>(y), *sheet, from, Keyed::kYes);
 }
 
+void CopyFaintFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y) {
+  const Surface* const sheet = Sheet(file);
+  if (sheet == nullptr || !Fits(x) || !Fits(y)) return;
+  DDBack->CopyFaint(static_cast<int32_t>(x), static_cast<int32_t>(y), *sheet, from);
+}
+
 void DrawClip(int64_t number, int64_t x, int64_t y) {
   // Quirk: 0 names a clip like any other, so that a place which the skin does not give shows clip 0, if there
   // is one, in the upper left corner.

@@ -19,6 +19,8 @@ std::optional<Rect> FrameOf(const SkinClip& clip, int64_t frame);
 void CopyClip(int64_t number, int64_t x, int64_t y);
 inline void CopyClip(const SkinPos& pos) { CopyClip(pos.id, pos.x, pos.y); }
 void CopyFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y);
+// The same half covered by what lies there.
+void CopyFaintFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y);
 
 // The same, cut at the screen's edge.
 void DrawClip(int64_t number, int64_t x, int64_t y);

@@ -47,6 +47,12 @@ int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing) {
   });
 }
 
+void DrawFaintText(int32_t x, int32_t y, TextView text) {
+  DrawCells(x, text, 0, [y](int32_t left, const Surface& sheet, const Rect& cell) {
+    DDBack->CopyFaint(left, y, sheet, cell);
+  });
+}
+
 void DrawTextWithin(const Rect& clip, int32_t x, int32_t y, TextView text, float spacing) {
   DrawCells(x, text, spacing, [&](int32_t left, const Surface& sheet, const Rect& cell) {
     ClippedBlt(*DDBack, clip, left, y, sheet, cell, platform::Keyed::kYes);

@@ -11,7 +11,9 @@ namespace qlm {
 // The bitmap font of the skin, on the back surface. Draws nothing without a font sheet. Gives the number of
 // cells that it went through.
 int32_t DrawText(int32_t x, int32_t y, TextView text, float spacing);
-// The same, cut at a rectangle of the screen; DrawText leaves out a letter that would run
+// The same half covered by what lies there.
+void DrawFaintText(int32_t x, int32_t y, TextView text);
+// The same as DrawText, cut at a rectangle of the screen; DrawText leaves out a letter that would run
 // off.
 void DrawTextWithin(const Rect& clip, int32_t x, int32_t y, TextView text, float spacing = 0);
 // A copy cut against `clip`, and not made when it lies wholly outside.

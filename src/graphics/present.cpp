@@ -68,20 +68,10 @@ bool TakesCharacters() {
   return GameState == kStateEnterCourse || GameState == kStateEditCourse || GameState == kStateEnterName;
 }
 
-struct Place {
-  int32_t x;
-  int32_t y;
-};
-
-Place MessagePlace() {
-  if (GameState != kStatePlay) return {0, 465};
-  return MessageRect == Rect{} ? Place{220, 385} : Place{MessageRect.left, MessageRect.top};
-}
-
 // Once it has stood for its second, a message is eaten from its head, more of it in each frame.
 void DrawMessage() {
   if (!message.up) return;
-  const Place place = MessagePlace();
+  const MessagePlace place = PlaceOfMessage();
   // High letters reach below the screen there.
   DrawTextWithin(kScreen, place.x, place.y, message.text);
   const int32_t ms = platform::Elapsed(platform::Now(), message.time) - kMessageStands;
@@ -135,6 +125,11 @@ void CountFrame() {
 }
 
 }  // namespace
+
+MessagePlace PlaceOfMessage() {
+  if (GameState != kStatePlay) return {0, 465};
+  return MessageRect == Rect{} ? MessagePlace{220, 385} : MessagePlace{MessageRect.left, MessageRect.top};
+}
 
 void DoEvents() {
   platform::TakeCharacters(TakesCharacters());

@@ -7,6 +7,13 @@
 
 namespace qlm {
 
+// Where a message begins.
+struct MessagePlace {
+  int32_t x;
+  int32_t y;
+};
+MessagePlace PlaceOfMessage();
+
 // Lets window events, scripted hands and due timers run.
 void DoEvents();
 // Shows the finished back surface and prepares the next frame. `noWait` leaves out the wait for the vertical

@@ -67,6 +67,14 @@ void CopyRow(const Colour* __restrict from, Colour* __restrict to, int32_t count
   }
 }
 
+template <class Key>
+void CopyRowFaint(const Colour* __restrict from, Colour* __restrict to, int32_t count, Key leftOut) {
+  constexpr Colour kHalves = 0x007F7F7F;  // of the channels, without the bits that come from their neighbours
+  for (int32_t i = 0; i < count; ++i) {
+    to[i] = leftOut(from[i]) ? to[i] : ((from[i] ^ to[i]) >> 1 & kHalves) + (from[i] & to[i]);
+  }
+}
+
 void CopyRow(const Colour* from, Colour* to, int32_t count, NoKey) {
   std::memcpy(to, from, static_cast<size_t>(count) * sizeof(Colour));
 }
@@ -234,6 +242,19 @@ bool Surface::Copy(int32_t x, int32_t y, const Surface& source, const Rect& from
     const int32_t count = whole ? width_ * from.Height() : from.Width();
     for (int32_t row = 0; row < from.Height(); row += whole ? from.Height() : 1) {
       CopyRow(source.PixelsFrom(from.left, from.top + row), PixelsFrom(x, y + row), count, key);
+    }
+  });
+  return true;
+}
+
+bool Surface::CopyFaint(int32_t x, int32_t y, const Surface& source, const Rect& from) {
+  if (this == &source || !source.Holds(from) || x < 0 || y < 0 || x > width_ - from.Width() ||
+      y > height_ - from.Height()) {
+    return false;
+  }
+  WithKey(source.hasKey_, source.keyLow_, source.keyHigh_, [&](auto key) {
+    for (int32_t row = 0; row < from.Height(); ++row) {
+      CopyRowFaint(source.PixelsFrom(from.left, from.top + row), PixelsFrom(x, y + row), from.Width(), key);
     }
   });
   return true;

@@ -72,7 +72,11 @@ class Surface {
   // Puts `from` of `source` at (x, y). The two may be one surface; overlapping areas copy as if from a
   // snapshot.
   bool Copy(int32_t x, int32_t y, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
-  // The same with `from` scaled to `to`, nearest neighbour: column i of n takes source column i * m \ n.
+  // The same without the transparent colours, half covered by what lies there already: each channel becomes
+  // the mean of both, rounded down. Not onto itself.
+  bool CopyFaint(int32_t x, int32_t y, const Surface& source, const Rect& from);
+  // The same as Copy with `from` scaled to `to`, nearest neighbour: column i of n takes source column i * m
+  // \ n.
   bool Stretch(const Rect& to, const Surface& source, const Rect& from, Keyed keyed = Keyed::kNo);
   // The same for a `to` that may lie anywhere, with sides up to kMaxSide: only the part of it within `clip`
   // and the image is drawn, as it would be drawn without a cut.

@@ -8,7 +8,9 @@
 #include "play_screen/figures.h"
 #include "play_screen/gauge_bar.h"
 #include "play_screen/judgement_word.h"
+#include "play_screen/key_legend.h"
 #include "play_screen/marks.h"
+#include "play_screen/message_strip.h"
 #include "play_screen/net_status.h"
 #include "play_screen/objects.h"
 #include "play_screen/sides.h"
@@ -42,7 +44,7 @@ void DrawStanding(size_t side) {
 void DrawPlayFrame() {
   DrawBackground();
   UpdateClips();
-  DrawBga();
+  if (!DrawBga()) DrawKeyLegend();
   DrawLinesAndKeys();
   DrawLanes();
   DrawProgressBars();
@@ -58,6 +60,7 @@ void DrawPlayFrame() {
   ForScoredSides(DrawOptionMarks);
   DrawFades();
   DrawNetStatus();
+  DrawMessageStrip();
   VoicePurge();
 }
 

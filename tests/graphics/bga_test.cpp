@@ -365,7 +365,7 @@ TEST_F(Bga, TheComposedPictureStandsAtItsPlace) {
   Give(1, Solid(256, 256, kRed));
   curBaseBGA = 1;
   BGADirty = true;
-  DrawBga();
+  EXPECT_TRUE(DrawBga());
   EXPECT_FALSE(BGADirty);
   EXPECT_TRUE(Shows(DDBack, {192, 128, 448, 384}, kRed, kSkin));
 }
@@ -386,8 +386,16 @@ TEST_F(Bga, TheTitlePictureIsComposedAndTheAreaKeepsTheSkin) {
   StageW = 640;
   StageH = 480;
   BGADirty = true;
-  DrawBga();
+  EXPECT_FALSE(DrawBga());
   EXPECT_EQ(DDBga->Pixel(128, 128), kGreen);
+  EXPECT_TRUE(Shows(DDBack, {}, 0, kSkin));
+}
+
+TEST_F(Bga, ThePlaceKeepsTheSkinWithPicturesOff) {
+  Give(1, Solid(256, 256, kRed));
+  curBaseBGA = 1;
+  NoBGA = true;
+  EXPECT_FALSE(DrawBga());
   EXPECT_TRUE(Shows(DDBack, {}, 0, kSkin));
 }
 

@@ -162,6 +162,38 @@ TEST(SurfaceCopy, OverlappingKeyedCopyKeepsItsHoles) {
   EXPECT_EQ(Seen(surface), (Rows{{1, 1, 3, 3}}));
 }
 
+TEST(SurfaceCopyFaint, IsTheMeanOfBothChannelByChannelRoundedDown) {
+  Surface below(2, 1);
+  below.Fill({0, 0, 2, 1}, 0x0100FF);
+  Surface above(2, 1);
+  above.Fill({0, 0, 2, 1}, 0x04FF00);
+  EXPECT_TRUE(below.CopyFaint(0, 0, above, {0, 0, 2, 1}));
+  EXPECT_EQ(below.Pixel(0, 0), 0x027F7FU);
+  EXPECT_EQ(below.Pixel(1, 0), 0x027F7FU);
+}
+
+TEST(SurfaceCopyFaint, LeavesOutTransparentColours) {
+  Surface below(2, 1);
+  below.Fill({0, 0, 2, 1}, 0x808080);
+  Surface above(2, 1);
+  above.Fill({1, 0, 2, 1}, 0x404040);
+  above.SetColourKey(0, 0);
+  EXPECT_TRUE(below.CopyFaint(0, 0, above, {0, 0, 2, 1}));
+  EXPECT_EQ(below.Pixel(0, 0), 0x808080U);
+  EXPECT_EQ(below.Pixel(1, 0), 0x606060U);
+}
+
+TEST(SurfaceCopyFaint, IsRefusedWhenItWouldRunOffEitherImageAndOntoItself) {
+  Surface below(2, 2);
+  Surface above(2, 2);
+  above.Fill({0, 0, 2, 2}, 0xFFFFFF);
+  EXPECT_FALSE(below.CopyFaint(1, 0, above, {0, 0, 2, 2}));
+  EXPECT_FALSE(below.CopyFaint(0, -1, above, {0, 0, 2, 2}));
+  EXPECT_FALSE(below.CopyFaint(0, 0, above, {0, 0, 3, 2}));
+  EXPECT_FALSE(above.CopyFaint(0, 0, above, {0, 0, 2, 2}));
+  EXPECT_EQ(below.Pixel(1, 1), 0U);
+}
+
 TEST(SurfaceStretch, EnlargesByTheNearestNeighbour) {
   Surface source(2, 2);
   Paint(source, {{1, 2}, {3, 4}});
