@@ -198,11 +198,23 @@ TEST_P(EachPlaySkin, HasFiguresOfOneWidthThatDiffer) {
 
 TEST_P(EachPlaySkin, PutsEverythingThatASideShowsSomewhere) {
   Load(GetParam());
-  std::vector<SkinPos> all = {
-      JudgeLinePos[0][0], JudgeLinePos[0][1], KeyPos[0],   KeyPos[1],       ScorePos[0],
-      JPointPos[0],       MaxPos[0],          GaugePos[0], GaugeBackPos[0], ExGaugePos[0],
-      ExGaugeBackPos[0],  GaugeNumPos[0],     BpmPos,      PlayPos1,        PlayFullPos,
-      CountPos,           StagePos,           FpsPos};
+  std::vector<SkinPos> all = {JudgeLinePos[0][0],
+                              JudgeLinePos[0][1],
+                              KeyPos[0],
+                              KeyPos[1],
+                              ScorePos[0],
+                              JPointPos[0],
+                              MaxPos[0],
+                              GaugePos[0],
+                              GaugeBackPos[0],
+                              ExGaugePos[0],
+                              ExGaugeBackPos[0],
+                              GaugeNumPos[0],
+                              BpmPos,
+                              PlayPos1,
+                              PlayFullPos,
+                              CountPos,
+                              StagePos};
   const auto add = [&](const auto& table) { all.insert(all.end(), table.begin(), table.end()); };
   add(ScoreCountPos[0]);
   add(JudgePos[0]);
@@ -211,6 +223,7 @@ TEST_P(EachPlaySkin, PutsEverythingThatASideShowsSomewhere) {
   add(FanPos[0]);
   add(OptionPos[0]);
   for (size_t i = 0; i < all.size(); ++i) EXPECT_NE(all[i].id, 0) << i;
+  EXPECT_EQ(FpsPos.id, 0) << "the game shows the frame rate itself";
   for (const int32_t clip : {NoMissClip, MaxComboClip, PressureClip, ComboGraphClip, ComboGraphBackClip}) {
     EXPECT_NE(clip, 0);
   }
@@ -283,6 +296,41 @@ TEST_F(StockSkins, InkwellsSidesDoNotMeet) {
     for (const Rect& other : sides[1]) {
       EXPECT_FALSE(Meet(mine, other))
           << mine.left << "," << mine.top << " and " << other.left << "," << other.top;
+    }
+  }
+}
+
+// A word opens by 20 pixels to each side when it comes, and by up to 7 at the start of a measure. Even then
+// no letter leaves its field's margin or lies under the combo, whose figures have two pixels of air at their
+// left.
+TEST_F(StockSkins, InkwellsWordsStayOnTheFieldAndBesideTheComboAtTheirWidest) {
+  Load("default.brd");
+  for (const int32_t side : {0, 1}) {
+    const int32_t margin = side == 0 ? 0 : 448;
+    for (const SkinPos& pos : JudgePos[static_cast<size_t>(side)]) {
+      const SkinClip& clip = Clip[pos.id];
+      constexpr int32_t most = 27;
+      const auto onScreen = [&](int32_t column) {
+        return pos.x - most + column * (clip.width + 2 * most) / clip.width;
+      };
+      for (int32_t frame = 0; frame < clip.frames; ++frame) {
+        int32_t first = clip.width;
+        int32_t end = 0;
+        int32_t endOfLight = 0;
+        for (int32_t x = 0; x < clip.width; ++x) {
+          const int32_t left = clip.rect.left + frame * clip.stepX + x;
+          for (int32_t y = clip.rect.top; y < clip.rect.bottom; ++y) {
+            const platform::Colour pixel = SkinFile[clip.file]->Pixel(left, y);
+            if (pixel == 0) continue;
+            first = std::min(first, x);
+            end = x + 1;
+            if (Brightness(pixel) >= 0x40) endOfLight = x + 1;
+          }
+        }
+        EXPECT_GT(end, first);
+        EXPECT_GE(onScreen(first), margin);
+        EXPECT_LE(onScreen(endOfLight), pos.x + clip.width + 2);
+      }
     }
   }
 }
