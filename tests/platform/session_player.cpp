@@ -1,9 +1,11 @@
 // A program with a session in it, for tests that kill it. Writes its port, and then all that it receives, a
 // line each: "+NAME", "-NAME", "host", "NAME BODY".
 //
-//   session_player open NAME                 opens one
+//   session_player open NAME[:PORT]          opens one
 //   session_player join ADDRESS NAME         joins one
-// With a number behind: sends so many messages a second to all, "1", "2", ..., once it has two others.
+//   session_player find PORT                 writes a line "ADDRESS NAME PLAYERS" for each that is found
+// With a number behind the name: sends so many messages a second to all, "1", "2", ..., once it has two
+// others.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -50,12 +52,23 @@ void ReceiveAll() {
 }  // namespace
 
 int main(int count, char** words) {
+  if (count > 2 && std::string_view(words[1]) == "find") {
+    for (const FoundSession& found : FindSessions(static_cast<uint16_t>(std::atoi(words[2])), 500)) {
+      const std::string name(found.name.begin(), found.name.end());
+      std::printf("%s %s %d\n", found.address.c_str(), name.c_str(), found.players);
+    }
+    return 0;
+  }
   const bool opens = count > 2 && std::string_view(words[1]) == "open";
   const int at = opens ? 2 : 3;
   if (count <= at) return 2;
-  const std::string name = words[at];
+  const std::string word = words[at];
+  const std::string name = word.substr(0, word.find(':'));
+  const size_t colon = word.find(':');
+  const uint16_t port =
+      colon == std::string::npos ? 0 : static_cast<uint16_t>(std::stoi(word.substr(colon + 1)));
   const std::u16string wide(name.begin(), name.end());
-  if (!(opens ? OpenSession(0, wide) : JoinSession(words[2], 0, wide))) {
+  if (!(opens ? OpenSession(port, wide) : JoinSession(words[2], 0, wide))) {
     ReceiveAll();
     return 1;
   }
