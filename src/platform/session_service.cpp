@@ -65,6 +65,7 @@ SessionService::~SessionService() {
 
 void SessionService::Start() {
   state_ = members_.GetState();
+  sockets_->Wake();  // what is to be done already waits for nothing
   thread_ = std::thread([this] { Run(); });
 }
 
