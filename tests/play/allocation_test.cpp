@@ -5,7 +5,9 @@
 #include "chart/loading.h"
 #include "graphics/display.h"
 #include "input/input.h"
+#include "net/session.h"
 #include "platform/clock.h"
+#include "platform/timers.h"
 #include "play/input.h"
 #include "play/judgement.h"
 #include "play/position.h"
@@ -14,6 +16,7 @@
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/keys.h"
+#include "state/network.h"
 #include "state/options.h"
 #include "state/records.h"
 #include "state/session.h"
@@ -110,6 +113,19 @@ TEST_F(AllocationTest, TurnsThatDrawASkinAllocateNothing) {
   LastJudge[0] = 4;
   EXPECT_EQ(AllocatedIn(1000), 0U);
   EXPECT_GT(Fps, 1.0);
+}
+
+// Five players, of whom nothing is heard; the poll runs with the pump.
+TEST_F(AllocationTest, TurnsOfABattleWithoutNewsAllocateNothing) {
+  InitDD(DisplayOutput::kUnseen);
+  CreateSurfaces();
+  network.NetActive = true;
+  network.NetUserCount = 5;
+  for (NetUser& user : network.NetUsers) user.name = u"Someone";
+  HistoryStep = 1'000'000;  // no sample is due
+  platform::SetTimer(platform::kTimerNetwork, 50, NetPoll);
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+  EXPECT_GT(network.polls, 50U);
 }
 
 TEST_F(AllocationTest, TurnsOfAPreviewAllocateNothing) {
