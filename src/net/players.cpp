@@ -28,7 +28,7 @@ void joinplayer(int32_t id, TextView name) {
   if (!network.NetUsers.Holds(index) || KeyOf(id) != network.NetUserKeys.end()) return;
   ++network.NetUserCount;
   NetUser& user = network.NetUsers[index] = {};
-  user.name = name.empty() ? NewestName() : Text(name);
+  user.name = name.empty() ? NewestName() : Text(name.substr(0, platform::kLongestPlayerName));
   user.id = id;
   DebugLog(Join(u"joinplayer : ", index, u",", id));
   network.NetUserKeys.push_back({id, index});

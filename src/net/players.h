@@ -8,8 +8,9 @@
 
 namespace qlm {
 
-// A new row at the end of the table. Without a name it takes that of the session's newest player. Nothing
-// happens for an id that is in the table, nor when that is full.
+// A new row at the end of the table. Without a name it takes that of the session's newest player; a name is
+// cut to what the session holds of one. Nothing happens for an id that is in the table, nor when that is
+// full.
 void joinplayer(int32_t id, TextView name);
 // The row goes, and those behind it move up. Nothing happens for an unknown id.
 void leaveplayer(int32_t id);

@@ -27,6 +27,11 @@ TEST_F(PlayersTest, WithoutANameItIsTheNewestOneOfTheSession) {
   EXPECT_EQ(User(0).name, u"Newest");
 }
 
+TEST_F(PlayersTest, LongNamesAreCut) {
+  joinplayer(70001, Text(33, u'x'));
+  EXPECT_EQ(User(0).name, Text(32, u'x'));
+}
+
 TEST_F(PlayersTest, TheTableHoldsFive) {
   for (int32_t id = 70001; id <= 70006; ++id) joinplayer(id, u"x");
   EXPECT_EQ(network.NetUserCount, 5);

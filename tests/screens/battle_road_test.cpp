@@ -3,6 +3,7 @@
 #include "net/messages.h"
 #include "net/session.h"
 #include "platform/session.h"
+#include "play/input.h"
 #include "screens/list_cursor.h"
 #include "screens/song_select.h"
 #include "state/chart.h"
@@ -147,6 +148,17 @@ TEST_F(BattleRoad, TheHazardGaugeIsOn) {
   Decide();
   ListTurn();
   EXPECT_TRUE(hazard);
+}
+
+TEST_F(BattleRoad, ThePadAttacks) {
+  BecomeHost(false);
+  GameState = kStatePlay;
+  session.sent.clear();
+  for (const int32_t key : {kKeyPad0, kKeyPad2, kKeyPad3, kKeyPad4}) ProcessKey_Settings(key);
+  EXPECT_EQ(session.sent.size(), 0U);
+  ProcessKey_Settings(kKeyPad1);
+  ASSERT_EQ(session.sent.size(), 1U);
+  EXPECT_EQ(session.sent[0].to, 0);
 }
 
 TEST_F(BattleRoad, CursorAndOptionsAreShownToTheOthers) {

@@ -2,6 +2,7 @@
 #include "screens/list_status.h"
 
 #include "screens/list_sprites.h"
+#include "state/network.h"
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
@@ -32,6 +33,19 @@ TEST_F(ListStatus, TheSpeedStandsBelowTheHelp) {
   FourDMode = true;
   Draw();
   EXPECT_EQ(SystemText(460 + 5 * 8, 426), "(4D)");
+}
+
+TEST_F(ListStatus, ThePlayersOfABattleStandOnEveryList) {
+  for (const int32_t state : {0, 1, 2, 6, 7}) {
+    GameState = state;
+    network = {};
+    Draw();
+    EXPECT_EQ(SystemText(0, 0), "");
+    network.NetActive = true;
+    network.NetUserCount = 3;
+    Draw();
+    EXPECT_EQ(SystemText(0, 0), "NET:3") << state;
+  }
 }
 
 TEST_F(ListStatus, TheComboSpeedFlickersByChance) {

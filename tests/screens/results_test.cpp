@@ -288,6 +288,17 @@ TEST_F(ResultsTest, ItWaitsForTheEndOfThePlayAndOfTheBattle) {
   EXPECT_EQ(states.rbegin()->first, 400 + 210);
 }
 
+TEST_F(ResultsTest, InABattleThePlayersStandInThePlaceOfTheSeal) {
+  network.NetActive = true;
+  network.NetUserCount = 1;
+  Gauge[0] = 100;
+  PlayCleared = true;
+  Show({2000});
+  EXPECT_EQ(At(2000).Pixel(480, 32), kTile);
+  EXPECT_EQ(At(2000).Pixel(607, 159), kTile);
+  EXPECT_EQ(TextAt(At(2000), 0, 0, 5), "NET:1");
+}
+
 TEST_F(ResultsTest, StateSoundAndPlayStandAsTheyShould) {
   GameState = kStateCourses;
   PlayAlive = true;
