@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QSet>
 #include <QSignalBlocker>
 #include <QTimer>
@@ -46,6 +47,8 @@ class KeyConfig : public QDialog {
 
  private:
   void MakeControls();
+  // As large as the font asks for, and as the screen has room.
+  qreal PictureScale() const;
   QWidget* MakeSpecialFrame();
   QLayout* MakeFoot();
   QPushButton* MakeButton(const char* name, const QString& caption, void (KeyConfig::*action)());
@@ -100,8 +103,10 @@ KeyConfig::KeyConfig(QWidget* parent) : QDialog(parent) {
   MakeControls();
   RefreshList();
   SelectFunction(work_.currentFn);
-  lstKeyList_->setMinimumHeight(lstKeyList_->sizeHintForRow(0) * lstKeyList_->count() +
-                                2 * lstKeyList_->frameWidth());
+  // All rows show, where the screen has room for them.
+  const int rows = lstKeyList_->sizeHintForRow(0) * lstKeyList_->count() + 2 * lstKeyList_->frameWidth();
+  lstKeyList_->setMinimumHeight(
+      std::min(rows, screen()->availableSize().height() - 12 * fontMetrics().height()));
 
   // What is held while the dialog opens was not pressed for it.
   hooks.keyDown = hooks.keyUp = nullptr;
@@ -127,7 +132,7 @@ KeyConfig::~KeyConfig() {
 
 void KeyConfig::MakeControls() {
   setWindowTitle(QStringLiteral("KeyConfig"));
-  picKeyDown_ = KeyPicture::MakeControllers(this);
+  picKeyDown_ = KeyPicture::MakeControllers(this, PictureScale());
   picKeyDown_->setObjectName("picKeyDown");
   picKeyDown_->setFocusPolicy(Qt::StrongFocus);
   picKeyDown_->installEventFilter(this);
@@ -168,10 +173,21 @@ void KeyConfig::MakeControls() {
   picKeyDown_->setFocus();
 }
 
+qreal KeyConfig::PictureScale() const {
+  constexpr qreal kLeast = 0.4;
+  constexpr QSizeF kPictures(600, 320);  // at scale 1
+  constexpr QSizeF kLinesBeside(24, 16);
+  const qreal line = fontMetrics().height();
+  const QSizeF room = screen()->availableSize();
+  return std::max(kLeast, std::min({std::max(line / 18, 1.0),
+                                    (room.width() - kLinesBeside.width() * line) / kPictures.width(),
+                                    (room.height() - kLinesBeside.height() * line) / kPictures.height()}));
+}
+
 QWidget* KeyConfig::MakeSpecialFrame() {
   auto* const frame = new QGroupBox(tr("特殊キー"), this);
   frame->setObjectName("Frame1");
-  specialKeys_ = KeyPicture::MakeSpecialKeys(frame);
+  specialKeys_ = KeyPicture::MakeSpecialKeys(frame, PictureScale());
   specialKeys_->setObjectName("picSpecialKeys");
   specialKeys_->clicked = picKeyDown_->clicked;
   auto* const note = new QLabel(

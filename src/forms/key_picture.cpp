@@ -203,33 +203,30 @@ void DrawPlate(QPainter& painter, int32_t side) {
 
 }  // namespace
 
-KeyPicture* KeyPicture::MakeControllers(QWidget* parent) {
-  return new KeyPicture(parent, {2 * (kMargin + kPlateWidth) + kBetweenPlates, kPlateHeight + 2 * kMargin},
+KeyPicture* KeyPicture::MakeControllers(QWidget* parent, qreal scale) {
+  return new KeyPicture(parent, scale,
+                        {2 * (kMargin + kPlateWidth) + kBetweenPlates, kPlateHeight + 2 * kMargin},
                         ControllerShapes(), true);
 }
 
-KeyPicture* KeyPicture::MakeSpecialKeys(QWidget* parent) {
-  return new KeyPicture(parent, {2 * kMargin + 2 * 62 + 8 + 20 + 3 * 26 + 2, 2 * kMargin + 72},
+KeyPicture* KeyPicture::MakeSpecialKeys(QWidget* parent, qreal scale) {
+  return new KeyPicture(parent, scale, {2 * kMargin + 2 * 62 + 8 + 20 + 3 * 26 + 2, 2 * kMargin + 72},
                         SpecialShapes(), false);
 }
 
-KeyPicture::KeyPicture(QWidget* parent, QSizeF size, std::vector<KeyShape> shapes, bool controllers)
-    : QWidget(parent), size_(size), shapes_(std::move(shapes)), controllers_(controllers) {
+KeyPicture::KeyPicture(QWidget* parent, qreal scale, QSizeF size, std::vector<KeyShape> shapes,
+                       bool controllers)
+    : QWidget(parent), scale_(scale), size_(size), shapes_(std::move(shapes)), controllers_(controllers) {
   std::sort(shapes_.begin(), shapes_.end(),
             [](const KeyShape& a, const KeyShape& b) { return a.function < b.function; });
-  setFixedSize((size_ * Scale()).toSize());
-}
-
-qreal KeyPicture::Scale() const {
-  constexpr qreal kTextHeight = 18;  // of the font at which a unit is a pixel
-  return std::max(QFontMetricsF(font()).height() / kTextHeight, 1.0);
+  setFixedSize((size_ * scale_).toSize());
 }
 
 QRectF KeyPicture::shapKey(int32_t function) const {
   const auto shape = std::find_if(shapes_.begin(), shapes_.end(),
                                   [function](const KeyShape& each) { return each.function == function; });
   if (shape == shapes_.end()) return {};
-  return {shape->rect.topLeft() * Scale(), shape->rect.size() * Scale()};
+  return {shape->rect.topLeft() * scale_, shape->rect.size() * scale_};
 }
 
 void KeyPicture::MoveFrame(int32_t function) {
@@ -290,7 +287,7 @@ void KeyPicture::DrawShape(QPainter& painter, const KeyShape& shape) const {
 void KeyPicture::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(Scale(), Scale());
+  painter.scale(scale_, scale_);
   const QRectF ground({0, 0}, size_);
   QLinearGradient desk(ground.topLeft(), ground.bottomLeft());
   desk.setColorAt(0, kDeskAbove);

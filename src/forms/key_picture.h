@@ -21,13 +21,13 @@ struct KeyShape {
   QString label;
 };
 
-// A picture of shapes. Its size follows the font.
+// A picture of shapes, in a scale of its own: at 1 its writing suits a font of usual size.
 class KeyPicture : public QWidget {
  public:
   // Two controllers, with the lanes' functions.
-  static KeyPicture* MakeControllers(QWidget* parent);
+  static KeyPicture* MakeControllers(QWidget* parent, qreal scale);
   // The functions of menus.
-  static KeyPicture* MakeSpecialKeys(QWidget* parent);
+  static KeyPicture* MakeSpecialKeys(QWidget* parent, qreal scale);
 
   // Runs with the function whose shape was clicked.
   std::function<void(int32_t)> clicked;
@@ -41,13 +41,13 @@ class KeyPicture : public QWidget {
   QRectF shapKey(int32_t function) const;
 
  private:
-  KeyPicture(QWidget* parent, QSizeF size, std::vector<KeyShape> shapes, bool controllers);
+  KeyPicture(QWidget* parent, qreal scale, QSizeF size, std::vector<KeyShape> shapes, bool controllers);
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
 
-  qreal Scale() const;
   void DrawShape(QPainter& painter, const KeyShape& shape) const;
 
+  qreal scale_;  // pixels of a unit
   QSizeF size_;
   std::vector<KeyShape> shapes_;  // in ascending order of their functions
   bool controllers_;

@@ -11,9 +11,12 @@
 #include <QListWidget>
 #include <QTest>
 #include <QWindow>
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <random>
+#include <vector>
 
 #include "base/hooks.h"
 #include "base/paths.h"
@@ -519,8 +522,12 @@ TEST_F(KeyConfigTest, FrameStandsAroundTheShapeInHand) {
     const auto framed = [&](const KeyPicture& picture, int32_t function) {
       const QRectF shape = picture.shapKey(function);
       const QImage image = const_cast<KeyPicture&>(picture).grab().toImage();
-      const QPoint place(static_cast<int>(shape.center().x()), static_cast<int>(shape.top()) - 3);
-      return qGray(image.pixel(place)) > 200;
+      // Somewhere in the small space above it.
+      const int across = static_cast<int>(shape.center().x());
+      const int top = static_cast<int>(shape.top());
+      int brightest = 0;
+      for (int y = top - 4; y < top; ++y) brightest = std::max(brightest, qGray(image.pixel(across, y)));
+      return brightest > 150;
     };
     EXPECT_TRUE(framed(form.Lanes(), 11));
     form.ClickShape(2);
@@ -673,6 +680,79 @@ TEST_F(KeyConfigSticks, OneThatIsUnpluggedLetsItsButtonsGo) {
     const VirtualStick another;
     EXPECT_TRUE(Until([&] { return form.Find<QLabel>("lblCount").text().endsWith(":1"); }));
   });
+}
+
+// Whatever a person does, the list is what the told rules make of it.
+TEST_F(KeyConfigSticks, AnyHandLeavesTheTableThatTheRulesGive) {
+  std::mt19937 dice(20260722);
+  const auto roll = [&dice](int below) { return static_cast<int>(dice() % static_cast<unsigned>(below)); };
+  std::vector<std::unique_ptr<VirtualStick>> sticks;
+  KeyTable expected = DefaultKeyTable();
+  Open([&](const Form& form) {
+    int32_t function = 11;
+    const auto polled = [&form] {
+      // The count is written by each poll.
+      auto& count = form.Find<QLabel>("lblCount");
+      count.clear();
+      ASSERT_TRUE(Until([&] { return !count.text().isEmpty(); }));
+    };
+    for (int step = 0; step < 400; ++step) {
+      switch (roll(8)) {
+        case 0:
+        case 1:
+        case 2: {
+          const int code = 1 + roll(83);
+          form.Press(code);
+          if (code == 2) function = PreviousFunction(function);
+          if (code == 3) function = NextFunction(function);
+          if (code != 2 && code != 3) expected[code] = static_cast<int16_t>(function);
+          break;
+        }
+        case 3: form.ClickShape(function = ListedFunctions()[static_cast<size_t>(roll(26))]); break;
+        case 4: {
+          const int row = roll(26);
+          form.ClickRow(row);
+          function = ListedFunctions()[static_cast<size_t>(row)];
+          break;
+        }
+        case 5:
+          if (sticks.size() < 3) {
+            sticks.push_back(std::make_unique<VirtualStick>());
+          } else {
+            sticks.pop_back();
+          }
+          polled();
+          break;
+        case 6: {
+          if (sticks.empty()) break;
+          const int pad = roll(static_cast<int>(sticks.size()));
+          const int button = roll(32);
+          VirtualStick& stick = *sticks[static_cast<size_t>(pad)];
+          stick.Button(button, true);
+          polled();
+          if (pad == 0 || (pad == 1 && button < 20)) {
+            expected[256 + 40 * pad + 4 + button] = static_cast<int16_t>(function);
+          }
+          stick.Button(button, false);
+          polled();
+          break;
+        }
+        default:
+          if (roll(40) > 0) break;
+          form.Click("cmdClear");
+          expected.Clear();
+          break;
+      }
+      for (const int16_t listed : ListedFunctions()) {
+        ASSERT_EQ(form.InputsOf(Utf8(FunctionItem(listed))),
+                  Utf8(FunctionRow(expected, listed)).substr(Utf8(FunctionItem(listed)).size() + 1))
+            << step;
+      }
+      ASSERT_EQ(form.Selected(), Utf8(FunctionItem(function))) << step;
+    }
+    form.Click("cmdOK");
+  });
+  for (int32_t code = 0; code <= KeyTable::kLast; ++code) EXPECT_EQ(KeyMap[code], expected[code]) << code;
 }
 
 }  // namespace
