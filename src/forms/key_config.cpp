@@ -33,6 +33,7 @@ namespace qlm {
 namespace {
 
 constexpr int kPollInterval = 10;        // ms
+constexpr int32_t kControllersUsed = 2;  // the others are only counted
 constexpr int32_t kAboveTheKernels = 8;  // by which window systems number keys higher than the kernel does
 
 class KeyConfig : public QDialog {
@@ -189,6 +190,7 @@ QWidget* KeyConfig::MakeSpecialFrame() {
   frame->setObjectName("Frame1");
   specialKeys_ = KeyPicture::MakeSpecialKeys(frame, PictureScale());
   specialKeys_->setObjectName("picSpecialKeys");
+  specialKeys_->setAccessibleName(frame->title());
   specialKeys_->clicked = picKeyDown_->clicked;
   auto* const note = new QLabel(
       tr("コントローラー用。キーボード時は不要です。\nESCをSTART、★をSELECTに割り当てると吉。"), frame);
@@ -331,7 +333,7 @@ void KeyConfig::ShowHeld() {
 void KeyConfig::ShowControllers() {
   lblCount_->setText(tr("コントローラはID1,2のみ有効です。認識数:") + QString::number(JoyCount));
   QString sticks;
-  for (int32_t number = 0; number < platform::kMostJoysticks; ++number) {
+  for (int32_t number = 0; number < kControllersUsed; ++number) {
     if (const auto state = platform::ReadJoystick(number)) {
       sticks += QStringLiteral("> [X:%1,Y:%2]  ").arg(state->x).arg(state->y);
     }

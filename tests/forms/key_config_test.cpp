@@ -649,6 +649,7 @@ TEST_F(KeyConfigSticks, AllAreCountedAndTheThirdIsIgnored) {
     form.Poll();
     first.Button(1, true);
     EXPECT_TRUE(Until([&] { return form.InputsOf("11") == "[261]"; }));
+    EXPECT_EQ(form.Find<QLabel>("lblSticks").text(), QStringLiteral("> [X:0,Y:0]  > [X:0,Y:0]  "));
     third.reset();
     EXPECT_TRUE(Until([&] { return form.Find<QLabel>("lblCount").text().endsWith(":2"); }));
   });
