@@ -61,8 +61,8 @@ void DrawName(const Keys& keys, int32_t key, int32_t channel, int32_t row) {
   const int32_t inPicture = lane.x - keys.original->x + Clip[lane.clip].width / 2;
   const KeyName name(key);
   const int64_t x = keys.left + inPicture - Len(name.Words()) * SysFontW / 2;
-  const int64_t y = StandsAbove(channel) ? keys.top - kAir - (row + 1) * SysFontH
-                                         : keys.top + keys.clip->height + kAir + row * SysFontH;
+  const int64_t y = StandsAbove(channel) ? keys.top - kAir - (int64_t{row} + 1) * SysFontH
+                                         : keys.top + keys.clip->height + kAir + int64_t{row} * SysFontH;
   if (!std::in_range<int32_t>(x) || !std::in_range<int32_t>(y)) return;
   DrawFaintText(static_cast<int32_t>(x), static_cast<int32_t>(y), name.Words());
 }

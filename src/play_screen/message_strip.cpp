@@ -32,7 +32,7 @@ bool OnPicture(const MessagePlace& place) {
 
 // Beside a second field it ends with the picture, unless all stands still.
 int64_t RightEnd(const MessagePlace& place) {
-  return DrawnSides() < 2 || Paused ? int64_t{place.x} + kCharacters * SysFontW + kAir : int64_t{BgaX} + BgaW;
+  return DrawnSides() < 2 || Paused ? place.x + int64_t{kCharacters} * SysFontW + kAir : int64_t{BgaX} + BgaW;
 }
 
 void DrawGround(const MessagePlace& place) {
@@ -45,7 +45,7 @@ void DrawGround(const MessagePlace& place) {
 
 void DrawPauseLine(const MessagePlace& place) {
   if (message.up && Len(message.text) + 1 + Len(kPause) > kCharacters) return;
-  const int64_t x = int64_t{place.x} + (kCharacters - Len(kPause)) * SysFontW;
+  const int64_t x = place.x + int64_t{kCharacters - Len(kPause)} * SysFontW;
   if (std::in_range<int32_t>(x)) DrawFaintText(static_cast<int32_t>(x), place.y, kPause);
 }
 

@@ -127,19 +127,23 @@ void DrawNewRow(int32_t row) {
   const int32_t cursor = kName + SysFontW * Len(scores.PlayerName);
   DrawText(kName, y, scores.PlayerName, 0);
   if (now % 1000 >= 501) DrawText(cursor, y, u"_", 0);
-  // Behind the longest name, where its feather hides none of the names above; nor does it leave the ledger.
-  ScreenRect.top = kHeadings - 8;
-  DrawNib(kName + SysFontW * (static_cast<int32_t>(kLongestName) + 1), y + SysFontH);
-  ScreenRect = kScreen;
   const double wobble = 6 * std::sin(now % 600 / kTurnMs * kWholeTurn);
   DrawText(kMark + static_cast<int32_t>(RoundHalfEven(wobble)), y, u"<<<", 0);
   DrawText(kHiSpeed, y, u"ENTER YOUR NAME", 0);
+}
+
+// Behind the longest name, under all that is written; it does not leave the ledger.
+void DrawPen(int32_t newRow) {
+  ScreenRect.top = kHeadings - 8;
+  DrawNib(kName + SysFontW * (static_cast<int32_t>(kLongestName) + 1), TopOf(newRow) + SysFontH);
+  ScreenRect = kScreen;
 }
 
 void DrawNameEntry(int32_t newRow) {
   const int32_t rank = newRow + 1;
   if (!DDBack) return;
   DrawLedger(newRow);
+  DrawPen(newRow);
   DrawText(10, 30, Join(u"YOU RANKED IN ", rank, OrdinalSuffix(rank), u" !"), 0);
   DrawHeadings();
   for (int32_t row = 0; row <= scores.ScoreTable.kLast; ++row) {

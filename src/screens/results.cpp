@@ -78,7 +78,28 @@ int32_t CountingTime(uint32_t begin) {
 // The part of a value that is shown at `t`, by whole numbers.
 int64_t CountedUp(double value, int32_t t) { return RoundTo<int64_t>(value * t).value_or(0) / kCountMs; }
 
-// The ground, which opens from the middle line over the held frame.
+// The lines of a ruled sheet, as far as the ground under them has opened: a gold head, three edges, and rules
+// every so many pixels, 0 for none.
+void DrawRuling(const Rect& sheet, int32_t rules, const Rect& opened) {
+  constexpr platform::Colour kHead = platform::Rgb(0xD9, 0xA4, 0x41);
+  constexpr platform::Colour kEdge = platform::Rgb(0x3A, 0x45, 0x66);
+  constexpr platform::Colour kRule = platform::Rgb(0x26, 0x30, 0x4C);
+  const auto line = [&](const Rect& rect, platform::Colour colour) {
+    DDBack->Fill(
+        {rect.left, std::max(rect.top, opened.top), rect.right, std::min(rect.bottom, opened.bottom)},
+        colour);
+  };
+  line({sheet.left, sheet.top, sheet.left + 1, sheet.bottom}, kEdge);
+  line({sheet.right - 1, sheet.top, sheet.right, sheet.bottom}, kEdge);
+  line({sheet.left, sheet.bottom - 1, sheet.right, sheet.bottom}, kEdge);
+  line({sheet.left, sheet.top, sheet.right, sheet.top + 1}, kHead);
+  for (int32_t y = sheet.top + rules; rules > 0 && y < sheet.bottom - 1; y += rules) {
+    line({sheet.left + 8, y, sheet.right - 8, y + 1}, kRule);
+  }
+}
+
+// The ground, which opens from the middle line over the held frame, with the sheets of graph, counts and
+// figures.
 void DrawSheet(int32_t t) {
   const auto half = static_cast<int32_t>(RoundHalfEven(std::min(1.2 * t, 240.0)));
   const Rect opened{0, 240 - half, kScreen.right, 240 + half};
@@ -88,6 +109,10 @@ void DrawSheet(int32_t t) {
   ScreenRect = opened;
   DrawMovingBack();
   ScreenRect = kScreen;
+  DrawRuling({24, 24, 338, 237}, 0, opened);
+  DrawRuling({24, 256, 264, 457}, 40, opened);
+  // The songs of a course begin higher and reach further down.
+  DrawRuling(CourseMode ? Rect{304, 238, 616, 388} : Rect{304, 252, 616, 345}, 0, opened);
 }
 
 void DrawFigure(int32_t y, TextView name, int64_t value) { DrawText(320, y, Join(name, value), 0); }
