@@ -111,4 +111,37 @@ double TruePeakDb(const Sound& sound) {
   return 20 * std::log10(std::max(TruePeak(sound.left), TruePeak(sound.right)));
 }
 
+namespace {
+
+double Energy(const Wave& wave) {
+  double energy = 0;
+  for (const float sample : wave) energy += static_cast<double>(sample) * sample;
+  return energy;
+}
+
+double RatioDb(double part, double whole) {
+  return part > 0 && whole > 0 ? std::max(silence, 10 * std::log10(part / whole)) : silence;
+}
+
+}  // namespace
+
+double EnergyDb(const Sound& sound) {
+  return RatioDb(Energy(sound.left) + Energy(sound.right), static_cast<double>(sound.left.size()));
+}
+
+double HighsDb(const Sound& sound) {
+  constexpr double edge = 4000;
+  Sound highs = sound;
+  // Two sections make a slope of 24 dB an octave without a bump at the edge.
+  for (const double q : {0.54, 1.31}) Apply(Biquad::HighPass(edge, q), highs);
+  return RatioDb(Energy(highs.left) + Energy(highs.right), Energy(sound.left) + Energy(sound.right));
+}
+
+double WidthDb(const Sound& sound) {
+  Wave middle = sound.left, sides = sound.left;
+  Mix(middle, sound.right);
+  Mix(sides, sound.right, 0, -1);
+  return RatioDb(Energy(sides), Energy(middle));
+}
+
 }  // namespace assetmaker

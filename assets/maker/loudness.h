@@ -19,4 +19,15 @@ double ProgrammeLoudness(const Sound& sound);
 // The highest point of the curve through the samples, in dB, from four points a sample.
 double TruePeakDb(const Sound& sound);
 
+// The mean energy of a sound in dB, highs and lows alike; 0 for two channels whose squares add up to 1. -120
+// for silence.
+double EnergyDb(const Sound& sound);
+
+// How much of a sound's energy lies above 4 kHz, in dB against all of it: 0 would be nothing but highs.
+double HighsDb(const Sound& sound);
+
+// How much stronger its sides (left minus right) are than its middle (left plus right), in dB: about -20 for
+// what stands in the middle, 0 for what fills the room. -120 without any sides.
+double WidthDb(const Sound& sound);
+
 }  // namespace assetmaker

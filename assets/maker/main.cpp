@@ -1,5 +1,7 @@
 // The asset maker: writes the system sounds, or a song from its score, into a folder, and if asked to the
 // song's mix.
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -7,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "charts.h"
 #include "loudness.h"
@@ -65,6 +68,49 @@ int WriteSamples(const SampleBank& bank, const std::vector<Sound>& sounds, std::
   return 0;
 }
 
+// What is heard together, for the table of who is how loud.
+struct Group {
+  const char* name;
+  std::vector<Role> roles;
+};
+
+const std::array<Group, 9>& Groups() {
+  static const std::array<Group, 9> groups = {{{"melody", {Role::melody}},
+                                               {"harmony", {Role::harmony}},
+                                               {"bells", {Role::bells}},
+                                               {"chords", {Role::chords}},
+                                               {"pad", {Role::pad}},
+                                               {"bass", {Role::bass}},
+                                               {"drums", {Role::field, Role::lowDrum, Role::brush}},
+                                               {"metal", {Role::metal}},
+                                               {"pen", {Role::pen, Role::tap, Role::scratch}}}};
+  return groups;
+}
+
+// How loud each group is in each section, as the ear weights it and by its energy alone.
+void PrintBalance(const Score& score, const SampleBank& bank, const std::vector<Sound>& sounds) {
+  std::vector<Sound> stems;
+  for (const Group& group : Groups()) {
+    stems.push_back(Mixdown(score, bank, sounds, [&](const Event& event) {
+      return std::find(group.roles.begin(), group.roles.end(), event.role) != group.roles.end();
+    }));
+  }
+  const auto print = [&](const char* unit, double (*measured)(const Sound&)) {
+    std::printf("%-12s", unit);
+    for (const Group& group : Groups()) std::printf("%9s", group.name);
+    std::printf("\n");
+    for (const Measure& measure : score.measures) {
+      if (measure.inSection != 0) continue;
+      std::printf("%-12s", measure.section.c_str());
+      for (const Sound& stem : stems)
+        std::printf("%9.1f", measured(DuringSection(score, stem, measure.section)));
+      std::printf("\n");
+    }
+  };
+  print("LUFS", ProgrammeLoudness);
+  print("dB", EnergyDb);
+}
+
 // `raw` takes the samples that an encoder is to make into MP3s.
 int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path& raw,
               const fs::path& mixPath) {
@@ -89,8 +135,9 @@ int WriteSong(const fs::path& scorePath, const fs::path& folder, const fs::path&
   }
   if (mixPath.empty()) return 0;
   const Sound mix = Mixdown(*score, bank, sounds);
-  std::printf("%s: %.1f LUFS, true peak %.1f dB\n", scorePath.stem().c_str(), ProgrammeLoudness(mix),
-              TruePeakDb(mix));
+  std::printf("%s: %.1f LUFS, true peak %.1f dB, above 4 kHz %.1f dB, sides %.1f dB\n",
+              scorePath.stem().c_str(), ProgrammeLoudness(mix), TruePeakDb(mix), HighsDb(mix), WidthDb(mix));
+  PrintBalance(score.value(), bank, sounds);
   return WriteWav(mixPath, mix) ? 0 : Fail("cannot write " + mixPath.string());
 }
 
@@ -98,10 +145,11 @@ int Usage() {
   std::fputs(
       "usage: assetmaker --system FOLDER\n"
       "       assetmaker SONG.score FOLDER [--raw FOLDER] [--mix FILE.wav]\n"
-      "Writes _qlmfiles/wav, or songs/SONG from its score, into FOLDER; --mix also writes the song as one "
-      "sound\n"
-      "and tells its loudness. The samples of a song with MP3 sounds go to the folder of --raw, for the "
-      "encoder.\n",
+      "Writes _qlmfiles/wav, or songs/SONG from its score, into FOLDER. The samples of a song with MP3 "
+      "sounds\n"
+      "go to the folder of --raw, for the encoder. --mix also writes the song as one sound and tells how "
+      "loud,\n"
+      "bright and wide it is, and who in it is how loud, -120 being silent.\n",
       stderr);
   return 2;
 }

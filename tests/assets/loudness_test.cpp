@@ -42,5 +42,31 @@ TEST(Loudness, TruePeakLiesBetweenTheSamples) {
   EXPECT_NEAR(TruePeakDb(sound), -6, 0.2);
 }
 
+// Two channels of a sine at -20 dB have half of 0.1 squared each.
+TEST(Loudness, EnergyIsThatOfBothChannels) {
+  EXPECT_NEAR(EnergyDb(Sine(50, -20, 0, 1)), -20, 0.01);
+  EXPECT_NEAR(EnergyDb(Sine(9000, -20, 0, 1)), -20, 0.01);
+  EXPECT_EQ(EnergyDb({}), -120);
+}
+
+// Of two sines that are alike, one on each side of 4 kHz, the higher one has half of the energy.
+TEST(Loudness, HighsAreWhatLiesAboveFourKilohertz) {
+  Sound sound = Sine(1000, -20, 0, 2);
+  EXPECT_LT(HighsDb(sound), -40);
+  Mix(sound, Sine(12000, -20, 0, 2));
+  EXPECT_NEAR(HighsDb(sound), -3.01, 0.1);
+}
+
+// A right channel of a third of the left one: 2/3 to 4/3, half as much. What sounds on one side alone is as
+// strong in the sides as in the middle.
+TEST(Loudness, WidthSetsTheSidesAgainstTheMiddle) {
+  Sound sound = Sine(500, -20, 0, 1);
+  EXPECT_EQ(WidthDb(sound), -120);
+  Scale(sound.right, 1.0 / 3);
+  EXPECT_NEAR(WidthDb(sound), -6.02, 0.01);
+  Scale(sound.right, 0);
+  EXPECT_NEAR(WidthDb(sound), 0, 0.01);
+}
+
 }  // namespace
 }  // namespace assetmaker
