@@ -14,8 +14,9 @@
 namespace assetmaker {
 namespace {
 
-// Noise whose loudness trembles as fibres of the paper pass under what is drawn over them.
-Wave Grain(double seconds, double fibresPerSecond, Noise& noise) {
+// Noise whose loudness trembles as fibres of the paper pass under what is drawn over them, dull above
+// `highest` Hz as paper is.
+Wave Grain(double seconds, double fibresPerSecond, Noise& noise, double highest = 8000) {
   Wave wave(Samples(seconds));
   double level = 1, target = 1;
   const double pace = fibresPerSecond / sampleRate;
@@ -24,7 +25,7 @@ Wave Grain(double seconds, double fibresPerSecond, Noise& noise) {
     level += (target - level) * pace * 4;
     sample = static_cast<float>(noise.Next() * level);
   }
-  Apply(Biquad::LowPass(8000), wave);  // paper does not hiss
+  Apply(Biquad::LowPass(highest), wave);
   return wave;
 }
 
@@ -66,6 +67,21 @@ Sound PenStroke(double seconds, double lift, std::uint32_t seed) {
   Mix(wave, body, 0, 0.5);
   Shape(wave, Swell(seconds, 0.12));
   return InRoom(Pan(wave, 0.15 * lift), 0.12, 0.4);
+}
+
+Sound BroadStroke(double seconds, double lift, std::uint32_t seed) {
+  Sound sound;
+  // The two points of the split nib run side by side.
+  for (const double side : {-1.0, 1.0}) {
+    Noise noise(seed + (side > 0 ? 150 : 100));
+    const auto pitch = [=](double time) {
+      return (5600 + 500 * side) * std::exp2(0.9 * lift * (time / seconds - 0.5));
+    };
+    Wave wave = SweptBand(Grain(seconds, 140, noise, 14000), pitch, 1.6);
+    Shape(wave, Swell(seconds, 0.06));
+    Mix(sound, Pan(wave, 0.5 * side));
+  }
+  return InRoom(sound, 0.12, 0.4);
 }
 
 Sound PageTurn(double seconds) {

@@ -13,6 +13,9 @@ Sound NibTap(std::uint32_t seed = 1);
 // A stroke of the pen over rough paper. `lift` is how its pitch moves: 1 upwards, -1 downwards, 0 not at all.
 Sound PenStroke(double seconds, double lift, std::uint32_t seed = 1);
 
+// A stroke with a broad nib, pressed hard: brighter and rougher, to be heard above a whole band.
+Sound BroadStroke(double seconds, double lift, std::uint32_t seed);
+
 // A page turned over; `seconds` 0.1 is a flick, 0.5 a big sheet.
 Sound PageTurn(double seconds);
 

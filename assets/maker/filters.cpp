@@ -77,4 +77,9 @@ void Shape(Wave& wave, const Curve& level) {
   }
 }
 
+void Shape(Sound& sound, const Curve& level) {
+  Shape(sound.left, level);
+  Shape(sound.right, level);
+}
+
 }  // namespace assetmaker

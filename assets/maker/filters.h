@@ -43,5 +43,6 @@ Wave SweptBand(const Wave& wave, const Curve& frequency, double q);
 
 // The wave times a moving level.
 void Shape(Wave& wave, const Curve& level);
+void Shape(Sound& sound, const Curve& level);
 
 }  // namespace assetmaker

@@ -17,6 +17,9 @@ Sound PluckedBass(Pitch pitch, double seconds);
 // Three horns on one note; `force` 0 is mellow, 1 bright.
 Sound Brass(Pitch pitch, double seconds, double force);
 
+// A small wooden flute, as it is played before a drum.
+Sound Fife(Pitch pitch, double seconds);
+
 // A small string section that swells a little and sinks away again.
 Sound Strings(Pitch pitch, double seconds);
 

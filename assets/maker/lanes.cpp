@@ -1,10 +1,11 @@
-// Tasks are worked off one after the other; each note takes its lane, or the nearest free one.
+// Tasks are worked off one after the other; each note takes its lane, or the nearest free one. Where the
+// music leaves a choice, it falls on the keys that have been played least, so that a chart uses all of them.
 #include "lanes.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int background = 1;
 constexpr int quarter = wholeNote / 4;
+constexpr double spread = 2;  // how many notes more on a key are worth a step away from an even spread
 
 const Measure& MeasureAt(const Score& score, int tick) {
   const auto next = std::find_if(score.measures.begin(), score.measures.end(),
@@ -34,15 +36,53 @@ bool Kept(Keep keep, const Event& event, int tickInMeasure) {
   return false;
 }
 
+// For each row of costs a column, rising from row to row, so that the sum of the costs is least. Where there
+// are more rows than columns, neighbouring rows share one and no column is left out.
+std::vector<std::size_t> CheapestRise(const std::vector<std::vector<double>>& costs) {
+  constexpr double never = std::numeric_limits<double>::infinity();
+  const std::size_t rows = costs.size(), columns = costs.front().size();
+  const bool crowded = rows > columns;
+  std::vector<std::vector<double>> sums(rows,
+                                        std::vector<double>(columns, never));  // of the best way up to here
+  std::vector<std::vector<std::size_t>> before(
+      rows, std::vector<std::size_t>(columns));  // its column one row below
+  for (std::size_t column = 0; column < (crowded ? 1 : columns); ++column) sums[0][column] = costs[0][column];
+  for (std::size_t row = 1; row < rows; ++row) {
+    for (std::size_t column = 0; column < columns; ++column) {
+      const std::size_t first = crowded && column > 0 ? column - 1 : 0;
+      const std::size_t end = crowded ? column + 1 : column;
+      for (std::size_t from = first; from < end; ++from) {
+        const double sum = sums[row - 1][from] + costs[row][column];
+        if (sum >= sums[row][column]) continue;
+        sums[row][column] = sum;
+        before[row][column] = from;
+      }
+    }
+  }
+  const auto least = std::min_element(sums.back().begin(), sums.back().end());
+  std::size_t column = crowded ? columns - 1 : static_cast<std::size_t>(least - sums.back().begin());
+  std::vector<std::size_t> chosen(rows);
+  for (std::size_t row = rows; row-- > 0; column = before[row][column]) chosen[row] = column;
+  return chosen;
+}
+
+// What decides on a key within a phrase, the pitch or the place in the bar, and the key it got.
+using Keys = std::map<int, std::size_t>;
+
 class Layout {
  public:
   explicit Layout(const Score& score) : score_(score), channels_(score.events.size(), background) {}
 
   void Do(const Task& task) {
     const std::vector<std::size_t> notes = NotesOf(task);
-    const std::map<int, std::vector<Pitch>> phrases = PitchesByPhrase(notes);
+    int phrase = -1;
+    Keys keys;
     for (const std::size_t note : notes) {
       const Event& event = score_.events[note];
+      if (PhraseAt(event.tick) != phrase) {
+        phrase = PhraseAt(event.tick);
+        keys = task.fingering == Fingering::contour ? ByContour(notes, phrase, task.hand) : Keys();
+      }
       if (HeldAt(event.tick, task.hand) >= task.most) continue;
       if (task.fingering == Fingering::turntable) {
         Take(note, task.hand.turntable);
@@ -50,11 +90,10 @@ class Layout {
       }
       const std::vector<std::size_t> free = FreeKeys(event.tick, task.hand);
       if (free.empty()) continue;
-      const std::size_t keys = task.hand.keys.size();
       const std::size_t key =
           task.fingering == Fingering::contour
-              ? Nearest(free, ByContour(event, phrases.at(PhraseAt(event.tick)), keys))
-              : Nearest(Roomiest(free, event.tick, task.hand), ByRhythm(event.tick, keys));
+              ? Nearest(free, keys.at(PitchOf(event)))
+              : ByRhythm(Roomiest(free, event.tick, task.hand), event.tick, task.hand, keys);
       Take(note, task.hand.keys[key]);
     }
   }
@@ -70,8 +109,9 @@ class Layout {
       const std::vector<std::string>& places = task.sections;
       const bool here =
           places.empty() || std::find(places.begin(), places.end(), measure.section) != places.end();
-      if (here && event.role == task.role && channels_[i] == background &&
-          Kept(task.keep, event, event.tick - measure.tick)) {
+      // The first bar leads in.
+      if (here && event.tick >= score_.measures.front().length && event.role == task.role &&
+          channels_[i] == background && Kept(task.keep, event, event.tick - measure.tick)) {
         notes.push_back(i);
       }
     }
@@ -84,24 +124,34 @@ class Layout {
     return measure.inSection % 2 == 0 ? measure.tick : MeasureAt(score_, measure.tick - 1).tick;
   }
 
-  std::map<int, std::vector<Pitch>> PitchesByPhrase(const std::vector<std::size_t>& notes) const {
-    std::map<int, std::set<Pitch>> distinct;
-    for (const std::size_t note : notes) {
-      const Event& event = score_.events[note];
-      std::set<Pitch>& phrase = distinct[PhraseAt(event.tick)];
-      if (!event.sample.pitches.empty()) phrase.insert(event.sample.pitches.back());
-    }
-    std::map<int, std::vector<Pitch>> phrases;
-    for (const auto& [tick, pitches] : distinct) phrases[tick] = {pitches.begin(), pitches.end()};
-    return phrases;
+  static Pitch PitchOf(const Event& event) {
+    return event.sample.pitches.empty() ? 0 : event.sample.pitches.back();
   }
 
-  // The key for a note among the pitches of its phrase, these being spread over all keys.
-  static std::size_t ByContour(const Event& event, const std::vector<Pitch>& phrase, std::size_t keys) {
-    if (event.sample.pitches.empty() || phrase.size() < 2) return keys / 2;
-    const auto place = std::find(phrase.begin(), phrase.end(), event.sample.pitches.back()) - phrase.begin();
-    const double share = static_cast<double>(place) / static_cast<double>(phrase.size() - 1);
-    return static_cast<std::size_t>(std::lround(share * static_cast<double>(keys - 1)));
+  // The keys for the pitches of a phrase, rising from left to right: those that have been played least so
+  // far, and of those alike the most evenly spread.
+  Keys ByContour(const std::vector<std::size_t>& notes, int phrase, const Hand& hand) const {
+    std::map<Pitch, int> counts;
+    for (const std::size_t note : notes) {
+      const Event& event = score_.events[note];
+      if (PhraseAt(event.tick) == phrase) ++counts[PitchOf(event)];
+    }
+    const double keys = static_cast<double>(hand.keys.size());
+    const double step = keys / static_cast<double>(counts.size());
+    double even = (step - 1) / 2;  // the key of the pitch in an even spread
+    std::vector<std::vector<double>> costs;
+    for (const auto& [pitch, count] : counts) {
+      std::vector<double>& row = costs.emplace_back();
+      for (double key = 0; key < keys; ++key) {
+        const int played = Played(hand.keys[static_cast<std::size_t>(key)]);
+        row.push_back(count * (played + spread * std::fabs(key - even)));
+      }
+      even += step;
+    }
+    const std::vector<std::size_t> chosen = CheapestRise(costs);
+    Keys result;
+    for (const auto& [pitch, count] : counts) result.emplace(pitch, chosen[result.size()]);
+    return result;
   }
 
   static std::size_t Nearest(const std::vector<std::size_t>& free, std::size_t wanted) {
@@ -112,13 +162,18 @@ class Layout {
                              [&](std::size_t a, std::size_t b) { return distance(a) < distance(b); });
   }
 
-  // The key for a place in the bar: neighbouring sixteenths lie apart, so that both hands have their share.
-  std::size_t ByRhythm(int tick, std::size_t keys) const {
-    constexpr std::array<double, 16> places = {0.0, 0.8,  0.35, 1.0, 0.65, 0.15, 0.5,  0.9,
-                                               0.2, 0.75, 0.4,  1.0, 0.6,  0.1,  0.85, 0.3};
-    const auto step = static_cast<std::size_t>((tick - MeasureAt(score_, tick).tick) / sixteenth);
-    return static_cast<std::size_t>(
-        std::lround(places[step % places.size()] * static_cast<double>(keys - 1)));
+  // The key that the place in the bar has in this phrase; if it has none that is free, the one that rested an
+  // eighth or more and has been played least.
+  std::size_t ByRhythm(const std::vector<std::size_t>& free, int tick, const Hand& hand, Keys& keys) const {
+    const int place = tick - MeasureAt(score_, tick).tick;
+    const auto known = keys.find(place);
+    if (known != keys.end() && std::find(free.begin(), free.end(), known->second) != free.end())
+      return known->second;
+    const auto effort = [&](std::size_t key) {
+      return std::pair(RestedSince(hand.keys[key], tick) < quarter / 2, Played(hand.keys[key]));
+    };
+    return keys[place] = *std::min_element(
+               free.begin(), free.end(), [&](std::size_t a, std::size_t b) { return effort(a) < effort(b); });
   }
 
   // Of the free keys those with at least one key between them and what the hand holds; all of them if there
@@ -127,7 +182,7 @@ class Layout {
     std::vector<std::size_t> roomy;
     for (const std::size_t key : free) {
       const auto heldAt = [&](std::size_t other) {
-        return other < hand.keys.size() && taken_.count({tick, hand.keys[other]}) != 0;
+        return other < hand.keys.size() && Taken(tick, hand.keys[other]);
       };
       if (!heldAt(key + 1) && (key == 0 || !heldAt(key - 1))) roomy.push_back(key);
     }
@@ -137,25 +192,41 @@ class Layout {
   std::vector<std::size_t> FreeKeys(int tick, const Hand& hand) const {
     std::vector<std::size_t> free;
     for (std::size_t key = 0; key < hand.keys.size(); ++key) {
-      if (taken_.count({tick, hand.keys[key]}) == 0) free.push_back(key);
+      if (!Taken(tick, hand.keys[key])) free.push_back(key);
     }
     return free;
   }
 
   int HeldAt(int tick, const Hand& hand) const {
-    int held = static_cast<int>(taken_.count({tick, hand.turntable}));
-    for (const int key : hand.keys) held += static_cast<int>(taken_.count({tick, key}));
-    return held;
+    const auto taken = [=, this](int channel) { return Taken(tick, channel); };
+    return static_cast<int>(std::count_if(hand.keys.begin(), hand.keys.end(), taken)) + taken(hand.turntable);
+  }
+
+  int Played(int channel) const {
+    const auto played = played_.find(channel);
+    return played == played_.end() ? 0 : static_cast<int>(played->second.size());
+  }
+
+  // How long before `tick` the channel was played last, in ticks.
+  int RestedSince(int channel, int tick) const {
+    const auto played = played_.find(channel);
+    if (played == played_.end()) return wholeNote;
+    const auto next = played->second.lower_bound(tick);
+    return next == played->second.begin() ? wholeNote : tick - *std::prev(next);
+  }
+
+  bool Taken(int tick, int channel) const {
+    const auto played = played_.find(channel);
+    return played != played_.end() && played->second.contains(tick);
   }
 
   void Take(std::size_t note, int channel) {
-    if (!taken_.insert({score_.events[note].tick, channel}).second) return;
-    channels_[note] = channel;
+    if (played_[channel].insert(score_.events[note].tick).second) channels_[note] = channel;
   }
 
   const Score& score_;
   std::vector<int> channels_;
-  std::set<std::pair<int, int>> taken_;  // tick and channel
+  std::map<int, std::set<int>> played_;  // by channel, the ticks at which it is played
 };
 
 }  // namespace

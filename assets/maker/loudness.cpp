@@ -4,16 +4,17 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 #include <vector>
 
+#include "dynamics.h"
 #include "filters.h"
 
 namespace assetmaker {
 namespace {
 
-constexpr double window = 0.1;      // seconds
-constexpr double highestPeak = -4;  // dB
-constexpr double silence = -120;    // dB
+constexpr double window = 0.1;    // seconds
+constexpr double silence = -120;  // dB
 
 }  // namespace
 
@@ -35,12 +36,19 @@ double Loudness(const Sound& sound) {
   return loudest > 0 ? 10 * std::log10(loudest / static_cast<double>(length)) : silence;
 }
 
-Sound AtLoudness(Sound sound, double loudness) {
-  const double peak = Peak(sound);
-  if (peak <= 0) return sound;
-  const double wanted = Decibels(loudness - Loudness(sound));
-  Scale(sound, std::min(wanted, Decibels(highestPeak) / peak));
-  return sound;
+Sound AtLoudness(const Sound& sound, double loudness, double peak) {
+  if (Peak(sound) <= 0) return sound;
+  // What the peaks lose, all else has to make up for.
+  constexpr int rounds = 4;
+  Sound result = sound;
+  double gain = 0;  // dB
+  for (int round = 0; round < rounds; ++round) {
+    gain += loudness - Loudness(result);
+    result = sound;
+    Scale(result, Decibels(gain));
+    result = Limited(std::move(result), Decibels(peak));
+  }
+  return result;
 }
 
 namespace {

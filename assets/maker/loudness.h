@@ -9,8 +9,11 @@ namespace assetmaker {
 // highs.
 double Loudness(const Sound& sound);
 
-// The sound at that loudness, or as near below it as a peak of -4 dB allows.
-Sound AtLoudness(Sound sound, double loudness);
+constexpr double highestPeak = -4;  // dB: of any sample
+
+// The sound at that loudness. What would rise above `peak` dB is held down there; a sound that is all peaks
+// comes out as near below the loudness as this allows.
+Sound AtLoudness(const Sound& sound, double loudness, double peak = highestPeak);
 
 // The loudness of a whole piece in LUFS, as broadcasters measure it: 0.4 s at a time, without what is quieter
 // than -70 LUFS or 10 LU below the rest. -120 when nothing is left.

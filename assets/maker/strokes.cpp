@@ -18,6 +18,8 @@ std::optional<Stroke> StrokeNamed(char name, int step) {
     case 'u': return Stroke{Role::pen, Voice::penUp};
     case 'd': return Stroke{Role::pen, Voice::penDown};
     case 'l': return Stroke{Role::pen, Voice::penLong};
+    case 'U': return Stroke{Role::pen, Voice::broadUp};
+    case 'D': return Stroke{Role::pen, Voice::broadDown};
     case 'n': return Stroke{Role::tap, Voice::nibTap};
     case 'i': return Stroke{Role::tap, Voice::inkDrop};
     case 'w': return Stroke{Role::scratch, Voice::swirl};

@@ -13,12 +13,12 @@ namespace assetmaker {
 namespace {
 
 // All sounds of moments share one loudness; what goes on for long stays behind it.
-constexpr double moment = -20;
-constexpr double background = -30;
+constexpr double moment = -16;
+constexpr double background = -26;
 constexpr double audibleFloor = 0.0015;
 
 Sound Finished(Sound sound, double loudness) {
-  sound = AtLoudness(std::move(sound), loudness);
+  sound = AtLoudness(sound, loudness);
   TrimTail(sound, audibleFloor);
   return sound;
 }
@@ -53,9 +53,14 @@ Sound Decide() {
   return sound;
 }
 
+// A hand damps the bell, so that it is silent when the song begins.
 Sound Ready() {
-  Sound sound = Breath(0.55);
-  Mix(sound, Bell(Note("D4"), 2.6), Samples(0.5), 0.8);
+  constexpr double seconds = 1.05;
+  Sound sound = Breath(0.3);
+  Mix(sound, Bell(Note("D4"), seconds), Samples(0.26), 0.8);
+  sound.left.resize(Samples(seconds));
+  sound.right.resize(Samples(seconds));
+  FadeOut(sound, 0.45);
   return sound;
 }
 
@@ -141,7 +146,7 @@ Sound SelectLoop() {
     MixAround(loop, BrushSweep(0.5), Samples(time + 3 * beat), 0.045);
     time += 4 * beat;
   }
-  return AtLoudness(std::move(loop), background);
+  return AtLoudness(loop, background);
 }
 
 }  // namespace

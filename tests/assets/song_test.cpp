@@ -116,6 +116,14 @@ TEST_P(EachChart, DefinesEverySlotThatItsObjectsUse) {
   }
 }
 
+TEST_P(EachChart, BeginsWithABarOfLeadIn) {
+  for (const Cell& cell : chart.cells) {
+    if (IsKey(cell.channel)) {
+      EXPECT_GE(cell.measure, 1);
+    }
+  }
+}
+
 TEST_P(EachChart, HasNoTwoNotesInOnePlace) {
   std::set<std::tuple<int, int, double>> places;
   for (const Cell& cell : chart.cells) {
@@ -159,11 +167,17 @@ TEST(Song, FiveKeyChartKeepsToFiveKeysAndTheTurntable) {
   }
 }
 
-TEST(Song, SevenKeyChartUsesAllOfItsLanes) {
-  const std::set<int> channels = ChannelsOf("march7.bme");
-  for (const int channel : {11, 12, 13, 14, 15, 16, 18, 19})
-    EXPECT_TRUE(channels.contains(channel)) << channel;
-  EXPECT_FALSE(channels.contains(21));
+TEST(Song, SevenKeyChartUsesAllOfItsLanesEvenly) {
+  std::map<int, int> notes;
+  for (const Cell& cell : Chart("march7.bme").cells) {
+    if (IsKey(cell.channel)) ++notes[cell.channel];
+  }
+  ASSERT_EQ(notes.size(), 8u);
+  const double mean = NotesOf("march7.bme") / 8.0;
+  for (const int channel : {11, 12, 13, 14, 15, 16, 18, 19}) {
+    EXPECT_GT(notes[channel], 0.8 * mean) << channel;
+    EXPECT_LT(notes[channel], 1.25 * mean) << channel;
+  }
 }
 
 TEST(Song, DoubleChartIsOneForTwoHands) {
@@ -173,6 +187,30 @@ TEST(Song, DoubleChartIsOneForTwoHands) {
     EXPECT_TRUE(channels.contains(10 + lane)) << lane;
     EXPECT_TRUE(channels.contains(20 + lane)) << lane;
   }
+}
+
+// Notes a second in the fullest eight measures.
+double Density(const ChartText& chart) {
+  std::map<int, int> notes;
+  for (const Cell& cell : chart.cells) {
+    if (IsKey(cell.channel)) ++notes[cell.measure];
+  }
+  const Times times(chart);
+  double fullest = 0;
+  for (int first = 0; first + 7 <= chart.lastMeasure; ++first) {
+    int sum = 0;
+    for (int measure = first; measure < first + 8; ++measure) sum += notes[measure];
+    fullest = std::max(fullest, sum / (times.At(first + 8, 0) - times.At(first, 0)));
+  }
+  return fullest;
+}
+
+// Its finale is fuller than the inkwell's hard chart, which has level 8 too.
+TEST(Song, DoubleChartSaysHowHardItsFinaleIs) {
+  const ChartText level8 = ReadChart(StockSong("inkwell") / "inkwell7h.bme");
+  ASSERT_EQ(level8.commands.at("PLAYLEVEL"), "8");
+  EXPECT_GE(std::stoi(Chart("marchdp.bme").commands.at("PLAYLEVEL")), 8);
+  EXPECT_GT(Density(Chart("marchdp.bme")), Density(level8));
 }
 
 TEST(Song, ChartsGrowHarder) {

@@ -72,6 +72,9 @@ TEST(SystemSounds, TheLoopLastsEightBarsAndMeetsItsBeginning) {
   EXPECT_LE(std::fabs(wav.left.front() - wav.left.back()), largestStep / 4);
 }
 
+// "R E A D Y ?" stands for a second.
+TEST(SystemSounds, ReadyEndsAsTheSongBegins) { EXPECT_LE(SystemSound("ready").left.size(), 1.1 * 44100); }
+
 TEST(SystemSounds, TheCountIsShortEnoughToRattle) {
   const Wav wav = SystemSound("ptscount");
   EXPECT_LT(wav.left.size(), 44100u / 8);
