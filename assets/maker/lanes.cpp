@@ -162,16 +162,17 @@ class Layout {
                              [&](std::size_t a, std::size_t b) { return distance(a) < distance(b); });
   }
 
-  // The key that the place in the bar has in this phrase; if it has none that is free, the one that rested an
-  // eighth or more and has been played least.
+  // The key that the place in the bar has in this phrase, if it is free and rested; else the free one that
+  // rested an eighth or more and has been played least.
   std::size_t ByRhythm(const std::vector<std::size_t>& free, int tick, const Hand& hand, Keys& keys) const {
+    const auto tired = [&](std::size_t key) { return RestedSince(hand.keys[key], tick) < quarter / 2; };
     const int place = tick - MeasureAt(score_, tick).tick;
     const auto known = keys.find(place);
-    if (known != keys.end() && std::find(free.begin(), free.end(), known->second) != free.end())
+    if (known != keys.end() && !tired(known->second) &&
+        std::find(free.begin(), free.end(), known->second) != free.end()) {
       return known->second;
-    const auto effort = [&](std::size_t key) {
-      return std::pair(RestedSince(hand.keys[key], tick) < quarter / 2, Played(hand.keys[key]));
-    };
+    }
+    const auto effort = [&](std::size_t key) { return std::pair(tired(key), Played(hand.keys[key])); };
     return keys[place] = *std::min_element(
                free.begin(), free.end(), [&](std::size_t a, std::size_t b) { return effort(a) < effort(b); });
   }
