@@ -72,7 +72,8 @@ Part PartOf(Voice voice) {
     case Voice::slowBass: return {"slowbass", -4, held, [](Pitch p, double s) { return SlowBass(p, s); }};
     case Voice::pluck: return {"pluck", 0, rings, [](Pitch p, double) { return Pluck(p, 0.8); }, -9};
     case Voice::roundPluck: return {"roundpluck", -5, rings, [](Pitch p, double) { return Pluck(p, 0.1); }};
-    case Voice::highPluck: return {"highpluck", -8.5, rings, [](Pitch p, double) { return Pluck(p, 0.5); }, drumPeak};
+    case Voice::highPluck:
+      return {"highpluck", -8.5, rings, [](Pitch p, double) { return Pluck(p, 0.5); }, drumPeak};
     case Voice::reed: return {"reed", -1.5, held, [](Pitch p, double s) { return Reed(p, 0.9 * s); }};
     case Voice::sawStab: return {"sawstab", -4, held, [](Pitch p, double s) { return SawStab(p, 0.7 * s); }};
     case Voice::sawPad: return {"sawpad", -13, held, [](Pitch p, double s) { return SawPad(p, s); }};
