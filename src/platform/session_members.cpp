@@ -11,6 +11,7 @@ constexpr int32_t kLowestId = 0x10001;
 constexpr int64_t kSignEvery = 200;          // milliseconds between signs of life
 constexpr int64_t kMostSilence = 2000;       // of a link that came in, until it says what it wants
 constexpr int64_t kMostLinking = 5000;       // from a newcomer's announcement until its link is up
+constexpr int64_t kMostSettling = 8000;      // from a death until all have said what they know of it
 constexpr int64_t kKeptForUnknown = 10'000;  // for recipients of whom nobody has told yet
 constexpr size_t kMostKept = 4096;           // messages of one player that somebody does not confirm
 constexpr size_t kMostUnsent = 4096;
@@ -389,8 +390,10 @@ void SessionMembers::Take(LinkId id, const ExpectFrame& expect) {
   const Link& link = links_.at(id);
   const Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
   if (sender == nullptr) return Reject(id, u"it is no member");
-  if (!MayAnnounce(*sender) || expected_.size() >= kMostPlayers) return;
-  expected_[expect.id] = expect.token;
+  if (!MayAnnounce(*sender)) return;
+  // The announcement follows at once: who was not announced until now never will be.
+  std::erase_if(expected_, [this](const auto& each) { return Find(each.first) == nullptr; });
+  if (expected_.size() < kMostPlayers) expected_[expect.id] = expect.token;
 }
 
 void SessionMembers::Take(LinkId id, const LinkFrame& frame) {
@@ -601,8 +604,10 @@ void SessionMembers::MarkGone(int32_t id, std::u16string_view why) {
   if (member == nullptr || member->gone) return;
   Note(u"Player " + Number(id) + u" is gone: " + std::u16string(why));
   member->gone = true;
+  member->since = now_;
   member->unsent.clear();
   past_.insert(id);
+  expected_.erase(id);
   if (member->link != 0) Drop(member->link, LinkTask::Kind::kClose);
   member->link = 0;
   std::erase_if(links_, [&](const auto& each) {
@@ -709,10 +714,25 @@ void SessionMembers::SettleDeaths() {
   ConsiderApplicants();
 }
 
+// Nobody holds up the others by silence about the dead.
+void SessionMembers::GiveUpWhoDoNotSettle() {
+  std::set<int32_t> silent;
+  for (const auto& [id, dead] : members_) {
+    if (!dead.gone || dead.settled || now_ - dead.since <= kMostSettling) continue;
+    for (const auto& [other, member] : members_) {
+      if (!member.gone && !member.saidGone.contains(id)) silent.insert(other);
+    }
+  }
+  for (const int32_t id : silent) MarkGone(id, u"it does not say what it knows of one that is gone");
+}
+
+// What is settled is kept until all have settled it, or should have.
 void SessionMembers::ForgetSettled() {
   std::erase_if(members_, [this](const auto& each) {
     const Member& dead = each.second;
-    return dead.settled && std::all_of(members_.begin(), members_.end(), [&](const auto& other) {
+    if (!dead.settled) return false;
+    return now_ - dead.since > 2 * kMostSettling ||
+           std::all_of(members_.begin(), members_.end(), [&](const auto& other) {
              return other.second.gone || dead.settledBy.contains(other.first);
            });
   });
@@ -754,8 +774,10 @@ void SessionMembers::Tick() {
       unlinked.push_back(member.player.id);
   });
   for (const int32_t id : unlinked) MarkGone(id, u"it did not link with this one");
+  GiveUpWhoDoNotSettle();
   if (now_ - signBegan_ < kSignEvery) return;
   signBegan_ = now_;
+  ForgetSettled();
   AliveFrame alive;
   ForRemaining([&](Member& member) {
     ForgetReceived(member);

@@ -146,9 +146,8 @@ class SessionMembers {
   };
   struct Member {
     PlayerEntry player = {};
-    LinkId link = 0;  // 0 as long as there is none
-    int64_t since = 0;
-    uint64_t token = 0;                    // a newcomer is expected to say
+    LinkId link = 0;                       // 0 as long as there is none
+    int64_t since = 0;                     // it is known; of its end when it is gone
     std::vector<std::string> unsent = {};  // until the link is up
     std::map<uint32_t, Kept> kept;         // its messages that not all have yet
     uint32_t received = 0;                 // the number of its last message that arrived
@@ -210,6 +209,7 @@ class SessionMembers {
   void MarkGone(int32_t id, std::u16string_view why);
   void TellGone(Member& to);
   void SettleDeaths();
+  void GiveUpWhoDoNotSettle();
   void ForgetSettled();
   bool Confirmed(const Member& sender, const Kept& kept, int32_t recipient) const;
   void ForgetReceived(Member& sender);

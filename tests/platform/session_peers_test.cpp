@@ -220,6 +220,44 @@ TEST_F(Peers, AMemberDoesNotPutAnOlderOneOut) {
   EXPECT_EQ(News(), std::vector<std::string>{});
 }
 
+// B lives, and never says that it knows of C's end.
+TEST_F(Peers, WhoIsSilentAboutADeathDoesNotHoldUpTheOthers) {
+  const LinkId b = Enter();
+  const LinkId c = Enter();
+  host.LinkLost(c);
+  for (int64_t now = 0; now <= 8000; now += 1000) {
+    host.SetTime(now);
+    Say(b, AliveFrame{});
+    host.Tick();
+  }
+  EXPECT_EQ(News(), std::vector<std::string>{});
+  host.SetTime(8001);
+  host.Tick();
+  EXPECT_EQ(News(), (std::vector<std::string>{"5", "5"}));
+}
+
+// Newcomers that are expected and never come leave room for the next.
+TEST(Newcomers, AreExpectedHoweverManyDidNotCome) {
+  SessionMembers member([] { return uint64_t{1}; });
+  member.Join({0x7F000001, 1}, u"me");
+  const LinkId toHost = member.TakeTasks().at(0).link;
+  member.LinkMade(toHost);
+  member.Received(toHost, EncodeFrame(SomeWelcome()));
+  for (int32_t i = 0; i < 20; ++i) member.Received(toHost, EncodeFrame(ExpectFrame{kSomeId + i, 7}));
+  const int32_t last = kSomeId + 19;
+  member.Received(toHost, EncodeFrame(ItemFrame{.number = 1,
+                                                .recipients = {member.OwnId()},
+                                                .kind = ItemKind::kNewcomer,
+                                                .newcomer = {last, 9, u"n"}}));
+  const LinkId link = member.LinkCame({0x7F000001, 2});
+  member.TakeTasks();
+  member.Received(link, EncodeFrame(LinkFrame{.session = 1, .id = last, .token = 7}));
+  const std::vector<LinkTask> tasks = member.TakeTasks();
+  ASSERT_FALSE(tasks.empty());
+  EXPECT_EQ(tasks[0].kind, LinkTask::Kind::kSend);
+  EXPECT_TRUE(std::holds_alternative<LinkedFrame>(*DecodeFrame(tasks[0].bytes)));
+}
+
 TEST_F(Peers, WhatIsToldOfALivingPlayerIsNotDelivered) {
   Enter();
   const int32_t idOfB = lastId;
