@@ -265,6 +265,33 @@ TEST_F(Members, ANewcomerOfADeadHostIsKnownToAllOrNone) {
   EXPECT_EQ(net[C].log.back(), "D:here");
 }
 
+// The others are through with the death and have let another in, when B has not heard yet what D knows of it.
+TEST_F(Members, TheNextNewcomerIsHeardOfBehindTheEndOfWhoMadeRoom) {
+  Gather(5);
+  net.Kill(E);
+  net.Pass(3300);
+  const auto deliverButToB = [&] {
+    for (int i = 0; i < 20; ++i) {
+      for (const size_t from : {A, B, C, D, F}) {
+        for (const size_t to : {A, B, C, D, F}) {
+          if (from < net.Size() && to < net.Size() && (from != D || to != B)) net.Deliver(from, to);
+        }
+        net.Receive(A);
+      }
+    }
+  };
+  deliverButToB();
+  ASSERT_EQ(net[A].log, (Log{"-E"}));
+  net.Join(A);
+  deliverButToB();
+  EXPECT_EQ(net[A].log, (Log{"-E", "+F"}));
+  net.Receive(B);
+  EXPECT_EQ(net[B].log, Log{});
+  net.Settle();
+  EXPECT_EQ(net[B].log, (Log{"-E", "+F"}));
+  EXPECT_EQ(net[F].members.GetState(), SessionMembers::State::kIn);
+}
+
 // The older of the two stays, and all agree.
 TEST_F(Members, OfTwoThatDoNotHearEachOtherTheYoungerGoes) {
   Gather(4);

@@ -236,26 +236,46 @@ TEST_F(Peers, WhoIsSilentAboutADeathDoesNotHoldUpTheOthers) {
   EXPECT_EQ(News(), (std::vector<std::string>{"5", "5"}));
 }
 
-// Newcomers that are expected and never come leave room for the next.
-TEST(Newcomers, AreExpectedHoweverManyDidNotCome) {
-  SessionMembers member([] { return uint64_t{1}; });
-  member.Join({0x7F000001, 1}, u"me");
-  const LinkId toHost = member.TakeTasks().at(0).link;
-  member.LinkMade(toHost);
-  member.Received(toHost, EncodeFrame(SomeWelcome()));
-  for (int32_t i = 0; i < 20; ++i) member.Received(toHost, EncodeFrame(ExpectFrame{kSomeId + i, 7}));
-  const int32_t last = kSomeId + 19;
-  member.Received(toHost, EncodeFrame(ItemFrame{.number = 1,
-                                                .recipients = {member.OwnId()},
-                                                .kind = ItemKind::kNewcomer,
-                                                .newcomer = {last, 9, u"n"}}));
-  const LinkId link = member.LinkCame({0x7F000001, 2});
-  member.TakeTasks();
-  member.Received(link, EncodeFrame(LinkFrame{.session = 1, .id = last, .token = 7}));
-  const std::vector<LinkTask> tasks = member.TakeTasks();
-  ASSERT_FALSE(tasks.empty());
-  EXPECT_EQ(tasks[0].kind, LinkTask::Kind::kSend);
-  EXPECT_TRUE(std::holds_alternative<LinkedFrame>(*DecodeFrame(tasks[0].bytes)));
+// A member whose host is the test.
+class Newcomers : public testing::Test {
+ protected:
+  Newcomers() {
+    member.Join({0x7F000001, 1}, u"me");
+    toHost = member.TakeTasks().at(0).link;
+    member.LinkMade(toHost);
+    HostSays(SomeWelcome());
+  }
+  void HostSays(const Frame& frame) { member.Received(toHost, EncodeFrame(frame)); }
+  void HostAnnounces(int32_t id) {
+    HostSays(ItemFrame{
+        .number = 1, .recipients = {member.OwnId()}, .kind = ItemKind::kNewcomer, .newcomer = {id, 9, u"n"}});
+  }
+  // Whether one that says it is `id` is taken for it.
+  bool IsTaken(int32_t id, uint64_t token) {
+    const LinkId link = member.LinkCame({0x7F000001, 2});
+    member.TakeTasks();
+    member.Received(link, EncodeFrame(LinkFrame{.session = 1, .id = id, .token = token}));
+    const std::vector<LinkTask> tasks = member.TakeTasks();
+    return !tasks.empty() && tasks[0].kind == LinkTask::Kind::kSend &&
+           std::holds_alternative<LinkedFrame>(*DecodeFrame(tasks[0].bytes));
+  }
+
+  SessionMembers member{[] { return uint64_t{1}; }};
+  LinkId toHost = 0;
+};
+
+TEST_F(Newcomers, ProveThemselvesByWhatTheHostTold) {
+  HostSays(ExpectFrame{kSomeId, 7});
+  HostAnnounces(kSomeId);
+  EXPECT_FALSE(IsTaken(kSomeId, 8));
+  EXPECT_TRUE(IsTaken(kSomeId, 7));
+  EXPECT_FALSE(IsTaken(kSomeId, 7)) << "it is here already";
+}
+
+TEST_F(Newcomers, AreExpectedHoweverManyDidNotCome) {
+  for (int32_t i = 0; i < 20; ++i) HostSays(ExpectFrame{kSomeId + i, 7});
+  HostAnnounces(kSomeId + 19);
+  EXPECT_TRUE(IsTaken(kSomeId + 19, 7));
 }
 
 TEST_F(Peers, WhatIsToldOfALivingPlayerIsNotDelivered) {
