@@ -53,8 +53,8 @@ std::vector<FoundSession> FindSessions(uint16_t port, int milliseconds);
 void SearchOnlyThisMachine(bool only);
 
 // Joins the session at HOST or HOST:PORT (`port` where none is given). The own port is `port`, or any free
-// one when that is taken or 0. Waits until the host's game has received the news and every player is
-// connected, ten seconds at most; false when that fails: then nothing of it stays, and a note says why.
+// one when that is taken or 0. Waits until the host's game has received the news, ten seconds at most, and
+// then until every player is connected; false when that fails: then nothing of it stays, and a note says why.
 bool JoinSession(std::string_view address, uint16_t port, std::u16string_view playerName);
 
 // Takes leave of the others; they learn it at once. Waits until they have heard it, but no more than a

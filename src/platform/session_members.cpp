@@ -10,7 +10,8 @@ namespace {
 constexpr int32_t kLowestId = 0x10001;
 constexpr int64_t kSignEvery = 200;          // milliseconds between signs of life
 constexpr int64_t kMostSilence = 2000;       // of a link that came in, until it says what it wants
-constexpr int64_t kMostLinking = 5000;       // from a newcomer's announcement until its link is up
+constexpr int64_t kMostCalling = 4000;       // a call that is lost is repeated after 0.5, 1.5 and 3.5 seconds
+constexpr int64_t kMostLinking = 6000;       // from a newcomer's announcement until its link is up
 constexpr int64_t kMostSettling = 8000;      // from a death until all have said what they know of it
 constexpr int64_t kKeptForUnknown = 10'000;  // for recipients of whom nobody has told yet
 constexpr size_t kMostKept = 4096;           // messages of one player that somebody does not confirm
@@ -512,10 +513,6 @@ void SessionMembers::NewcomerAnnounced(int32_t origin, const PlayerEntry& newcom
     return;
   }
   Member& member = AddMember(newcomer);
-  // Who came after the host settled a death has nothing to settle.
-  for (auto& [id, dead] : members_) {
-    if (dead.gone && dead.settledBy.contains(origin)) dead.settledBy.insert(newcomer.id);
-  }
   TellGone(member);
   std::vector<LinkId> unproven;
   for (const auto& [id, link] : links_) {
@@ -754,13 +751,15 @@ void SessionMembers::Tick() {
       case Phase::kUnproven:
         if (late(link.since, kMostLinking)) Reject(id, u"nobody announced it");
         break;
-      case Phase::kApplicant:
       case Phase::kCalling:
-      case Phase::kAsking:
+        if (late(link.since, kMostCalling)) Reject(id, u"it does not answer");
+        break;
       case Phase::kProving:
-        if (silent && link.phase != Phase::kProving) Reject(id, u"it does not answer");
-        if (link.phase == Phase::kProving && late(link.since, kMostLinking))
-          Reject(id, u"it does not answer");
+        if (late(link.since, kMostLinking)) Reject(id, u"it does not answer");
+        break;
+      case Phase::kApplicant:
+      case Phase::kAsking:
+        if (silent) Reject(id, u"it does not answer");
         break;
       case Phase::kUp:
         if (silent) MarkGone(link.member, u"nothing was heard of it for three seconds");

@@ -19,7 +19,8 @@ namespace {
 constexpr size_t kMostPeers = 16;  // four members, and strangers
 constexpr size_t kChannels = 2;    // what is guaranteed, and signs of life
 constexpr size_t kMostWaiting = size_t{1} << 20;
-constexpr int64_t kMostHalfOpen = 2000;  // milliseconds for a stranger to show that its address is true
+constexpr uint32_t kMostFinishing = 2000;  // milliseconds for one that is dismissed to say that it knows
+constexpr int64_t kMostHalfOpen = 2000;    // milliseconds for a stranger to show that its address is true
 
 SessionAddress FromEnet(const ENetAddress& address) {
   return {ENET_NET_TO_HOST_32(address.host), address.port};
@@ -158,6 +159,7 @@ void SessionSockets::Inside::Do(const LinkTask& task) {
     case LinkTask::Kind::kSendLoosely: Send(task.link, task.bytes, false); break;
     case LinkTask::Kind::kFinish:
       enet_peer_disconnect_later(found->second, 0);
+      enet_peer_timeout(found->second, 0, kMostFinishing, kMostFinishing);
       if (found->second->state != ENET_PEER_STATE_DISCONNECTED) break;
       found->second->data = nullptr;  // it was never made
       peers.erase(found);

@@ -197,7 +197,7 @@ TEST_F(Peers, OnlyTheHostAnnouncesNewcomers) {
   EXPECT_EQ(News(), std::vector<std::string>{});
   const LinkId other = Come();
   Say(other, LinkFrame{.session = 1, .id = kSomeId, .token = 1});
-  host.SetTime(5001);
+  host.SetTime(6001);
   host.Tick();
   EXPECT_TRUE(Closed(other));
 }

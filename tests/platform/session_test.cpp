@@ -1,7 +1,12 @@
 // Whole sessions over 127.0.0.1: several ends in one program, each with its thread and its port.
 #include "platform/session.h"
 
+#include <arpa/inet.h>
+#include <enet/enet.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -11,6 +16,7 @@
 #include <iterator>
 #include <map>
 #include <memory>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
@@ -264,7 +270,7 @@ TEST_F(Sessions, AHostThatDoesNotReceiveLetsNobodyIn) {
   EXPECT_NE(joined, nullptr);
 }
 
-TEST_F(Sessions, WithoutAHostJoiningFailsInThreeSeconds) {
+TEST_F(Sessions, WithoutAHostJoiningFailsInFourSeconds) {
   const auto begin = std::chrono::steady_clock::now();
   uint16_t port = 0;
   {
@@ -273,8 +279,8 @@ TEST_F(Sessions, WithoutAHostJoiningFailsInThreeSeconds) {
   }
   EXPECT_EQ(SessionService::Join({kThisMachine, port}, 0, u"B", notes), nullptr);
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-  EXPECT_GT(seconds, 2.9);
-  EXPECT_LT(seconds, 4);
+  EXPECT_GT(seconds, 3.9);
+  EXPECT_LT(seconds, 5);
   EXPECT_EQ(notes.back(), u"Could not join: it does not answer");
 }
 
@@ -322,6 +328,62 @@ TEST_F(Sessions, FiveExchangeThousandsOfMessagesOverABadNetwork) {
   }
   EXPECT_GT(relay->Lost(), 100);
   EXPECT_GT(relay->Overtaken(), 100);
+}
+
+// A socket of a stranger's.
+class Stranger {
+ public:
+  Stranger() : number_(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {}
+  ~Stranger() { close(number_); }
+  Stranger(const Stranger&) = delete;
+  Stranger& operator=(const Stranger&) = delete;
+  void Send(uint16_t port, const std::string& bytes) const {
+    sockaddr_in to = {};
+    to.sin_family = AF_INET;
+    to.sin_addr.s_addr = htonl(kThisMachine);
+    to.sin_port = htons(port);
+    sendto(number_, bytes.data(), bytes.size(), 0, reinterpret_cast<const sockaddr*>(&to), sizeof to);
+  }
+
+ private:
+  int number_;
+};
+
+TEST_F(Sessions, DatagramsOfAnyBytesDisturbNobody) {
+  Gather(2);
+  const Stranger stranger;
+  std::mt19937 random(5);
+  for (int i = 0; i < 5000; ++i) {
+    std::string bytes(random() % 200, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    if (i % 2 == 0 && bytes.size() > 2)
+      bytes[0] = static_cast<char>(0x8F), bytes[1] = static_cast<char>(0xFF);  // a call
+    stranger.Send(machines[static_cast<size_t>(i % 4 / 2)]->service->Port(), bytes);
+  }
+  machines[0]->service->Send(0, "still here", 0);
+  machines[1]->service->Send(0, "still here", 0);
+  EXPECT_TRUE(PollUntil([&] { return Messages(*machines[0]) == 1 && Messages(*machines[1]) == 1; }));
+  Enter();
+  EXPECT_NE(machines[2]->service, nullptr);
+}
+
+// Sixteen call and never say a word more: they take all places for a while, and then one that means it comes
+// in.
+TEST_F(Sessions, WhoCallsAndFallsSilentKeepsNobodyOutForLong) {
+  Gather(1);
+  std::vector<ENetHost*> callers;
+  for (int i = 0; i < 16; ++i) {
+    ENetHost* const caller = enet_host_create(nullptr, 1, 2, 0, 0);
+    caller->checksum = enet_crc32;
+    ENetAddress to = {ENET_HOST_TO_NET_32(kThisMachine), machines[0]->service->Port()};
+    enet_host_connect(caller, &to, 2, 0);
+    enet_host_flush(caller);  // and never again
+    callers.push_back(caller);
+  }
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  Enter();
+  EXPECT_NE(machines[1]->service, nullptr);
+  for (ENetHost* const caller : callers) enet_host_destroy(caller);
 }
 
 class OneSession : public testing::Test {
