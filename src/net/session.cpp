@@ -47,7 +47,7 @@ void PlayerCreated(int32_t id) {
   if (network.NetHost) NetWelcome(id);
 }
 
-// The host has gone before it could welcome this machine.
+// The host has gone before it could welcome this machine, or the player does not wait for it.
 void BeginUnwelcomed() {
   JoinMissingPlayers();
   network.awaitsInit = false;
@@ -104,6 +104,8 @@ bool StartBattle() {
     NetSendInit(true, 0);
   } else if (platform::SessionPlayers().size() < 2) {
     network.NetActive = false;
+  } else if (network.awaitsInit) {
+    BeginUnwelcomed();
   }
   return network.NetActive;
 }

@@ -41,6 +41,18 @@ TEST_F(SessionTest, WhoJoinsWaitsForTheHostsWord) {
   EXPECT_TRUE(StartBattle());
 }
 
+TEST_F(SessionTest, WhoStartsBeforeTheHostsWordKnowsThePlayersAllTheSame) {
+  JoinBattle("there");
+  StartBattle();
+  EXPECT_EQ(network.NetUserCount, 2);
+  EXPECT_EQ(User(0).name, u"Host");
+  GameState = kStateLists;
+  MessageWriter init(MessageType::kInit);
+  init.Byte(2).Long(kFirst).String(u"Host").Long(kSecond).String(u"Me").Long(3);
+  Say(kFirst, init);
+  EXPECT_EQ(GameState, kStateLists) << "the game has begun";
+}
+
 TEST_F(SessionTest, WithoutAnAddressTheFirstSessionFoundIsJoined) {
   EXPECT_FALSE(JoinBattle(""));
   session.found = {{"one:1", u"", 1}, {"two:2", u"", 1}};
