@@ -3,17 +3,18 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <string_view>
 
 #include "base/cursor.h"
 #include "base/log.h"
-#include "graphics/display.h"
 #include "net/messages.h"
 #include "net/session.h"
 #include "play_screen/net_status.h"
 #include "state/network.h"
 #include "state/reset.h"
 #include "state/session.h"
+#include "state/surfaces.h"
 #include "tests/net/scripted_session.h"
 
 namespace qlm {
@@ -73,8 +74,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Take(input);
     CheckTable();
   }
-  InitDD(DisplayOutput::kUnseen);
-  CreateSurfaces();
+  static const platform::SurfacePtr screen = std::make_shared<platform::Surface>(640, 480);
+  DDBack = screen;
   GameState = kStateResults;
   DrawNetStatus();
   LeaveBattle();

@@ -18,7 +18,7 @@ class BattleCommandTest : public ProbeTest {
     Strings lines = {"#PLAYER 1", "#GENRE STUDY", "#TITLE short", "#ARTIST us", "#BPM 240", "#RANK 3"};
     for (const std::string measure : {"000", "001"}) {
       for (const std::string lane : {"11", "12", "13"})
-        lines.push_back("#" + measure + lane + ":0101010100000000");
+        lines.push_back(std::string("#").append(measure).append(lane).append(":0101010100000000"));
     }
     Chart("a.bms", lines);
   }
