@@ -8,14 +8,17 @@
 #include "base/hooks.h"
 #include "files/key_table.h"
 #include "input/input.h"
+#include "library/song_list.h"
 #include "platform/clock.h"
 #include "state/keys.h"
+#include "state/lists.h"
 #include "state/message.h"
 #include "state/options.h"
 #include "state/records.h"
 #include "state/reset.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_select.h"
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
 #include "tests/support/virtual_stick.h"
@@ -292,6 +295,69 @@ TEST_F(MainFormTest, AControllerThatIsUnpluggedLetsItsLanesGo) {
   EXPECT_FALSE(LaneDown[1]);
   EXPECT_EQ(LaneBeam[1], 0);
   EXPECT_FALSE(KeyHeld[260]);
+  ReleaseDI();
+}
+
+TEST_F(MainFormTest, AControllerAloneWorksTheLists) {
+  ConnectHooks();
+  hooks.closeRequested = [] { closed = true; };
+  InitDI_Joystick();
+  if (JoyCount > 0) GTEST_SKIP() << "there are controllers plugged into this machine";
+  for (const TextView title : {u"a", u"b", u"c", u"d"}) {
+    AddSong(WriteText(Join(title, u".bms"), u"\r\n#TITLE x\r\n"));
+  }
+  GameState = kStateSongSelect;
+  // Buttons of the first: the menu meanings. Of the second: its lanes.
+  for (int16_t code = 1; code <= 8; ++code) KeyMap[260 + code] = code;
+  for (int16_t code = 21; code <= 29; ++code) KeyMap[300 + code - 21] = code;
+  VirtualStick first;
+  VirtualStick second;
+  const auto press = [](VirtualStick& stick, int32_t button) {
+    for (const bool down : {true, false}) {
+      stick.Button(button, down);
+      ReadJoysticks();
+    }
+  };
+
+  press(first, 4);
+  EXPECT_EQ(listCursor, 3) << "up, round to the last row";
+  press(first, 5);
+  press(first, 7);
+  EXPECT_EQ(listCursor, 1) << "down, and what is called right";
+  press(second, 5);
+  EXPECT_EQ(listCursor, 0) << "the turntable, up";
+  press(second, 6);
+  EXPECT_EQ(listCursor, 1) << "and down";
+  EXPECT_EQ(songSelect.repeatKey, 0);
+
+  const auto holdStar = [&](bool down) {
+    first.Button(8, down);
+    ReadJoysticks();
+  };
+  holdStar(true);
+  press(second, 0);
+  EXPECT_TRUE(Hidden) << "F1";
+  press(second, 4);
+  EXPECT_TRUE(Accel) << "F3";
+  HiSpeed = 1;
+  press(second, 6);
+  EXPECT_EQ(HiSpeed, 1.25F);
+  EXPECT_EQ(listCursor, 1);
+  press(second, 1);
+  EXPECT_EQ(GameState, kStateAutoLanes);
+  holdStar(false);
+  press(second, 0);
+  EXPECT_TRUE(AutoLane[10]);
+  press(first, 1);
+  EXPECT_EQ(GameState, kStateSongSelect) << "Esc leads back";
+  EXPECT_FALSE(closed);
+
+  press(first, 2);
+  EXPECT_EQ(GameState, kStateCourses) << "Tab";
+  press(second, 7);
+  EXPECT_EQ(GameState, kStateLists) << "Tab once more";
+  press(first, 1);
+  EXPECT_TRUE(closed);
   ReleaseDI();
 }
 
