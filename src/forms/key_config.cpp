@@ -87,7 +87,7 @@ KeyConfig* frmKeyCnf = nullptr;
 // As a player calls it.
 QString NameOf(int32_t function) {
   const auto tr = [](const char* text) { return QCoreApplication::translate("KeyConfig", text); };
-  if (function == 0) return tr("機能なし");
+  if (!IsFunction(function)) return tr("機能なし");
   QString name = ToQt(FunctionItem(function));
   if (function == 7) return name + QStringLiteral(u" (↓)");
   if (function < kFirstLaneFunction) return name;
@@ -103,7 +103,6 @@ KeyConfig::KeyConfig(QWidget* parent) : QDialog(parent) {
   work_.workTable = KeyMap;
   MakeControls();
   RefreshList();
-  SelectFunction(work_.currentFn);
   // All rows show, where the screen has room for them.
   const int rows = lstKeyList_->sizeHintForRow(0) * lstKeyList_->count() + 2 * lstKeyList_->frameWidth();
   lstKeyList_->setMinimumHeight(
@@ -277,7 +276,6 @@ void KeyConfig::KeyCapture(int32_t code) {
   picKeyDown_->setFocus();
   TakeInput(work_, code);
   RefreshList();
-  SelectFunction(work_.currentFn);
 }
 
 void KeyConfig::Timer1() {
@@ -307,6 +305,7 @@ void KeyConfig::RefreshList() {
   lstKeyList_->clear();
   for (const int16_t function : ListedFunctions())
     lstKeyList_->addItem(ToQt(FunctionRow(work_.workTable, function)));
+  SelectFunction(work_.currentFn);
   ShowHeld();
 }
 
@@ -350,13 +349,11 @@ void KeyConfig::cmdOK() {
 void KeyConfig::cmdDefault() {
   work_.workTable = DefaultKeyTable();
   RefreshList();
-  SelectFunction(work_.currentFn);
 }
 
 void KeyConfig::cmdClear() {
   work_.workTable.Clear();
   RefreshList();
-  SelectFunction(work_.currentFn);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 // Steps with their jumps, and rows of the list.
 #include "forms/key_functions.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 
 #include "state/key_numbers.h"
 
@@ -18,10 +20,13 @@ constexpr std::array<TextView, 8> kMenuNames = {u"ESC", u"TAB", u"Enter", u"↑"
 
 std::span<const int16_t> ListedFunctions() { return kListed; }
 
+bool IsFunction(int32_t number) {
+  return std::find(std::begin(kListed), std::end(kListed), number) != std::end(kListed);
+}
+
 Text FunctionItem(int32_t function) {
-  const TextView name =
-      function < kFirstLaneFunction ? kMenuNames.at(static_cast<size_t>(function - 1)) : TextView();
-  return Join(Padded(function, 2), name);
+  const bool isMenu = function >= 1 && function <= static_cast<int32_t>(kMenuNames.size());
+  return Join(Padded(function, 2), isMenu ? kMenuNames.at(static_cast<size_t>(function - 1)) : TextView());
 }
 
 Text FunctionRow(const KeyTable& table, int32_t function) {

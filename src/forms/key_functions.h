@@ -20,6 +20,8 @@ struct KeyWork {
 
 // The functions in the order of the list: lanes first, those of menus behind them.
 std::span<const int16_t> ListedFunctions();
+// Files hold any number.
+bool IsFunction(int32_t number);
 // Its name in the list.
 Text FunctionItem(int32_t function);
 // Its row in the list: the name, a tab, and in brackets each input code that has it, in ascending order.

@@ -669,6 +669,25 @@ TEST_F(KeyConfigSticks, WhatIsHeldAtTheOpeningWasNotPressedForIt) {
   });
 }
 
+TEST_F(KeyConfigSticks, NumbersThatAreNoFunctionDoNothing) {
+  VirtualStick stick;
+  KeyMap.Clear();
+  constexpr int16_t kNone[] = {9, 10, 20, 30, -1, 32767, -32768};
+  int32_t button = 0;
+  for (const int16_t function : kNone) {
+    KeyMap[260 + button] = function;
+    stick.Button(button++, true);
+  }
+  SaveKeyTable();
+  Open([](const Form& form) {
+    for (const int16_t function : ListedFunctions())
+      EXPECT_EQ(form.InputsOf(Utf8(FunctionItem(function))), "");
+    EXPECT_TRUE(form.HeldLine().starts_with("キー番号 260 → 機能なし   キー番号 261 → 機能なし   "));
+    form.Click("cmdOK");
+  });
+  for (button = 0; button < 7; ++button) EXPECT_EQ(KeyMap[260 + button], kNone[button]);
+}
+
 TEST_F(KeyConfigSticks, OneThatIsUnpluggedLetsItsButtonsGo) {
   auto stick = std::make_unique<VirtualStick>();
   Open([&](const Form& form) {
