@@ -57,6 +57,12 @@ class Page : public QScrollArea {
   QSize sizeHint() const override { return widget()->sizeHint(); }
 };
 
+// What stands before the menu would hold up the others of a battle.
+void CloseDialogs() {
+  QWidget* dialog = QApplication::activeModalWidget();
+  while (dialog != nullptr && dialog->close()) dialog = QApplication::activeModalWidget();
+}
+
 }  // namespace
 
 MenuWindow::MenuWindow() {
@@ -192,10 +198,11 @@ void MenuWindow::Pump() {
     return;
   }
   DoEvents();
-  if (!awaitsHost_) return;
+  if (!awaitsHost_ || closed_) return;
   ShowNetwork();
   if (network.awaitsInit) return;
   awaitsHost_ = false;
+  CloseDialogs();
   Start();
 }
 

@@ -405,5 +405,16 @@ TEST_F(MenuNetworkTest, GameOfAClientStartsWhenTheHostSaysSo) {
   EXPECT_EQ(network.NetUserCount, 2);
 }
 
+TEST_F(MenuNetworkTest, DialogBeforeTheMenuDoesNotHoldUpTheOthers) {
+  const std::string address = HostElsewhere();
+  Open();
+  Type("txtAddress", address);
+  Press("cmdConnect");
+  // Returns when the dialog is closed.
+  Press("cmdKeyCfg");
+  EXPECT_TRUE(menu->StartsGame());
+  EXPECT_FALSE(menu->isVisible());
+}
+
 }  // namespace
 }  // namespace qlm
