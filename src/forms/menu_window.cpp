@@ -251,6 +251,7 @@ void MenuWindow::Connect() {
 void MenuWindow::StartSession() {
   if (!networkAsked_ || StartBattle()) return;
   network.NetActive = network.NetHost = false;
+  // Quirk: the word is spelled so.
   ShowBox(platform::BoxIcon::kInformation, u"quillmarch", u"No connections aviliable. standalone mode.");
 }
 
