@@ -42,7 +42,8 @@ constexpr const char* kFooter =
 Keys of the lanes, by their place on a US keyboard:
   first side     left Shift or Space for the turntable, Z S X D C F V
   second side    L for the turntable, N J M K , . and Enter or right Shift
-  Controllers and other keys: qlmprobe keys _qlmfiles/qlm_keycnf.dat --set INPUT=CODE
+  Controllers and other keys: by the startup menu, or where there is no display by
+  qlmprobe keys _qlmfiles/qlm_keycnf.dat --set INPUT=CODE
 
 Keys in a play:
   Esc, held for half a second   ends the play
@@ -64,6 +65,7 @@ Files, all in the folder _qlmfiles beside the program:
   qlm_conf.ini   settings, written when the program ends; Windowed=True together with
                  DirectBlt=True gives a window in place of the full screen
   qlm_keycnf.dat keys, written likewise
+  qlm_searchdir.txt  folders of charts, one a line, as the startup menu keeps them
   debug.txt      the log of the last run: look here when a sound or a picture is missing
 
 To begin with:
