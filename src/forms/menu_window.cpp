@@ -256,6 +256,8 @@ void MenuWindow::StartSession() {
 }
 
 void MenuWindow::ShowScanned(TextView caption) {
+  if (library.scanRunning && captionShown_.isValid() && !captionShown_.hasExpired(kPumpInterval)) return;
+  captionShown_.start();
   setWindowTitle(ToQt(caption));
   progress_->setRange(0, std::max(library.foundCount, 1));
   progress_->setValue(lastSong + 1);

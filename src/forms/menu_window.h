@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QPushButton>
 
 #include "base/hooks.h"
@@ -55,12 +56,14 @@ class MenuWindow : public QDialog {
   // Searches for charts with all controls disabled, and shows how far it is. False when there is nothing to
   // play.
   bool Search();
+  // Each chart and folder has a caption; during a search no more are shown than can be read.
   void ShowScanned(TextView caption);
   // Lets events run: the network's timer, and a request to end the program.
   void Pump();
 
   Controls controls_;
   Hooks gameHooks_;
+  QElapsedTimer captionShown_;
   SearchPanel* search_ = nullptr;
   QTabWidget* tabs_ = nullptr;
   QWidget* content_ = nullptr;

@@ -225,6 +225,13 @@ TEST_F(SearchPanelTest, SearchMakesTheJukeboxesAndTellsItsProgressInTheCaption) 
   captions.clear();
   QObject::connect(menu.get(), &QWidget::windowTitleChanged,
                    [](const QString& title) { captions.push_back(title.toStdString()); });
+  // A search so slow that each caption can be read.
+  static void (*shows)(TextView);
+  shows = hooks.setCaption;
+  hooks.setCaption = [](TextView caption) {
+    QTest::qSleep(51);
+    shows(caption);
+  };
   Press("cmdSStart");
   EXPECT_TRUE(FileExists(DataPath(u"jukelist\\one.qbl")));
   EXPECT_FALSE(FileExists(DataPath(u"jukelist\\two.qbl")));
