@@ -30,13 +30,6 @@ Colour Between(Colour from, Colour to, int32_t part) {
   return Rgb(channel(16), channel(8), channel(0));
 }
 
-void DrawDesk() {
-  for (int32_t y = 0; y < kScreen.Height(); ++y) {
-    DDBack->Fill({0, y, kScreen.Width(), y + 1},
-                 Between(kDeskAbove, kDeskBelow, y * 1000 / (kScreen.Height() - 1)));
-  }
-}
-
 // How a boot line looks at an age: written it is bright and slides into its place, and once settled it
 // breathes.
 struct LineLook {
@@ -93,6 +86,13 @@ void ShowScan(TextView text) {
   if (goesOn && platform::Elapsed(platform::Now(), drawn) < kBetweenFrames) return;
   drawn = platform::Now();
   DrawBootScreen();
+}
+
+void DrawDesk() {
+  for (int32_t y = 0; y < kScreen.Height(); ++y) {
+    DDBack->Fill({0, y, kScreen.Width(), y + 1},
+                 Between(kDeskAbove, kDeskBelow, y * 1000 / (kScreen.Height() - 1)));
+  }
 }
 
 void DrawBootScreen() {

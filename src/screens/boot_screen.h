@@ -9,6 +9,8 @@ namespace qlm {
 void PrintBoot(TextView text, bool newLine = true);
 // How far the search for charts has come: a line of the list, drawn now and then.
 void ShowScan(TextView text);
+// The desk at night, over the whole screen. Needs the back surface.
+void DrawDesk();
 // Draws the list and presents the frame.
 void DrawBootScreen();
 

@@ -1,4 +1,4 @@
-// The loading screen: what was on the screen falls in tiles before the title picture.
+// The loading screen: what was on the screen falls in tiles before the title picture, or before the dim desk.
 #include "screens/loading_screen.h"
 
 #include "base/text.h"
@@ -6,6 +6,7 @@
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"
+#include "screens/boot_screen.h"
 #include "state/chart.h"
 #include "state/courses.h"
 #include "state/surfaces.h"
@@ -32,7 +33,11 @@ void DrawCourseLoading() {
 
 void Loading() {
   if (DDBack) {
-    DrawTitle();
+    if (DDStage) {
+      DrawTitle();
+    } else {
+      DrawDesk();
+    }
     DrawFadeTiles(30);
     if (CourseMode) DrawCourseLoading();
   }

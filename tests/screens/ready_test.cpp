@@ -1,5 +1,7 @@
 // Tests of the load behind the loading screen.
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "base/hooks.h"
 #include "base/paths.h"
@@ -125,6 +127,17 @@ TEST_F(LoadingTest, TitlePictureLiesUnderTheTilesAndStaysOverTheLoad) {
   ASSERT_EQ(shown.size(), 52U);
   EXPECT_EQ(shown[0], 0x0000FFU);
   for (size_t frame = 30; frame < shown.size(); ++frame) EXPECT_EQ(shown[frame], 0x00FF00U) << frame;
+}
+
+TEST_F(LoadingTest, WithoutATitlePictureTheDeskLiesUnderTheTiles) {
+  DDPrimary = Solid(640, 480, 0);
+  DDSnapshot->Fill(FullRect, 0x0000FF);
+  std::vector<std::pair<Colour, Colour>> shown;
+  RunFrames(10, [&](int32_t) { shown.emplace_back(DDBack->Pixel(320, 0), DDBack->Pixel(320, 479)); });
+  ReadyBMS(chart_);
+  ASSERT_EQ(shown.size(), 52U);
+  EXPECT_EQ(shown.front(), std::pair(0x0000FFU, 0x0000FFU));
+  EXPECT_EQ(shown.back(), std::pair(0x0B1020U, 0x131A2EU));
 }
 
 TEST_F(LoadingTest, TitlePictureOfTheLastChartGoesWhereThisOneHasNone) {
