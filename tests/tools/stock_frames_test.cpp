@@ -186,6 +186,14 @@ TEST_F(StockFramesTest, ExRandom) {
 }
 TEST_F(StockFramesTest, Pressure) { ExpectOptions("pressure", {"--set", "Pressure=True"}); }
 
+// The turntable and one key of each kind, long before the first note.
+TEST_F(StockFramesTest, HeldKeysAreSeenPressed) {
+  std::string events;
+  for (const int32_t channel : {16, 11, 12}) events += "200 down " + std::to_string(KeyOf(channel)) + "\n";
+  WriteData(u"held.txt", events);
+  Expect("inkwell-held", Steps(), 500, {"--events", At("held.txt")}, {0, 180, 192, 480});
+}
+
 TEST_F(StockFramesTest, TheHazardGauge) {
   std::vector<std::string> options = Hands(20, 0);
   options.push_back("--hazard");
