@@ -36,19 +36,12 @@ double Loudness(const Sound& sound) {
   return loudest > 0 ? 10 * std::log10(loudest / static_cast<double>(length)) : silence;
 }
 
-Sound AtLoudness(const Sound& sound, double loudness, double peak) {
-  if (Peak(sound) <= 0) return sound;
-  // What the peaks lose, all else has to make up for.
-  constexpr int rounds = 4;
-  Sound result = sound;
-  double gain = 0;  // dB
-  for (int round = 0; round < rounds; ++round) {
-    gain += loudness - Loudness(result);
-    result = sound;
-    Scale(result, Decibels(gain));
-    result = Limited(std::move(result), Decibels(peak));
-  }
-  return result;
+Sound AtLoudness(Sound sound, double loudness, double peak) {
+  constexpr double mostHeld = 4;  // dB
+  const double height = 20 * std::log10(Peak(sound));
+  if (!std::isfinite(height)) return sound;
+  Scale(sound, Decibels(std::min(loudness - Loudness(sound), peak + mostHeld - height)));
+  return Limited(std::move(sound), Decibels(peak));
 }
 
 namespace {

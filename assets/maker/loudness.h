@@ -11,9 +11,9 @@ double Loudness(const Sound& sound);
 
 constexpr double highestPeak = -4;  // dB: of any sample
 
-// The sound at that loudness. What would rise above `peak` dB is held down there; a sound that is all peaks
-// comes out as near below the loudness as this allows.
-Sound AtLoudness(const Sound& sound, double loudness, double peak = highestPeak);
+// The sound at that loudness, with nothing above `peak` dB. Peaks are held down by 4 dB at most, so that a
+// stroke stays a stroke; a sound that would need more comes out quieter.
+Sound AtLoudness(Sound sound, double loudness, double peak = highestPeak);
 
 // The loudness of a whole piece in LUFS, as broadcasters measure it: 0.4 s at a time, without what is quieter
 // than -70 LUFS or 10 LU below the rest. -120 when nothing is left.

@@ -43,7 +43,7 @@ Sound Pluck(Pitch pitch, double edge) {
     Tone tone = Saw(pitch, seconds, 0.72 + 0.2 * edge, 0.25, 0.07 + 0.05 * edge);
     tone.bend = Constant(5 * side);
     tone.phase = side > 0 ? 0.0 : 0.37;  // apart, so that their edges do not add up
-    tone.level = [](double time) { return Onset(time, 0.0008) * std::exp(-time / 0.2); };
+    tone.level = [](double time) { return Onset(time, 0.0008) * std::exp(-time / 0.27); };
     Wave wave = Sustain(tone);
     FadeOut(wave, seconds * 0.4);
     Mix(pair, Pan(wave, 0.35 * side));

@@ -18,7 +18,7 @@ constexpr double background = -26;
 constexpr double audibleFloor = 0.0015;
 
 Sound Finished(Sound sound, double loudness) {
-  sound = AtLoudness(sound, loudness);
+  sound = AtLoudness(std::move(sound), loudness);
   TrimTail(sound, audibleFloor);
   return sound;
 }
@@ -146,7 +146,7 @@ Sound SelectLoop() {
     MixAround(loop, BrushSweep(0.5), Samples(time + 3 * beat), 0.045);
     time += 4 * beat;
   }
-  return AtLoudness(loop, background);
+  return AtLoudness(std::move(loop), background);
 }
 
 }  // namespace

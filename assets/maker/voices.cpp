@@ -2,6 +2,7 @@
 #include "voices.h"
 
 #include <functional>
+#include <utility>
 
 #include "desk.h"
 #include "drums.h"
@@ -16,10 +17,10 @@ namespace {
 using Playing = std::function<Sound(Pitch, double seconds)>;
 
 // The tune's loudness; all other voices are set against it.
-constexpr double tune = -12.2;
+constexpr double tune = -11.9;
 
 // Drums meet the tune and the bass on every beat, so their peaks are held lower.
-constexpr double drumPeak = -13;  // dB
+constexpr double drumPeak = -11;  // dB
 
 struct Part {
   const char* name;
@@ -47,14 +48,14 @@ Part PartOf(Voice voice) {
     case Voice::brokenPiano:
       return {"broken", -10, rings, [](Pitch p, double) { return FeltPiano(p, 0.9, 0.15); }};
     case Voice::pianoStab:
-      return {"chord", -2.5, held, [](Pitch p, double s) { return FeltPiano(p, 0.9 * s, 0.5); }};
+      return {"chord", -2.5, held, [](Pitch p, double s) { return FeltPiano(p, 0.9 * s, 0.5); }, -8};
     case Voice::leadBrass:
       return {"horn", -0.5, held, [](Pitch p, double s) { return Brass(p, 0.92 * s, 0.7); }};
     case Voice::secondBrass:
       return {"second", -5, held, [](Pitch p, double s) { return Brass(p, 0.9 * s, 0.4); }};
     case Voice::brassStab:
-      return {"stab", -2, held, [](Pitch p, double s) { return Brass(p, 0.7 * s, 0.5); }};
-    case Voice::tutti: return {"tutti", 0, held, [](Pitch p, double s) { return Tutti(p, 0.94 * s); }};
+      return {"stab", -2, held, [](Pitch p, double s) { return Brass(p, 0.7 * s, 0.5); }, -8};
+    case Voice::tutti: return {"tutti", 0, held, [](Pitch p, double s) { return Tutti(p, 0.94 * s); }, -7.5};
     case Voice::fife: return {"fife", -4, held, [](Pitch p, double s) { return Fife(p, 0.9 * s); }};
     case Voice::strings: return {"strings", -9, held, [](Pitch p, double s) { return Strings(p, s); }};
     case Voice::bells: return {"bells", -10, rings, [](Pitch p, double) { return Glockenspiel(p); }};
@@ -70,21 +71,21 @@ Part PartOf(Voice voice) {
     case Voice::struckGlass:
       return {"struckglass", -7, rings, [](Pitch p, double) { return StruckGlass(p); }};
     case Voice::slowBass: return {"slowbass", -4, held, [](Pitch p, double s) { return SlowBass(p, s); }};
-    case Voice::pluck: return {"pluck", 0, rings, [](Pitch p, double) { return Pluck(p, 0.8); }, -9};
+    case Voice::pluck: return {"pluck", 0, rings, [](Pitch p, double) { return Pluck(p, 0.8); }, -7.7};
     case Voice::roundPluck: return {"roundpluck", -5, rings, [](Pitch p, double) { return Pluck(p, 0.1); }};
     case Voice::highPluck:
       return {"highpluck", -8.5, rings, [](Pitch p, double) { return Pluck(p, 0.5); }, drumPeak};
-    case Voice::reed: return {"reed", -1.5, held, [](Pitch p, double s) { return Reed(p, 0.9 * s); }};
-    case Voice::sawStab: return {"sawstab", -4, held, [](Pitch p, double s) { return SawStab(p, 0.7 * s); }};
-    case Voice::sawPad: return {"sawpad", -13, held, [](Pitch p, double s) { return SawPad(p, s); }};
-    case Voice::synthBass:
-      return {"synthbass", -5, rings, [](Pitch p, double) { return SynthBass(p); }, drumPeak};
+    case Voice::reed: return {"reed", -0.2, held, [](Pitch p, double s) { return Reed(p, 0.9 * s); }};
+    case Voice::sawStab:
+      return {"sawstab", -4, held, [](Pitch p, double s) { return SawStab(p, 0.7 * s); }, -10.5};
+    case Voice::sawPad: return {"sawpad", -9, held, [](Pitch p, double s) { return SawPad(p, s); }};
+    case Voice::synthBass: return {"synthbass", -5, rings, [](Pitch p, double) { return SynthBass(p); }, -12};
     case Voice::fieldAccent:
       return {"field-accent", -3.5, rings, [](Pitch, double) { return FieldStroke(1, 1); }, drumPeak};
     case Voice::fieldLeft:
-      return {"field-left", -10, rings, [](Pitch, double) { return FieldStroke(0.35, 2); }};
+      return {"field-left", -8.5, rings, [](Pitch, double) { return FieldStroke(0.35, 2); }};
     case Voice::fieldRight:
-      return {"field-right", -9, rings, [](Pitch, double) { return FieldStroke(0.42, 3); }};
+      return {"field-right", -7.5, rings, [](Pitch, double) { return FieldStroke(0.42, 3); }};
     case Voice::fieldFlam:
       return {"field-flam", -3.5, rings, [](Pitch, double) { return FieldFlam(); }, drumPeak};
     case Voice::shortRoll:
@@ -92,8 +93,7 @@ Part PartOf(Voice voice) {
     case Voice::longRoll:
       return {"roll-long", -6, held, [](Pitch, double s) { return FieldRoll(s - 0.05, 0.12, 0.8); },
               drumPeak};
-    case Voice::bassDrum:
-      return {"bassdrum", -5.5, rings, [](Pitch, double) { return BassDrum(); }, drumPeak};
+    case Voice::bassDrum: return {"bassdrum", -5.5, rings, [](Pitch, double) { return BassDrum(); }, -12.2};
     case Voice::brushTap: return {"brush-tap", -11, rings, [](Pitch, double) { return BrushTap(); }};
     case Voice::brushSweep:
       return {"brush-sweep", -13, rings, [](Pitch, double) { return BrushSweep(0.45); }};
@@ -105,14 +105,14 @@ Part PartOf(Voice voice) {
     case Voice::penLong:
       return {"pen-long", -7, rings, [](Pitch, double) { return PenStroke(0.85, 0.6, 23); }};
     case Voice::broadUp:
-      return {"broad-up", -1, rings, [](Pitch, double) { return BroadStroke(0.24, 1, 25); }, drumPeak};
+      return {"broad-up", -1, rings, [](Pitch, double) { return BroadStroke(0.24, 1, 25); }, -12.2};
     case Voice::broadDown:
-      return {"broad-down", -1, rings, [](Pitch, double) { return BroadStroke(0.26, -1, 26); }, drumPeak};
+      return {"broad-down", -1, rings, [](Pitch, double) { return BroadStroke(0.26, -1, 26); }, -12.2};
     case Voice::nibTap: return {"nib-tap", -5, rings, [](Pitch, double) { return NibTap(24); }};
     case Voice::inkDrop: return {"drop", -6, rings, [](Pitch, double) { return InkDrop(); }};
     case Voice::swirl: return {"swirl", -7, rings, [](Pitch, double) { return Swirl(); }};
-    case Voice::dryKick: return {"kick", -4, rings, [](Pitch, double) { return DryKick(); }, drumPeak};
-    case Voice::drySnare: return {"snare", -4, rings, [](Pitch, double) { return DrySnare(); }, drumPeak};
+    case Voice::dryKick: return {"kick", -4, rings, [](Pitch, double) { return DryKick(); }, -13};
+    case Voice::drySnare: return {"snare", -4, rings, [](Pitch, double) { return DrySnare(); }, -12};
     case Voice::closedHat: return {"hat", -8, rings, [](Pitch, double) { return Hat(0.06); }, drumPeak};
     case Voice::openHat: return {"openhat", -7.5, rings, [](Pitch, double) { return Hat(0.24); }, drumPeak};
     case Voice::scratchForth: return {"scratch-forth", -5, rings, [](Pitch, double) { return Scratch(1); }};
@@ -144,7 +144,7 @@ Sound Render(const Sample& sample, double level) {
   Sound sound;
   if (sample.pitches.empty()) sound = part.play(0, seconds);
   for (const Pitch pitch : sample.pitches) Mix(sound, part.play(pitch, seconds));
-  sound = AtLoudness(sound, tune + part.loudness + level, part.peak);
+  sound = AtLoudness(std::move(sound), tune + part.loudness + level, part.peak);
   TrimTail(sound, inaudible);
   return sound;
 }
