@@ -17,7 +17,7 @@ namespace {
 using Playing = std::function<Sound(Pitch, double seconds)>;
 
 // The tune's loudness; all other voices are set against it.
-constexpr double tune = -11.9;
+constexpr double tune = -12;
 
 // Drums meet the tune and the bass on every beat, so their peaks are held lower.
 constexpr double drumPeak = -11;  // dB
