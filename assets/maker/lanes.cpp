@@ -136,15 +136,14 @@ class Layout {
       const Event& event = score_.events[note];
       if (PhraseAt(event.tick) == phrase) ++counts[PitchOf(event)];
     }
-    const double keys = static_cast<double>(hand.keys.size());
-    const double step = keys / static_cast<double>(counts.size());
+    const std::size_t keys = hand.keys.size();
+    const double step = static_cast<double>(keys) / static_cast<double>(counts.size());
     double even = (step - 1) / 2;  // the key of the pitch in an even spread
     std::vector<std::vector<double>> costs;
     for (const auto& [pitch, count] : counts) {
       std::vector<double>& row = costs.emplace_back();
-      for (double key = 0; key < keys; ++key) {
-        const int played = Played(hand.keys[static_cast<std::size_t>(key)]);
-        row.push_back(count * (played + spread * std::fabs(key - even)));
+      for (std::size_t key = 0; key < keys; ++key) {
+        row.push_back(count * (Played(hand.keys[key]) + spread * std::fabs(static_cast<double>(key) - even)));
       }
       even += step;
     }
