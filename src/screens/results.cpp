@@ -111,6 +111,8 @@ void DrawSheet(int32_t t) {
   ScreenRect = kScreen;
   DrawRuling({24, 24, 338, 237}, 0, opened);
   DrawRuling({24, 256, 264, 457}, 40, opened);
+  // In a battle the players stand there.
+  if (network.NetActive) return;
   // The songs of a course begin higher and reach further down.
   DrawRuling(CourseMode ? Rect{304, 238, 616, 388} : Rect{304, 252, 616, 345}, 0, opened);
 }
