@@ -115,7 +115,8 @@ TEST_F(BattleCommandTest, WhoComesInTheMiddleOfASongPlaysTheNextOne) {
 }
 
 TEST_F(BattleCommandTest, WhoLeavesIsGoneAtOnce) {
-  const ProcessResult result = Battle("player Ann\nawait 2\ndecide 0\nplayer Ben\nawait 2\nleave\n");
+  const ProcessResult result = Battle(
+      "player Ann   # the host\nawait 2\ndecide 0\n\n# the other\nplayer Ben\r\nawait 2  # both\r\nleave\n");
   EXPECT_EQ(result.exitStatus, 0) << result.output;
   ExpectDone(Of("Ann", result), 1, {"Ann"});
   EXPECT_TRUE(Has(Of("Ann", result), "\"NetChkDecideSong: 1/1\""));

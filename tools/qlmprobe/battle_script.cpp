@@ -16,6 +16,12 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
+// A comment begins the line, or stands behind two blanks.
+std::string_view WithoutComment(std::string_view line) {
+  line = Trimmed(line.substr(0, line.find("  #")));
+  return line.starts_with('#') ? std::string_view() : line;
+}
+
 // The first word, which is taken off the line.
 std::string_view TakeWord(std::string_view& line) {
   const size_t end = std::min(line.find(' '), line.size());
@@ -102,9 +108,9 @@ std::optional<BattleScript> ParseBattleScript(std::string_view text, std::string
   BattleScript script;
   for (int number = 1; !text.empty(); ++number) {
     const size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = Trimmed(text.substr(0, end));
+    const std::string_view line = WithoutComment(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
-    if (line.empty() || line.front() == '#') continue;
+    if (line.empty()) continue;
     if (!ReadLine(line, script)) {
       wrong = "line " + std::to_string(number) + " is not understood: " + std::string(line);
       return std::nullopt;

@@ -39,8 +39,9 @@ struct BattleScript {
   std::vector<BattlePlayer> players;  // the first opens the session
 };
 
-// Lines end with LF or CR LF; empty ones and those that begin with "#" are passed over. Nothing, and `wrong`
-// says why, when a line is not understood or charts or players are missing.
+// Lines end with LF or CR LF; empty ones are passed over, and so is what stands behind a "#" that begins the
+// line or follows two blanks. Nothing, and `wrong` says why, when a line is not understood or charts or
+// players are missing.
 std::optional<BattleScript> ParseBattleScript(std::string_view text, std::string& wrong);
 
 }  // namespace probe
