@@ -486,10 +486,8 @@ void SessionMembers::Take(LinkId id, ItemFrame& item) {
   sender->received = item.number;
   sender->undelivered.push_back({item.kind, item.from, item.body, item.newcomer});
   sender->kept[item.number] = {item, now_};
-  if (sender->kept.size() > kMostKept) {
-    ForgetReceived(*sender);
-    if (sender->kept.size() > kMostKept) return Reject(id, u"nobody confirms what it sends");
-  }
+  if (sender->kept.size() > kMostKept && !MakeRoom(*sender))
+    return Reject(id, u"nobody can have what it sends");
   const int32_t origin = sender->player.id;
   if (item.kind == ItemKind::kNewcomer) NewcomerAnnounced(origin, item.newcomer);
   DeliverWhatMay();
@@ -579,6 +577,20 @@ void SessionMembers::ForgetReceived(Member& sender) {
   });
 }
 
+// Gives up who does not confirm the oldest of a player's messages. False when that is nobody here.
+bool SessionMembers::MakeRoom(Member& sender) {
+  ForgetReceived(sender);
+  if (sender.kept.size() <= kMostKept) return true;
+  const Kept oldest = sender.kept.begin()->second;
+  std::vector<int32_t> behind;
+  ForRemaining([&](const Member& member) {
+    const int32_t id = member.player.id;
+    if (Contains(oldest.item.recipients, id) && !Confirmed(sender, oldest, id)) behind.push_back(id);
+  });
+  for (const int32_t id : behind) MarkGone(id, u"it does not confirm what it is sent");
+  return !behind.empty();
+}
+
 void SessionMembers::Take(LinkId id, const AliveFrame& alive) {
   const Link& link = links_.at(id);
   Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
@@ -612,6 +624,10 @@ void SessionMembers::MarkGone(int32_t id, std::u16string_view why) {
     Post({LinkTask::Kind::kClose, each.first, {}, {}});
     return true;
   });
+  const std::map<uint32_t, Kept> kept = member->kept;
+  for (const auto& [number, each] : kept) {
+    if (each.item.kind == ItemKind::kNewcomer) NewcomerAnnounced(id, each.item.newcomer);
+  }
   ForRemaining([this](Member& remaining) { TellGone(remaining); });
   FinishJoin();
   SettleDeaths();
@@ -638,7 +654,9 @@ void SessionMembers::Take(LinkId id, const ForwardFrame& forward) {
   if (origin == nullptr || forward.origin == link.member) return;
   if (origin->kept.size() >= kMostKept) return Reject(id, u"it forwards too much");
   origin->kept.try_emplace(forward.item.number, Kept{forward.item, now_});
-  if (forward.item.kind == ItemKind::kNewcomer) NewcomerAnnounced(forward.origin, forward.item.newcomer);
+  // While the origin lives it says itself who comes in.
+  if (origin->gone && forward.item.kind == ItemKind::kNewcomer)
+    NewcomerAnnounced(forward.origin, forward.item.newcomer);
 }
 
 void SessionMembers::Take(LinkId id, const GoneFrame& gone) {

@@ -9,11 +9,11 @@
 // What one survivor has received of a dead player, every survivor receives. Each player's messages to all are
 // numbered and say who is to get them, and each member keeps those of the others until all have them. When a
 // player is gone for a member, it takes nothing more of it, sends the others all that it kept of it, and then
-// says "gone". Who has heard that from all that remain knows the same messages as they do, hands the missing
-// ones to its game, and then the news that the player is gone. Another death meanwhile begins this anew for
-// all the dead together, so that what only the second one had said of the first is settled too. Who is done
-// says so; what it says later belongs to the time after the death, and others hold it back until they are
-// done as well.
+// says "gone". Who has heard that from all that remain knows the same messages as they do, and gives its
+// game the missing ones, and then the news that the player is gone. Another death meanwhile begins this again
+// for all the dead together, so that what only the second one had said of the first is settled too. Who is
+// done says so; what it says later belongs to the time after the death, and others hold it back until they
+// are done as well.
 //
 // Who has not heard a member for three seconds gives it up. The word of an older member that one is gone is
 // taken; that of a younger one is not, but the link between the two is dead, so that the older one soon says
@@ -213,6 +213,7 @@ class SessionMembers {
   void ForgetSettled();
   bool Confirmed(const Member& sender, const Kept& kept, int32_t recipient) const;
   void ForgetReceived(Member& sender);
+  bool MakeRoom(Member& sender);
 
   std::function<uint64_t()> random_;
   int64_t now_ = 0;

@@ -278,6 +278,71 @@ TEST_F(Newcomers, AreExpectedHoweverManyDidNotCome) {
   EXPECT_TRUE(IsTaken(kSomeId + 19, 7));
 }
 
+// Another member's word on what the host said counts only when the host is gone.
+TEST(Forwarded, NewcomersOfALivingHostDoNotCount) {
+  WelcomeFrame welcome = SomeWelcome();
+  welcome.you.place = 2;
+  welcome.members.push_back(welcome.members[0]);
+  welcome.members[1].player.id = kSomeId;
+  welcome.members[1].player.place = 1;
+  SessionMembers member([] { return uint64_t{1}; });
+  member.Join({0x7F000001, 1}, u"me");
+  const LinkId toHost = member.TakeTasks().at(0).link;
+  member.LinkMade(toHost);
+  member.Received(toHost, EncodeFrame(welcome));
+  LinkId toOther = 0;
+  for (const LinkTask& task : member.TakeTasks()) {
+    if (task.kind == LinkTask::Kind::kConnect) toOther = task.link;
+  }
+  member.LinkMade(toOther);
+  member.Received(toOther, EncodeFrame(LinkedFrame()));
+  ASSERT_EQ(member.GetState(), SessionMembers::State::kIn);
+  const ItemFrame newcomer = {.number = 1,
+                              .recipients = {member.OwnId()},
+                              .kind = ItemKind::kNewcomer,
+                              .newcomer = {kSomeId + 1, 9, u"n"}};
+  member.Received(toOther, EncodeFrame(ForwardFrame{kFirstId, newcomer}));
+  const auto sentTo = [&] {
+    member.SendToOne(kSomeId + 1, "hello", 0);
+    member.SetTime(6001);
+    member.Received(toHost, EncodeFrame(AliveFrame{}));
+    member.Received(toOther, EncodeFrame(AliveFrame{}));
+    member.Tick();
+    return member.TakeNotes().size();
+  };
+  EXPECT_EQ(sentTo(), 0U) << "nobody is awaited, and nobody given up";
+  // The host is gone, and what it had said counts now.
+  member.LinkLost(toHost);
+  member.TakeNotes();
+  member.Received(toOther, EncodeFrame(GoneFrame{{kFirstId}}));
+  EXPECT_TRUE(member.TakeNews().empty()) << "the newcomer has not said what it knows";
+}
+
+// C says that it is there, and never that it received anything.
+TEST_F(Peers, WhoConfirmsNothingGoesAndNotWhoSends) {
+  const LinkId b = Enter();
+  const LinkId c = Enter();
+  const int32_t idOfC = lastId;
+  for (uint32_t i = 1; i <= 4097; ++i) {
+    host.SetTime(i * 2);
+    ItemFrame item = Message(i);
+    item.recipients.push_back(idOfC);
+    Say(b, item);
+    if (i % 500 == 0) {
+      Say(c, AliveFrame{});
+      host.Tick();
+    }
+  }
+  const std::vector<LinkTask> tasks = host.TakeTasks();
+  const auto closed = [&](LinkId link) {
+    return std::any_of(tasks.begin(), tasks.end(), [link](const LinkTask& task) {
+      return task.link == link && task.kind == LinkTask::Kind::kClose;
+    });
+  };
+  EXPECT_TRUE(closed(c));
+  EXPECT_FALSE(closed(b));
+}
+
 TEST_F(Peers, WhatIsToldOfALivingPlayerIsNotDelivered) {
   Enter();
   const int32_t idOfB = lastId;
