@@ -50,7 +50,7 @@ class Player {
     return std::find(lines.begin(), lines.end(), line) != lines.end();
   }
   uint16_t Port() const {
-    Within(10'000, [this] { return !Received().empty(); });
+    Within(30'000, [this] { return !Received().empty(); });
     const Lines lines = Received();
     return lines.empty() ? 0 : static_cast<uint16_t>(std::stoi(lines[0].substr(5)));
   }
@@ -116,7 +116,7 @@ void KillMany(bool hostSends) {
       groups.push_back(std::make_unique<Group>(static_cast<uint64_t>(done) + 1, hostSends));
     }
     for (const auto& group : groups) {
-      ASSERT_TRUE(Within(10'000, [&] { return group->second->NumbersOf(name).size() > 5; }));
+      ASSERT_TRUE(Within(30'000, [&] { return group->second->NumbersOf(name).size() > 5; }));
       std::this_thread::sleep_for(std::chrono::microseconds(random() % 20'000));
       group->sender->Signal(SIGKILL);
     }
