@@ -71,7 +71,7 @@ QLabel* Controls::Note(const char* words) {
   return note;
 }
 
-QComboBox* Controls::Box(const char* name, std::vector<const char*> items, const char* tip) {
+QComboBox* Controls::Box(const char* name, const std::vector<const char*>& items, const char* tip) {
   auto* const box = new QComboBox;
   box->setObjectName(QString::fromUtf8(name));
   for (size_t i = 0; i < items.size(); ++i) box->addItem(QString());

@@ -41,16 +41,16 @@ class Controls {
   }
   // The items stand for the values from `first` on.
   template <typename T>
-  QComboBox* Choice(const char* name, T& setting, int first, std::vector<const char*> items,
+  QComboBox* Choice(const char* name, T& setting, int first, const std::vector<const char*>& items,
                     const char* tip = nullptr) {
-    auto* const box = Box(name, std::move(items), tip);
+    auto* const box = Box(name, items, tip);
     box->setCurrentIndex(std::clamp(static_cast<int>(setting) - first, 0, box->count() - 1));
     QObject::connect(box, &QComboBox::activated,
                      [&setting, first](int index) { setting = static_cast<T>(first + index); });
     return box;
   }
   // Without items of its own.
-  QComboBox* Box(const char* name, std::vector<const char*> items, const char* tip = nullptr);
+  QComboBox* Box(const char* name, const std::vector<const char*>& items, const char* tip = nullptr);
   // `take` stores what is typed, or gives false; the field is then red.
   QLineEdit* Field(const char* name, const QString& text, std::function<bool(TextView)> take,
                    const char* tip = nullptr);

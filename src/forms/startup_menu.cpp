@@ -51,7 +51,10 @@ bool RunStartupMenu(void (*shown)()) {
   window.show();
   // Without a window manager nobody else gives it the keyboard.
   window.activateWindow();
-  if (shown != nullptr) QTimer::singleShot(0, shown);
+  QTimer soon;
+  soon.setSingleShot(true);
+  if (shown != nullptr) QObject::connect(&soon, &QTimer::timeout, shown);
+  soon.start(0);
   QApplication::exec();
   return window.StartsGame();
 }
