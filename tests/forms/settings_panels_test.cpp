@@ -214,13 +214,15 @@ TEST_F(MenuTest, HeadsAndRemarksAreTheKnownOnes) {
     words.push_back(group->title().toStdString());
   for (const QLabel* const label : menu->findChildren<QLabel*>())
     words.push_back(label->text().toStdString());
+  constexpr const char* kSkinNote =
+      "それぞれの時にロードするスキンを割り当てます。なお、プレイ中に変更(F9キー)した場合は"
+      "そのファイル名が保存されます。";
   for (const char* const expected :
        {"基本設定", "プレイ関連", "曲セレ関連", "ネットワーク", "その他の設定", "スキンマッパー",
         "BMS検索パス", "スクラッチ配置", "※スコアランクのデフォルト名にもなります。",
         "※遅いときはこの辺弄るといいかもー", "ヘタに弄ると死にます。",
         "基本的に、設定は項目にマウスカーソルを持っていくと出る「ツールチップ」を参考にしてください。",
-        "それぞれの時にロードするスキンを割り当てます。なお、プレイ中に変更(F9キー)した場合は"
-        "そのファイル名が保存されます。"}) {
+        kSkinNote}) {
     EXPECT_EQ(std::count(words.begin(), words.end(), expected), 1) << expected;
   }
   const std::map<std::string, std::pair<const char*, const char*>> buttons = {
