@@ -65,7 +65,9 @@ class SearchPanelTest : public MenuTest {
   }
   // Presses "add" and enters a path in the dialog that comes; an empty one leaves it by Esc.
   void AddByDialog(const std::string& path) const {
-    QTimer::singleShot(0, [&] {
+    QTimer soon;
+    soon.setSingleShot(true);
+    QObject::connect(&soon, &QTimer::timeout, [&] {
       auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       EXPECT_EQ(dialog->windowTitle().toStdString(), "検索パスの追加");
@@ -76,6 +78,7 @@ class SearchPanelTest : public MenuTest {
       dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QString::fromStdString(path));
       static_cast<QDialog*>(dialog)->accept();
     });
+    soon.start(0);
     Press("cmdAdd0");
   }
   void Select(int row) const { List().setCurrentRow(row); }
