@@ -13,6 +13,7 @@
 #include "state/courses.h"
 #include "state/message.h"
 #include "state/session.h"
+#include "state/surfaces.h"
 #include "tests/graphics/picture_files.h"
 #include "tests/support/allocations.h"
 
@@ -20,6 +21,7 @@ namespace qlm {
 namespace {
 
 constexpr Colour kRed = 0xFF0000;
+constexpr Colour kBlue = 0x0000FF;
 
 // The frame as it was last presented.
 SurfacePtr presented;
@@ -35,19 +37,42 @@ class Screens : public DisplayTest {
   bool hasFont = true;
 };
 
-TEST_F(Screens, LoadingShowsTheFallingTiles) {
+// The title picture of a song, as large as the screen.
+void GiveTitlePicture(Colour colour) {
+  DDStage = std::make_shared<Surface>(640, 480);
+  DDStage->Fill(kScreen, colour);
+  StageRect = kScreen;
+  StageW = 640;
+  StageH = 480;
+}
+
+TEST_F(Screens, LoadingShowsTheTilesThatFallFromTheTitlePicture) {
   DDSnapshot->Fill(kScreen, kRed);
+  GiveTitlePicture(kBlue);
   FadeTileSpeed.fill(480);
   FadeStart = platform::Now() - 150;  // half of 300 ms: 30 pixels
   Loading();
-  EXPECT_TRUE(Shows(presented, {0, 30, 640, 480}, kRed, 0));
+  EXPECT_TRUE(Shows(presented, {0, 30, 640, 480}, kRed, kBlue));
 }
 
-TEST_F(Screens, LoadingIsBlackOnceTheTilesHaveFallen) {
+TEST_F(Screens, LoadingShowsTheTitlePictureOnceTheTilesHaveFallen) {
+  DDSnapshot->Fill(kScreen, kRed);
+  GiveTitlePicture(kBlue);
+  FadeStart = platform::Now() - 2000;
+  Loading();
+  EXPECT_TRUE(Shows(presented, {}, kBlue, kBlue));
+}
+
+TEST_F(Screens, WithoutATitlePictureLoadingShowsTheDimDesk) {
   DDSnapshot->Fill(kScreen, kRed);
   FadeStart = platform::Now() - 2000;
   Loading();
-  EXPECT_TRUE(Shows(presented, {}, 0, 0));
+  for (const int32_t y : {0, 240, 479}) {
+    const Colour ground = presented->Row(y)[0];
+    EXPECT_NE(ground, 0U) << y;
+    EXPECT_LT(ground & 0xFF, 0x40U) << y;
+    EXPECT_EQ(std::ranges::count(presented->Row(y), ground), 640) << y;
+  }
 }
 
 TEST_F(Screens, ACourseTellsThatItLoadsAndWhich) {
@@ -59,7 +84,7 @@ TEST_F(Screens, ACourseTellsThatItLoadsAndWhich) {
   const auto inkOfRows = [](int32_t from, int32_t to) {
     int64_t ink = 0;
     for (int32_t y = from; y < to; ++y) {
-      ink += 640 - std::ranges::count(presented->Row(y), 0U);
+      ink += 640 - std::ranges::count(presented->Row(y), presented->Row(y)[639]);
     }
     return ink;
   };

@@ -37,6 +37,7 @@ class WindowEvents : public GameTest {
     ConnectHooks();
     hooks.closeRequested = [] { ++closeWishes; };
     NOVSync = true;
+    Scaling = 1;  // by a whole number
     InitDD();
     CreateSurfaces();
     PresentFrame();
