@@ -88,9 +88,9 @@ bool StillInSession(int32_t id) {
   return !platform::SessionIsOpen() || std::ranges::count(players, id, &platform::SessionPlayer::id) > 0;
 }
 
-// The host's list may be older than what the session has told since.
-void ReceiveInit(MessageReader& message) {
-  if (!network.awaitsInit) return;
+// From the host alone. Its list may be older than what the session has told since.
+void ReceiveInit(int32_t from, MessageReader& message) {
+  if (!network.awaitsInit || from != network.awaitedHost) return;
   uint8_t users = 0;
   message.Byte(users);
   DebugLog(Join(u"Receive: [Init] users:", int32_t{users}));
@@ -280,7 +280,7 @@ void ReceiveMessage(int32_t from, std::string_view body) {
   MessageReader message(body);
   int32_t type = -1;
   message.Long(type);
-  if (type == static_cast<int32_t>(MessageType::kInit)) return ReceiveInit(message);
+  if (type == static_cast<int32_t>(MessageType::kInit)) return ReceiveInit(from, message);
   if (NetUser* const user = FindNetUser(from)) ReceiveFrom(*user, static_cast<MessageType>(type), message);
 }
 

@@ -457,6 +457,17 @@ TEST_F(MessagesTest, WhoCameOrLeftBeforeTheInitArrivedIsNotForgotten) {
   EXPECT_EQ(User(2).id, kThird);
 }
 
+TEST_F(MessagesTest, AnInitOfAnotherThanTheHostChangesNothing) {
+  JoinBattle("there");
+  Come(kThird);
+  MessageWriter init(MessageType::kInit);
+  init.Byte(1).Long(kThird).String(u"Host").Long(6);
+  Say(kThird, init);
+  EXPECT_TRUE(network.awaitsInit);
+  EXPECT_FALSE(Logged(u"Receive: [Init] users:1"));
+  EXPECT_EQ(GameState, 0);
+}
+
 TEST_F(MessagesTest, ASecondInitChangesNothing) {
   BecomeClient();
   MessageWriter init(MessageType::kInit);
