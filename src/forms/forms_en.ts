@@ -284,6 +284,26 @@
         <translation>In a window (ticks DirectBlt, too)</translation>
     </message>
     <message>
+        <source>画面の拡大:</source>
+        <translation>Full screen:</translation>
+    </message>
+    <message>
+        <source>自動</source>
+        <translation>Automatic</translation>
+    </message>
+    <message>
+        <source>整数倍のみ</source>
+        <translation>Whole multiples</translation>
+    </message>
+    <message>
+        <source>画面いっぱい</source>
+        <translation>To the edges</translation>
+    </message>
+    <message>
+        <source>全画面での拡大方法です。自動では、整数倍で大きく余る画面だけいっぱいに拡大します。</source>
+        <translation>How full screen enlarges the game. Automatic goes to the edges only where a whole multiple would leave much of the screen empty.</translation>
+    </message>
+    <message>
         <source>内部オブジェ数上限:</source>
         <translation>Most objects of a chart:</translation>
     </message>

@@ -206,6 +206,14 @@ QWidget* MakeOtherPanel(Controls& controls) {
   rows->addWidget(controls.Tick("chkDebugDisp", Debug, "Debug"));
   rows->addWidget(controls.Tick("chkHalfsize", Halfsize, "ハーフ(奇)"));
   rows->addWidget(controls.Tick("chkWindowed", Windowed, "Windowモード(同時にDirectBltをチェックすべし)"));
+  auto* const scaling = new QHBoxLayout;
+  QComboBox* const enlarged =
+      controls.Choice("cmbScaling", Scaling, 0, {"自動", "整数倍のみ", "画面いっぱい"},
+                      "全画面での拡大方法です。自動では、整数倍で大きく余る画面だけいっぱいに拡大します。");
+  scaling->addWidget(controls.LabelFor(enlarged, "画面の拡大:"));
+  scaling->addWidget(enlarged);
+  scaling->addStretch(1);
+  rows->addLayout(scaling);
   auto* const limit = new QHBoxLayout;
   QLineEdit* const objects =
       controls.Field("txtMaxObj", ToQt(ToText(numObjs)), TakeObjectLimit,

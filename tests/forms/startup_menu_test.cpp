@@ -169,7 +169,7 @@ TEST_F(MenuTest, EveryControlIsReachedByTheKeyTab) {
     EXPECT_TRUE(reached.contains(name)) << name.toStdString();
   }
   // 15 ticks, 11 choices, 4 fields, the list, and 8 buttons with that of the language.
-  EXPECT_EQ(controls, 39);
+  EXPECT_EQ(controls, 40);
 }
 
 TEST_F(MenuTest, EveryControlHasANameForAScreenReader) {
