@@ -168,7 +168,7 @@ TEST_F(MenuTest, EveryControlIsReachedByTheKeyTab) {
     ++controls;
     EXPECT_TRUE(reached.contains(name)) << name.toStdString();
   }
-  // 15 ticks, 11 choices, 4 fields, the list, and 8 buttons with that of the language.
+  // 15 ticks, 12 choices, 4 fields, the list, and 8 buttons with that of the language.
   EXPECT_EQ(controls, 40);
 }
 
