@@ -22,7 +22,6 @@ using platform::SessionMessage;
 
 constexpr uint32_t kPollMs = 50;
 constexpr int kSearchMs = 1000;
-constexpr int32_t kPollsBetweenNotes = 20;
 
 uint16_t Port() { return RoundTo<uint16_t>(NetPort).value_or(0); }
 
@@ -120,8 +119,7 @@ void NetPoll() {
   for (int left = platform::SessionMessageCount(); left > 0 && network.step == BattleStep::kNone; --left) {
     Receive(platform::ReceiveFromSession());
   }
-  // Their look-up takes a lock.
-  if (++network.polls % kPollsBetweenNotes == 0) LogNotes();
+  LogNotes();
 }
 
 }  // namespace qlm

@@ -112,6 +112,7 @@ bool SessionService::Send(int32_t to, std::string_view body, int32_t from) {
 }
 
 std::vector<std::u16string> SessionService::TakeNotes() {
+  if (!hasNotes_.exchange(false)) return {};
   const std::lock_guard lock(mutex_);
   return std::exchange(notes_, {});
 }
@@ -166,6 +167,7 @@ void SessionService::Publish() {
     for (std::u16string& note : notes) {
       if (notes_.size() < kMostNotes) notes_.push_back(std::move(note));
     }
+    if (!notes_.empty()) hasNotes_ = true;
     if (state_ == SessionMembers::State::kJoining && state == SessionMembers::State::kIn) {
       playerId_ = members_.OwnId();
       players_ = members_.FirstPlayers();

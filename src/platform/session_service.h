@@ -67,6 +67,7 @@ class SessionService {
   std::mutex mutex_;
   std::condition_variable changed_;
   std::atomic<int> newsCount_ = 0;
+  std::atomic<bool> hasNotes_ = false;
   // Under the mutex:
   std::vector<Order> orders_ = {};
   std::deque<GameNews> news_;

@@ -61,7 +61,6 @@ struct Network {
   bool awaitsInit = false;              // joined, and the host has not sent the players yet
   int32_t awaitedHost = 0;              // whose word that is
   BattleStep step = BattleStep::kNone;
-  uint32_t polls = 0;  // of the session so far
 };
 inline Network network;
 
