@@ -10,7 +10,7 @@ namespace {
 constexpr int32_t kLowestId = 0x10001;
 constexpr int64_t kSignEvery = 200;          // milliseconds between signs of life
 constexpr int64_t kMostSilence = 2000;       // of a link that came in, until it says what it wants
-constexpr int64_t kMostCalling = 4000;       // a call that is lost is repeated after 0.5, 1.5 and 3.5 seconds
+constexpr int64_t kMostCalling = 4000;       // by then a call that is lost has been repeated four times
 constexpr int64_t kMostLinking = 6000;       // from a newcomer's announcement until its link is up
 constexpr int64_t kMostSettling = 8000;      // from a death until all have said what they know of it
 constexpr int64_t kKeptForUnknown = 10'000;  // for recipients of whom nobody has told yet

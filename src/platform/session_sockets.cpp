@@ -18,6 +18,8 @@ namespace {
 
 constexpr size_t kMostPeers = 16;  // four members, and strangers
 constexpr size_t kChannels = 2;    // what is guaranteed, and signs of life
+constexpr uint32_t kFirstAnswer =
+    150;  // milliseconds that a call waits before it is made again, then twice as long
 constexpr size_t kMostWaiting = size_t{1} << 20;
 constexpr uint32_t kMostFinishing = 2000;  // milliseconds for one that is dismissed to say that it knows
 constexpr int64_t kMostHalfOpen = 2000;    // milliseconds for a stranger to show that its address is true
@@ -148,6 +150,8 @@ void SessionSockets::Inside::Do(const LinkTask& task) {
     const ENetAddress address = ToEnet(task.address);
     ENetPeer* const peer = enet_host_connect(host, &address, kChannels, 0);
     if (peer == nullptr) return members->LinkLost(task.link);
+    // A call that is lost on the way is soon made again: so over a bad line it arrives before one gives up.
+    peer->roundTripTime = kFirstAnswer;
     peer->data = reinterpret_cast<void*>(static_cast<uintptr_t>(task.link));
     peers[task.link] = peer;
     return;
