@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdlib>
 
 namespace platform {
 namespace {
@@ -44,7 +45,7 @@ int UdpRelay::FrontOf(uint16_t port) {
   if (known != fronts_.end()) return known->second;
   const int made = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
   const sockaddr_in address = OnThisMachine(0);
-  bind(made, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  if (bind(made, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) std::abort();
   fronts_[port] = made;
   return made;
 }
