@@ -37,8 +37,8 @@ int32_t OpenDisplay() {
   std::string why;
   const bool opened = platform::OpenGameWindow({.title = u"quillmarch",
                                                 .windowed = Windowed,
-                                                .width = Halfsize ? 320 : 640,
-                                                .height = Halfsize ? 240 : 480,
+                                                .width = (Halfsize ? 320 : 640) * windowTimes,
+                                                .height = (Halfsize ? 240 : 480) * windowTimes,
                                                 .waitForBlank = !NOVSync,
                                                 .scaling = ScalingOf(Scaling)},
                                                why);

@@ -75,6 +75,14 @@ void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, co
   destination.Copy(static_cast<int32_t>(x + overLeft), static_cast<int32_t>(y + overTop), source, cut, keyed);
 }
 
+void DrawStrip(const Rect& strip) {
+  constexpr platform::Colour kGround = platform::Rgb(0x06, 0x09, 0x12);
+  constexpr platform::Colour kRule = platform::Rgb(0x26, 0x30, 0x4C);
+  if (!DDBack) return;
+  DDBack->Fill(strip, kRule);
+  DDBack->Fill({strip.left, strip.top + 1, strip.right, strip.bottom - 1}, kGround);
+}
+
 void DrawMovingBack() {
   if (DRAWLIMIT >= 3 || !DDBack || !SSBack) return;
   constexpr Rect kTile{0, 0, 160, 120};

@@ -19,6 +19,8 @@ void DrawTextWithin(const Rect& clip, int32_t x, int32_t y, TextView text, float
 // A copy cut against `clip`, and not made when it lies wholly outside.
 void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, const Surface& source,
                 const Rect& from, platform::Keyed keyed);
+// A dark strip between two thin rules, which letters on it can be read on whatever lies behind it.
+void DrawStrip(const Rect& strip);
 // The drifting backdrop of the list screens, with DRAWLIMIT below 3.
 void DrawMovingBack();
 

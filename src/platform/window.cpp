@@ -287,6 +287,13 @@ bool HasDisplay() {
   return driver != nullptr && !DrawsForNobody(driver);
 }
 
+bool DesktopHasRoom(int32_t width, int32_t height) {
+  constexpr int32_t kTitleBar = 40;  // of most desktops, with the frame below
+  SDL_Rect free{};
+  return HasDisplay() && SDL_GetDisplayUsableBounds(0, &free) == 0 && width <= free.w &&
+         height + kTitleBar <= free.h;
+}
+
 bool OpenGameWindow(const WindowOptions& options, std::string& why) {
   CloseGameWindow();
   if (!VideoReady()) {

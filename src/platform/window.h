@@ -44,6 +44,9 @@ struct WindowEvents {
 
 // True when a display can be opened at all; the drivers that draw for nobody count as none.
 bool HasDisplay();
+// Whether a window with such an inside, and its title bar, fits on the desktop beside what always lies there.
+// False without a display.
+bool DesktopHasRoom(int32_t width, int32_t height);
 
 // Opens the one window, in place of one that is open. False when it could not be opened; the game then goes
 // on unseen. `why` tells the reason.

@@ -20,8 +20,6 @@ namespace {
 constexpr int32_t kCharacters = 36;
 constexpr int32_t kAir = 8;    // beside the first and the last character
 constexpr int32_t kAbove = 3;  // and over and under them
-constexpr platform::Colour kGround = platform::Rgb(0x06, 0x09, 0x12);
-constexpr platform::Colour kRule = platform::Rgb(0x26, 0x30, 0x4C);
 constexpr TextView kPause = u"PAUSE: F12 GOES ON";
 
 // The sums are in 64 bits, which no numbers of a skin leave.
@@ -39,8 +37,7 @@ void DrawGround(const MessagePlace& place) {
   const int64_t left = int64_t{place.x} - kAir;
   const int64_t top = int64_t{place.y} - kAbove;
   const int64_t bottom = int64_t{place.y} + SysFontH + kAbove;
-  DDBack->Fill(RectOf(left, top, RightEnd(place), bottom), kRule);
-  DDBack->Fill(RectOf(left, top + 1, RightEnd(place), bottom - 1), kGround);
+  DrawStrip(RectOf(left, top, RightEnd(place), bottom));
 }
 
 void DrawPauseLine(const MessagePlace& place) {
@@ -50,6 +47,19 @@ void DrawPauseLine(const MessagePlace& place) {
 }
 
 }  // namespace
+
+void DrawTroubleStrip() {
+  if (!DDBack || chartTrouble.empty()) return;
+  const auto lines = static_cast<int64_t>(chartTrouble.size());
+  const int64_t bottom = int64_t{BgaY} + BgaH - kAbove;
+  const int64_t top = bottom - kAbove - lines * SysFontH;
+  DrawStrip(RectOf(BgaX, top - kAbove, int64_t{BgaX} + BgaW, bottom));
+  int64_t y = top;
+  for (const Text& line : chartTrouble) {
+    if (std::in_range<int32_t>(y)) DrawText(BgaX + kAir, static_cast<int32_t>(y), line, 0);
+    y += SysFontH;
+  }
+}
 
 void DrawMessageStrip() {
   if (!DDBack || (!message.up && !Paused)) return;

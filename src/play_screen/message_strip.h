@@ -8,4 +8,7 @@ namespace qlm {
 // Else draws nothing.
 void DrawMessageStrip();
 
+// What keeps the chart from being played as its author meant it, at the lower edge of the picture.
+void DrawTroubleStrip();
+
 }  // namespace qlm

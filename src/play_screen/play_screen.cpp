@@ -60,6 +60,7 @@ void DrawPlayFrame() {
   ForScoredSides(DrawOptionMarks);
   DrawFades();
   DrawNetStatus();
+  DrawTroubleStrip();
   DrawMessageStrip();
   VoicePurge();
 }

@@ -2,6 +2,7 @@
 #include "screens/loading_screen.h"
 
 #include "base/text.h"
+#include "graphics/draw.h"
 #include "graphics/fades.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
@@ -15,16 +16,13 @@ namespace qlm {
 namespace {
 
 constexpr platform::Colour kPaper = platform::Rgb(0xF3, 0xEA, 0xD3);
-constexpr platform::Colour kStrip = platform::Rgb(0x06, 0x09, 0x12);
-constexpr platform::Colour kRule = platform::Rgb(0x26, 0x30, 0x4C);
 constexpr platform::Colour kInk = platform::Rgb(0x3F, 0xB8, 0xAF);
 
 // The words for a course, and the song that is being read, on a dark strip, since a title picture may be
 // bright there.
 void DrawCourseLoading() {
   constexpr int32_t kLeft = 32;
-  DDBack->Fill({0, 408, kScreen.right, 462}, kRule);
-  DDBack->Fill({0, 409, kScreen.right, 461}, kStrip);
+  DrawStrip({0, 408, kScreen.right, 462});
   const uint32_t dots = platform::Now() / 200 % 4;
   const Text words = Join(u"NOW LOADING", Text(dots, u'.'));
   platform::DrawFontText(*DDBack, kLeft, 416, words, 16, kPaper, true);

@@ -11,6 +11,7 @@
 #include "base/paths.h"
 #include "base/rnd.h"
 #include "chart/loading.h"
+#include "chart/trouble.h"
 #include "files/course_files.h"
 #include "files/play_history.h"
 #include "files/record_file.h"
@@ -35,7 +36,9 @@
 #include "sound/play.h"
 #include "state/chart.h"
 #include "state/gauge.h"
+#include "state/judgement.h"
 #include "state/keys.h"
+#include "state/last_play.h"
 #include "state/lists.h"
 #include "state/message.h"
 #include "state/network.h"
@@ -79,11 +82,14 @@ bool GivenUp() {
 }
 
 void Load(TextView path) {
+  chartTrouble.clear();
   if (CourseMode) {
     CourseLoad(path, false);
     JoinCourse();
   } else if (BMSLoad(path) < 1) {
     LoadAbort = true;
+  } else {
+    TellTrouble(path);
   }
 }
 
@@ -105,6 +111,25 @@ void Ready(TextView path) {
   GameState = kStatePlay;
   DebugLog(u"Load Complete");
   if (network.NetActive) SendStandby();
+}
+
+Outcome OutcomeOfPlay() {
+  if (PlayCleared && Gauge[0] >= kClearGauge) return Outcome::kCleared;
+  return PlayCleared || PlayFailed ? Outcome::kFailed : Outcome::kStopped;
+}
+
+// Previews and the next load take its figures away.
+void RememberPlay() {
+  lastPlay = LastPlay{.title = CourseMode ? songSelect.courseName : HdrTitle,
+                      .artist = CourseMode ? Text() : HdrArtist,
+                      .path = BMSPath,
+                      .troubled = !chartTrouble.empty(),
+                      .playLevel = HdrPlayLevel,
+                      .outcome = OutcomeOfPlay(),
+                      .machine = DEMOMode || ShowRec,
+                      .score = Score[0],
+                      .classIndex = ClassOf(JPts[0], JPtsMax[0]),
+                      .counts = JudgeCount[0]};
 }
 
 void FinishScores() {
@@ -293,6 +318,7 @@ void StartPlay() {
   DebugLog(Join(u"totalobjs: ", objCount));
   writePlayList();
   PlayLoop();
+  RememberPlay();
   ResetListState();
   platform::MoveMouse(320, 240);
   GameState = ReturnState;
@@ -308,7 +334,9 @@ bool PlayListEntry(int32_t index) {
   PlayEnd = previewStop = true;
   EscHeld = false;
   const bool hasRow = index >= 0 && index <= lastSong;
-  const bool loaded = BMSLoad(hasRow ? TextView(songList[static_cast<size_t>(index)].path) : TextView()) >= 1;
+  const Text path = hasRow ? songList[static_cast<size_t>(index)].path : Text();
+  const bool loaded = BMSLoad(path) >= 1;
+  if (loaded) TellTrouble(path);
   PlayLoadedChart();
   listCursor = index;
   if (!loaded) DebugLog(u"error: File not found");
@@ -321,6 +349,7 @@ void PlayLoadedChart() {
   // From its pre-roll on, the keys are those of a play.
   GameState = kStatePlay;
   PlayLoop();
+  RememberPlay();
 }
 
 }  // namespace qlm

@@ -27,6 +27,7 @@
 #include "screens/list_rows.h"
 #include "screens/road.h"
 #include "screens/screen_table.h"
+#include "screens/song_select_keys.h"
 #include "sound/play.h"
 #include "state/chart.h"
 #include "state/keys.h"
@@ -100,12 +101,13 @@ void StopWheel() {
 
 }  // namespace
 
-void ListAnm() {
+void ListAnm(TextView jukebox) {
   ResetListState();
   GameState = kStateLists;
   PlaySE(SE::kSelectMusic, true);
   PlaySE(SE::kSelectStart);
   platform::MoveMouse(kScreen.Width() / 2, kScreen.Height() / 2);
+  if (!jukebox.empty()) OpenOnEasiest(jukebox);
   while (formRunning) ListTurn();
 }
 

@@ -8,8 +8,9 @@ namespace qlm {
 // What listScroll stands at for the title picture of a row that already stands still to be read anew.
 constexpr float kWheelStops = 0.001F;
 
-// Opens on the list of jukeboxes and runs until the window is gone.
-void ListAnm();
+// Opens on the list of jukeboxes, or on the charts of the one of that name with the easiest in hand, and runs
+// until the window is gone.
+void ListAnm(TextView jukebox = u"");
 // One turn of it: held keys, the wheel, one frame.
 void ListTurn();
 

@@ -1,7 +1,10 @@
 // What the keys do on the list screens.
 #include "screens/song_select_keys.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <span>
 
 #include "base/hooks.h"
 #include "base/log.h"
@@ -313,6 +316,18 @@ void ProcessKey_SongSelect(int32_t key) {
     case kKeyRight: PressEnter(key); break;
     default: break;
   }
+}
+
+void OpenOnEasiest(TextView jukebox) {
+  const auto rows = [] { return std::span(songList).first(static_cast<size_t>(lastSong + 1)); };
+  const auto named = std::ranges::find(rows(), jukebox, &SongEntry::title);
+  if (named == rows().end()) return;
+  listCursor = static_cast<int32_t>(named - rows().begin());
+  OpenJukebox(kKeyRight);
+  if (GameState != kStateSongSelect) return;
+  const auto easiest = std::ranges::min_element(rows(), {}, &SongEntry::playLevel);
+  listCursor = static_cast<int32_t>(easiest - rows().begin());
+  chexec();
 }
 
 }  // namespace qlm

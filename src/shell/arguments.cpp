@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "platform/arguments.h"
 #include "platform/files.h"
@@ -69,7 +70,7 @@ Files, all in the folder _qlmfiles beside the program:
   debug.txt      the log of the last run: look here when a sound or a picture is missing
 
 To begin with:
-  quillmarch songs/march/march5.bms
+  quillmarch songs/inkwell/inkwell5.bms
 What the game makes of a chart, and what is wrong with it: qlmprobe check CHART)";
 
 platform::Program GameProgram() {
@@ -97,6 +98,12 @@ platform::Program GameProgram() {
   program.options.push_back({.name = "--connect",
                              .value = "HOST[:PORT]",
                              .help = "joins the battle that another one opened there"});
+  program.options.push_back({.name = "--open",
+                             .value = "LIST",
+                             .help = "the song list opens on this one, with its easiest chart in hand"});
+  program.options.push_back(
+      {.name = "--window",
+       .help = "this time in a window of twice the size, where the desktop has room for it"});
   program.options.push_back({.name = "--set",
                              .value = "NAME=VALUE",
                              .help = "a setting by its name in qlm_conf.ini, or a play option: Hidden,\n"
@@ -105,6 +112,12 @@ platform::Program GameProgram() {
                                      "True or False, or a number. May be repeated",
                              .repeatable = true});
   return program;
+}
+
+// Empty when the option was not given.
+std::string LastValue(const platform::Arguments& read, std::string_view option) {
+  const auto values = read.values.find(option);
+  return values == read.values.end() || values->second.empty() ? std::string() : values->second.back();
 }
 
 }  // namespace
@@ -119,10 +132,9 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   launch.once = read.values.contains("--once");
   launch.demo = read.values.contains("--demo");
   launch.host = read.values.contains("--host");
-  if (const auto address = read.values.find("--connect");
-      address != read.values.end() && !address->second.empty()) {
-    launch.connect = address->second.back();
-  }
+  launch.window = read.values.contains("--window");
+  launch.connect = LastValue(read, "--connect");
+  launch.open = platform::DecodeUtf8(LastValue(read, "--open"));
   if (const auto settings = read.values.find("--set"); settings != read.values.end()) {
     for (const std::string& setting : settings->second)
       launch.settings.push_back(platform::DecodeUtf8(setting));

@@ -14,6 +14,8 @@ struct Launch {
   std::vector<Text> settings;  // each NAME=VALUE of a --set, in their order
   bool once = false;           // --once: the program ends behind the charts of the command line
   bool scan = false;           // --scan: charts are searched for anew
+  bool window = false;         // --window: in a window of twice the size, where the desktop has room
+  Text open;                   // --open: the list opens on this jukebox; empty for the list of jukeboxes
   bool noMenu = false;         // --no-menu: the game starts without its startup menu
   bool host = false;           // --host: a battle's session is opened
   std::string connect;         // --connect: HOST or HOST:PORT of the session to join

@@ -93,15 +93,6 @@ void SetDrawConstants() {
   BgaH = 256;
 }
 
-// What a person wants to know who saw nothing of the play.
-void TellWhatWasPlayed() {
-  const int32_t seconds = BMSLengthMs / 1000;
-  const Text line = Join(u"Played \"", HdrTitle, u"\" by ", HdrArtist, u" (", seconds / 60, u":",
-                         Padded(seconds % 60, 2), u").");
-  const std::string log = keepsDataFolder ? " The log is " + platform::SystemPath(LogPath()) : std::string();
-  std::printf("%s%s\n", platform::EncodeUtf8(line).c_str(), log.c_str());
-}
-
 // What the command line sets is saved at the end, like what keys change in a play. False, with a word to the
 // person at the terminal, when there is no such setting or the value does not fit.
 bool TakeSettings(const Launch& launch) {
@@ -117,18 +108,26 @@ bool TakeSettings(const Launch& launch) {
   return true;
 }
 
+// In a window of twice the frame's size where the desktop has room for it, otherwise as the settings say.
+void PlayInWindow() {
+  constexpr int32_t kTimes = 2;
+  if (!platform::DesktopHasRoom(kTimes * kScreen.Width(), kTimes * kScreen.Height())) return;
+  UseThisRun(Windowed, true);
+  UseThisRun(DirectBlt, true);
+  windowTimes = kTimes;
+}
+
 // The play that the command line asks for: whether its chart could be loaded, nothing when there is none.
 std::optional<bool> PlayFromCommandLine(TextView command) {
   if (command.empty()) return std::nullopt;
   BeginPlayReport();
   const std::optional<bool> played = RunCommandLine(command);
   WritePlayReport();
-  if (played.value_or(false)) TellWhatWasPlayed();
   return played;
 }
 
 // From here on the lists, until the player leaves.
-void OpenLists() {
+void OpenLists(TextView jukebox) {
   BootLog(u"Values initialized.");
   LoadSS();
   BootLog(u"Read JukeBoxes...");
@@ -140,13 +139,13 @@ void OpenLists() {
   DrawBootScreen();
   KeyHeld.Clear();
   selectLocked = false;
-  ListAnm();
+  ListAnm(jukebox);
 }
 
 void RunGame(const Launch& launch) {
   const std::optional<bool> played = PlayFromCommandLine(launch.command);
   // Without a display nobody could use the lists, nor leave them.
-  if (!launch.once && platform::HasDisplay()) OpenLists();
+  if (!launch.once && platform::HasDisplay()) OpenLists(launch.open);
   if (!played) std::fputs("quillmarch: no chart was named; quillmarch --help tells how\n", stderr);
   ExitApp(played.value_or(true) ? 0 : 1);
 }
@@ -196,7 +195,8 @@ int Main(const Launch& launch) {
   if (!first) ReportSecondProgram();
   MakeDataFolders();
   if (!TakeSettings(launch)) return 2;
-  if (launch.demo) DemonstrateThisRun();
+  if (launch.demo) UseThisRun(DEMOMode, true);
+  if (launch.window) PlayInWindow();
   ConnectHooks();
   platform::OnDisplayGone(SaveWithoutDisplay);
   platform::EndOnHangup();

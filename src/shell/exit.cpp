@@ -3,7 +3,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
+#include <vector>
 
 #include "base/log.h"
 #include "files/key_table.h"
@@ -13,6 +13,7 @@
 #include "net/session.h"
 #include "platform/message_box.h"
 #include "platform/timers.h"
+#include "shell/last_words.h"
 #include "shell/unwritten.h"
 #include "sound/play.h"
 #include "state/settings.h"
@@ -20,12 +21,23 @@
 namespace qlm {
 namespace {
 
-std::optional<bool> savedDemoMode;
+// A setting that this run uses otherwise.
+struct Borrowed {
+  bool* setting;
+  bool before;
+};
+std::vector<Borrowed> borrowed;
 
 struct Saved {
   bool keys = false;
   bool settings = false;
 };
+
+// One that the player has changed meanwhile has its old value already.
+void GiveBackSettings() {
+  for (const Borrowed& one : borrowed) *one.setting = one.before;
+  borrowed.clear();
+}
 
 // What every end does first, with or without a window system.
 Saved SaveAndStop() {
@@ -33,7 +45,7 @@ Saved SaveAndStop() {
   DebugLog(u"[ExitApp]");
   DebugLog(u"saving settings...");
   saved.keys = SaveKeyTable();
-  if (savedDemoMode) DEMOMode = *savedDemoMode;
+  GiveBackSettings();
   saved.settings = SaveSettings();
   DebugLog(u"Kill timers...");
   for (const int timer :
@@ -47,9 +59,10 @@ Saved SaveAndStop() {
 
 }  // namespace
 
-void DemonstrateThisRun() {
-  if (!savedDemoMode) savedDemoMode = DEMOMode;
-  DEMOMode = true;
+void UseThisRun(bool& setting, bool value) {
+  if (setting == value) return;
+  borrowed.push_back({&setting, setting});
+  setting = value;
 }
 
 void ExitApp(int status) {
@@ -58,6 +71,7 @@ void ExitApp(int status) {
   ReleaseDS();
   ReleaseDI();
   ShowUnsaved(saved.keys, saved.settings);
+  SayLastWords();
   std::fflush(nullptr);
   std::exit(status == 0 && !(saved.keys && saved.settings) ? 1 : status);
 }

@@ -16,7 +16,7 @@ void EndOnFatalError(TextView title, TextView message);
 // back.
 void SaveWithoutDisplay();
 
-// Has the machine play in this run. The setting that is saved at the end stays what it was.
-void DemonstrateThisRun();
+// Gives a setting this value for this run: the one before is what is saved at the end.
+void UseThisRun(bool& setting, bool value);
 
 }  // namespace qlm

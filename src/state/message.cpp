@@ -19,6 +19,7 @@ void AddLoadNotice(TextView text) {
 void ResetMessage() {
   message = {};
   loadNotice.clear();
+  chartTrouble.clear();
 }
 
 }  // namespace qlm

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "base/text.h"
 
@@ -16,6 +17,10 @@ inline ScreenMessage message;
 
 // What a load has to tell; it is shown when the play begins. Empty when all went well.
 inline Text loadNotice;
+
+// What keeps the chart in memory from being played as its author meant it, in lines that fit into the
+// picture. They stand there as long as it is played. Empty when there is nothing of the kind.
+inline std::vector<Text> chartTrouble;
 
 // Adds to what the load has to tell.
 void AddLoadNotice(TextView text);

@@ -6,6 +6,7 @@
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/keys.h"
+#include "state/last_play.h"
 #include "state/lists.h"
 #include "state/message.h"
 #include "state/network.h"
@@ -37,6 +38,7 @@ void ResetState() {
   ResetGauge();
   ResetRecords();
   scores = {};
+  lastPlay.reset();
   ResetNetwork();
   ResetKeys();
   ResetSkin();

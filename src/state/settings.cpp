@@ -5,6 +5,7 @@ namespace qlm {
 
 void ResetSettings() {
   numObjs = 65535;
+  windowTimes = 1;
   Windowed = Halfsize = Debug = false;
   Sleep = 0;
   ScreenColors = 0;

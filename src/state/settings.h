@@ -10,8 +10,9 @@ namespace qlm {
 // Core
 inline int32_t numObjs = 65535;  // highest index of the object table
 inline bool Windowed = false;
-inline bool Halfsize = false;  // in a window, the frame at 320 by 240
-inline bool Debug = false;     // memory and voice lines on the frame
+inline int32_t windowTimes = 1;  // a window's size by that of its frame; not saved
+inline bool Halfsize = false;    // in a window, the frame at 320 by 240
+inline bool Debug = false;       // memory and voice lines on the frame
 
 // Screen
 inline int32_t Sleep = 0;         // ms rested in each frame, 0 to 15

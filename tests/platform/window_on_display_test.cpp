@@ -62,6 +62,13 @@ class WindowOnDisplay : public testing::Test {
 };
 qlm::XDisplay* WindowOnDisplay::display = nullptr;
 
+// The display has 1400 by 960 pixels, and a title bar wants 40.
+TEST_F(WindowOnDisplay, FitsWithItsTitleBar) {
+  EXPECT_TRUE(DesktopHasRoom(1400, 920));
+  EXPECT_FALSE(DesktopHasRoom(1401, 920));
+  EXPECT_FALSE(DesktopHasRoom(1400, 921));
+}
+
 TEST_F(WindowOnDisplay, PointerAlwaysShowsInAWindow) {
   Open(true);
   EXPECT_TRUE(display->PointerShows());

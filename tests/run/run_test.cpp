@@ -66,7 +66,7 @@ class RunTest : public GameTest {
   // Starts the program on the display, or on none.
   void Start(const std::string& waylandDisplay = "") {
     program_ = std::make_unique<Process>(
-        std::vector<std::string>{SystemFolder() + "/quillmarch", "--once", chart_},
+        std::vector<std::string>{SystemFolder() + "/quillmarch", "--once", firstOption_, chart_},
         std::map<std::string, std::string>{{"DISPLAY", display_ ? display_->Name() : ""},
                                            {"WAYLAND_DISPLAY", waylandDisplay},
                                            {"XDG_SESSION_TYPE", ""},
@@ -134,6 +134,7 @@ class RunTest : public GameTest {
   }
 
   std::string chart_;
+  std::string firstOption_ = "-P";  // which changes nothing
   std::unique_ptr<XDisplay> display_;
   std::unique_ptr<Process> program_;
 };
@@ -148,6 +149,33 @@ TEST_F(RunTest, PlaysInAWindowAndEndsByItself) {
   ExpectGoodEnd(30);
   EXPECT_TRUE(LogHolds("playloop end")) << DebugText();
   EXPECT_TRUE(DebugText().ends_with("complete.\r\n")) << DebugText();
+}
+
+// 1280 by 960 and a title bar of 40 are all that there is.
+TEST_F(RunTest, ThisTimeInAWindowOfTwiceTheSize) {
+  WriteSettings(u"Windowed=False\r\n", u"DirectBlt=False\r\n");
+  firstOption_ = "--window";
+  StartDisplay("1280x1000");
+  StartProgram();
+  const platform::SurfacePtr screen = display_->Screenshot();
+  ASSERT_NE(screen, nullptr);
+  ExpectPicture(*screen, 0, 20, 2);
+  ExpectGoodEnd(30);
+  const std::string settings = ReadBytes(DataPath(u"qlm_conf.ini"));
+  EXPECT_NE(settings.find("Windowed=False\r\n"), std::string::npos);
+  EXPECT_NE(settings.find("DirectBlt=False\r\n"), std::string::npos);
+}
+
+// A pixel less, and the whole desktop is taken, as the settings say.
+TEST_F(RunTest, WithoutRoomForThatWindowAsTheSettingsSay) {
+  WriteSettings(u"Windowed=False\r\n", u"");
+  firstOption_ = "--window";
+  StartDisplay("1280x999");
+  StartProgram();
+  const platform::SurfacePtr screen = display_->Screenshot();
+  ASSERT_NE(screen, nullptr);
+  ExpectPicture(*screen, 0, 19, 2);
+  ExpectGoodEnd(30);
 }
 
 TEST_F(RunTest, HalfsizeShowsTheWholeFrameInASmallWindow) {

@@ -16,6 +16,7 @@
 #include "state/chart.h"
 #include "state/gauge.h"
 #include "state/keys.h"
+#include "state/last_play.h"
 #include "state/lists.h"
 #include "state/message.h"
 #include "state/network.h"
@@ -74,6 +75,20 @@ TEST_F(Decision, RowInHandIsPlayedAndTheListComesBack) {
   EXPECT_EQ(songSelect.rowCursorTime, platform::Now());
   EXPECT_TRUE(Sounding(SE::kFade));
   EXPECT_FALSE(platform::TimerArmed(platform::kTimerRunFESub)) << "once";
+}
+
+// The machine strikes the one note that each chart has.
+TEST_F(Decision, WhatThePlayCameToIsRemembered) {
+  ShowCharts({u"A", u"B"});
+  listCursor = 1;
+  Press(kKeyEnter);
+  RunTimers();
+  ASSERT_TRUE(lastPlay);
+  EXPECT_EQ(lastPlay->title, u"B");
+  EXPECT_EQ(lastPlay->path, songList[1].path);
+  EXPECT_TRUE(lastPlay->machine);
+  EXPECT_EQ(lastPlay->counts, (std::array<int32_t, 5>{1, 0, 0, 0, 0}));
+  EXPECT_EQ(lastPlay->outcome, Gauge[0] >= kClearGauge ? Outcome::kCleared : Outcome::kFailed);
 }
 
 TEST_F(Decision, HistoryTellsTheSongOfThisSessionAlone) {

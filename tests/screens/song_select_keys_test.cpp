@@ -258,6 +258,31 @@ TEST_F(OpenedJukebox, ShowsItsChartsFromTheFirst) {
   }
 }
 
+TEST_F(OpenedJukebox, OpensByItsNameWithTheEasiestChartInHand) {
+  std::vector<SongEntry> rows(4);
+  const std::array<int32_t, 4> levels = {7, 2, 9, 2};
+  for (size_t i = 0; i < rows.size(); ++i) {
+    rows[i].title = Text(1, static_cast<char16_t>(u'K' + i));
+    rows[i].playLevel = levels[i];
+  }
+  TakeRows(rows);
+  SaveAsJukebox(u"levels");
+  UpdateJukeList();
+  JukeReady();
+  OpenOnEasiest(u"levels");
+  EXPECT_EQ(GameState, kStateSongSelect);
+  EXPECT_EQ(songSelect.jukeName, u"levels.qbl");
+  EXPECT_EQ(listCursor, 1);  // of two that are as easy the first
+  EXPECT_EQ(songSelect.titleMain, u"L");
+  EXPECT_TRUE(platform::TimerArmed(platform::kTimerPlayCurSong));
+}
+
+TEST_F(OpenedJukebox, StaysShutUnderANameThatIsNone) {
+  OpenOnEasiest(u"third");
+  EXPECT_EQ(GameState, kStateLists);
+  EXPECT_EQ(listCursor, 1);
+}
+
 TEST_F(OpenedJukebox, LeadsBackToWhereItWasOpened) {
   Press(kKeyEnter);
   Press(kKeyLeft);

@@ -55,7 +55,11 @@ TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
   EXPECT_TRUE(launch.once);
   EXPECT_TRUE(launch.scan);
   EXPECT_FALSE(launch.noMenu);
+  EXPECT_FALSE(launch.window);
+  EXPECT_EQ(launch.open, u"");
   EXPECT_TRUE(ReadArguments(std::vector<std::string>{"--no-menu"}).noMenu);
+  EXPECT_TRUE(ReadArguments(std::vector<std::string>{"--window"}).window);
+  EXPECT_EQ(ReadArguments(std::vector<std::string>{"--open", "曲"}).open, u"曲");
   EXPECT_EQ(launch.answer, "");
   EXPECT_EQ(launch.wrong, "");
 }

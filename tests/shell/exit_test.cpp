@@ -17,6 +17,7 @@
 #include "platform/timers.h"
 #include "state/keys.h"
 #include "state/options.h"
+#include "state/settings.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
@@ -122,6 +123,34 @@ TEST_F(ExitTest, KeysAreSavedAndThenTheSettings) {
   EXPECT_EQ(writes.Names(), "debug.txt qlm_keycnf.dat qlm_conf.ini debug.txt ");
   EXPECT_EQ(ReadBytes(DataPath(u"qlm_keycnf.dat")), KeyTableBytes());
   EXPECT_NE(ReadBytes(DataPath(u"qlm_conf.ini")).find("HiSpeed=2.5\r\n"), std::string::npos);
+}
+
+TEST_F(ExitTest, ASettingOfThisRunAloneIsNotSaved) {
+  EXPECT_EXIT(
+      {
+        Windowed = false;
+        DirectBlt = true;
+        UseThisRun(Windowed, true);
+        UseThisRun(DirectBlt, true);
+        if (!Windowed || !DirectBlt) std::_Exit(9);
+        ExitApp();
+      },
+      testing::ExitedWithCode(0), "");
+  const std::string saved = ReadBytes(DataPath(u"qlm_conf.ini"));
+  EXPECT_NE(saved.find("Windowed=False\r\n"), std::string::npos);
+  EXPECT_NE(saved.find("DirectBlt=True\r\n"), std::string::npos);
+}
+
+TEST_F(ExitTest, WhatThePlayerChangesBackStays) {
+  EXPECT_EXIT(
+      {
+        DEMOMode = false;
+        UseThisRun(DEMOMode, true);
+        DEMOMode = false;
+        ExitApp();
+      },
+      testing::ExitedWithCode(0), "");
+  EXPECT_NE(ReadBytes(DataPath(u"qlm_conf.ini")).find("DEMOMode=False\r\n"), std::string::npos);
 }
 
 TEST_F(ExitTest, AFatalErrorGivesBackSurfacesAndSoundsTellsAndEnds) {
