@@ -2,7 +2,11 @@
 #include "screens/boot_screen.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <span>
 
+#include "base/paths.h"
+#include "graphics/bitmaps.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"
@@ -88,7 +92,24 @@ void ShowScan(TextView text) {
   DrawBootScreen();
 }
 
+void LoadDesk() {
+  deskPicture.clear();
+  const SurfacePtr picture = ReadPicture(DataPath(u"screens\\desk.bmp"));
+  if (!picture || picture->Width() != kScreen.Width() || picture->Height() != kScreen.Height()) return;
+  for (int32_t y = 0; y < kScreen.Height(); ++y) {
+    deskPicture.insert(deskPicture.end(), picture->Row(y).begin(), picture->Row(y).end());
+  }
+}
+
 void DrawDesk() {
+  const auto width = static_cast<size_t>(kScreen.Width());
+  if (!deskPicture.empty()) {
+    for (int32_t y = 0; y < kScreen.Height(); ++y) {
+      std::ranges::copy(std::span(deskPicture).subspan(static_cast<size_t>(y) * width, width),
+                        DDBack->Row(y).begin());
+    }
+    return;
+  }
   for (int32_t y = 0; y < kScreen.Height(); ++y) {
     DDBack->Fill({0, y, kScreen.Width(), y + 1},
                  Between(kDeskAbove, kDeskBelow, y * 1000 / (kScreen.Height() - 1)));

@@ -9,7 +9,9 @@ namespace qlm {
 void PrintBoot(TextView text, bool newLine = true);
 // How far the search for charts has come: a line of the list, drawn now and then.
 void ShowScan(TextView text);
-// The desk at night, over the whole screen. Needs the back surface.
+// Reads the picture of the desk at night, which has the size of the screen.
+void LoadDesk();
+// The desk, over the whole screen; where its picture is missing, its colours. Needs the back surface.
 void DrawDesk();
 // Draws the list and presents the frame.
 void DrawBootScreen();

@@ -217,6 +217,7 @@ void Start(const Launch& launch) {
   PrepareForm();
   InitDD();
   CreateSurfaces();
+  LoadDesk();
   PrintBoot(u"");
   PrintBoot(u"");
   PrintBoot(Join(u"quillmarch ", ProgramVersion().revision, u" booting... "));

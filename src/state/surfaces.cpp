@@ -9,6 +9,7 @@ void ResetSurfaces() {
     surface->reset();
   }
   graphDigits = {};
+  deskPicture.clear();
   StageRect = {};
   StageW = StageH = 0;
   SkinFile.Clear();

@@ -35,6 +35,9 @@ inline SurfacePtr SSObj;
 inline SurfacePtr SSNoStage;
 inline SurfacePtr ResultObj;
 
+// The desk at night as rows of kScreen, which take no video memory. Empty where the picture is missing.
+inline std::vector<platform::Colour> deskPicture;
+
 // The digits of the graph's figures side by side, from 0 to 9, drawn when their face is opened.
 struct GraphDigits {
   int32_t width = 0;  // of each; 0 without a font

@@ -16,6 +16,7 @@
 #include "state/surfaces.h"
 #include "tests/graphics/picture_files.h"
 #include "tests/support/allocations.h"
+#include "tools/media_files/bmp.h"
 
 namespace qlm {
 namespace {
@@ -174,6 +175,22 @@ TEST_F(Screens, BootLinesAreSeenAtEveryAgeAndMoveInTheirTwoTimes) {
   PrintBoot(u"■■■■■■", false);
   DrawBootScreen();  // at age 0 it is white
   EXPECT_EQ(presented->Pixel(46, 12), 0xFFFFFFU);
+}
+
+TEST_F(Screens, TheBootScreenLiesOnThePictureOfTheDesk) {
+  std::vector<std::vector<uint32_t>> rows(480, std::vector<uint32_t>(640, 0x102030));
+  rows[479][639] = 0x405060;
+  WriteData(u"_qlmfiles\\screens\\desk.bmp", media::BmpOf(rows));
+  LoadDesk();
+  DrawBootScreen();
+  EXPECT_EQ(presented->Pixel(0, 0), 0x102030U);
+  EXPECT_EQ(presented->Pixel(639, 479), 0x405060U);
+  // One of another size is none.
+  rows.pop_back();
+  WriteData(u"_qlmfiles\\screens\\desk.bmp", media::BmpOf(rows));
+  LoadDesk();
+  DrawBootScreen();
+  EXPECT_EQ(presented->Pixel(0, 479), 0x131A2EU);
 }
 
 TEST_F(Screens, TheBootScreenLiesOnADarkGround) {

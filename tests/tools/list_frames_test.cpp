@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "platform/font.h"
 #include "platform/picture.h"
+#include "screens/boot_screen.h"
 #include "screens/course_editor_frame.h"
 #include "screens/lane_choice.h"
 #include "screens/list_frame.h"
@@ -270,6 +271,17 @@ TEST_F(ListFramesTest, ANewCourseWithItsOneLineLeftOut) {
   SetTime(kNow - 40);
   mEditCourse();
   Expect("course-new");
+}
+
+TEST_F(ListFramesTest, TheStartOfTheProgram) {
+  LoadDesk();
+  for (const TextView line :
+       {u"", u"", u"quillmarch 0 booting... ", u"Seaching 1204... \\home\\me\\charts\\1999\\"}) {
+    PrintBoot(line);
+  }
+  SetTime(kNow + 100);
+  DrawBootScreen();
+  Expect("boot");
 }
 
 TEST_F(ListFramesTest, TheChoiceOfTheMachinesLanes) {
