@@ -24,6 +24,7 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/slots.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
 
@@ -174,7 +175,7 @@ void SortWithLines(ChartReport& report) {
 
 // Sounds and pictures that the new chart still names stay loaded.
 void ReleaseUnnamed() {
-  for (int32_t slot = 0; slot <= 255; ++slot) {
+  for (int32_t slot = 0; slot <= LastSlot; ++slot) {
     ReleaseUnnamedSound(slot);
     ReleaseUnnamedPicture(slot);
   }

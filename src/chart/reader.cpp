@@ -27,6 +27,7 @@
 #include "state/records.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/slots.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
@@ -375,6 +376,7 @@ void ForcePlayer(int32_t first) {
 
 void BMSInit() {
   DebugLog(u"[BMSInit] Initializing values");
+  SetLastSlot(WideCharts ? kLastBase36Slot : kLastHexSlot);
   WavFile.Clear();
   BmpFile.Clear();
   WavLoaded.Clear();
@@ -429,6 +431,7 @@ void BMSReadBytes(TextView path, std::string_view bytes, ChartReport* report) {
   if (chart.converted) DebugLog(u"Return-code converted");
 
   BMSPath = path;
+  if (CourseMode) SetCourseLastSlot(LastSlot);
   sideUsed = {};
   BuildChannelMap();
   SetHeaderDefaults();

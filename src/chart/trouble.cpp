@@ -14,6 +14,7 @@
 #include "state/chart.h"
 #include "state/message.h"
 #include "state/settings.h"
+#include "state/slots.h"
 #include "state/sounds.h"
 
 namespace qlm {
@@ -36,7 +37,7 @@ bool IsSilent() {
   constexpr int kLoadsAll = 0;
   if (NoWAV || WAVLoadmode != kLoadsAll) return false;
   bool named = false;
-  for (int32_t slot = 0; slot <= WavFile.kLast; ++slot) {
+  for (int32_t slot = 0; slot <= LastSlot; ++slot) {
     if (WavBuffer[slot] != nullptr) return false;
     named = named || !WavFile[slot].empty();
   }

@@ -85,6 +85,7 @@ constexpr SettingKey kKeys[] = {
 
 constexpr SettingKey kOwnKeys[] = {
     {u"quillmarch", u"LoadBudget", &LoadBudget, u"0", u"0"},
+    {u"quillmarch", u"WideCharts", &WideCharts, u"False", u"False"},
     {u"quillmarch", u"Scaling", &Scaling, u"0", u"0"},
     {u"quillmarch", u"NetPort", &NetPort, u"21520", u"21520"},
     {u"quillmarch", u"NetAddress", &NetAddress, u"", u""},

@@ -7,7 +7,7 @@
 
 namespace qlm {
 
-// Sees that the slot holds the picture that the chart wants. Slots outside 0 to 255 are passed over.
+// Sees that the slot holds the picture that the chart wants. Slots outside the tables are passed over.
 void BgaLoad(int32_t slot);
 // Gives back a slot whose file the chart no longer names.
 void ReleaseUnnamedPicture(int32_t slot);

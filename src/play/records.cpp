@@ -78,7 +78,7 @@ void Replay(const RecEvent& event) {
   }
 }
 
-int32_t CountNamed(const Table<Text, 255>& files) {
+int32_t CountNamed(const SlotTable<Text>& files) {
   int32_t count = 0;
   for (const Text& file : files) count += file.empty() ? 0 : 1;
   return count;

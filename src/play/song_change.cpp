@@ -19,6 +19,7 @@
 #include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/slots.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
@@ -57,19 +58,19 @@ void MarkOnGraph() {
 }
 
 void TakeLoadStates() {
-  const Table<bool, 255>* sounds = CourseWavLoaded.Find(CourseSong);
-  const Table<uint8_t, 255>* pictures = CourseBmpLoaded.Find(CourseSong);
+  const SlotTable<bool>* sounds = CourseWavLoaded.Find(CourseSong);
+  const SlotTable<uint8_t>* pictures = CourseBmpLoaded.Find(CourseSong);
   if (sounds == nullptr || pictures == nullptr) return;
-  for (int32_t slot = 0; slot <= 255; ++slot) {
+  for (int32_t slot = 0; slot <= LastSlot; ++slot) {
     WavLoaded[slot] = (*sounds)[slot] ? 255 : 0;
     BmpLoaded[slot] = (*pictures)[slot];
   }
 }
 
 void LoadSongFiles() {
-  Table<bool, 255>* sounds = CourseWavLoaded.Find(CourseSong);
-  Table<uint8_t, 255>* pictures = CourseBmpLoaded.Find(CourseSong);
-  for (int32_t slot = 0; slot <= 255; ++slot) {
+  SlotTable<bool>* sounds = CourseWavLoaded.Find(CourseSong);
+  SlotTable<uint8_t>* pictures = CourseBmpLoaded.Find(CourseSong);
+  for (int32_t slot = 0; slot <= LastSlot; ++slot) {
     loadwav(slot);
     if (sounds != nullptr) (*sounds)[slot] = true;
     BgaLoad(slot);

@@ -88,6 +88,10 @@ platform::Program GameProgram() {
   program.options.push_back(
       {.name = "--demo", .help = "the machine plays, and the setting is left as it was"});
   program.options.push_back(
+      {.name = "--wide",
+       .help = "reads charts as they are written today: more sounds, stops, long notes;\nthe setting "
+               "WideCharts is left as it was"});
+  program.options.push_back(
       {.name = "--once", .help = "ends behind the play of CHART; without it the song list follows"});
   program.options.push_back(
       {.name = "--no-menu", .help = "straight to the song list; a CHART passes the startup menu by, too"});
@@ -131,6 +135,7 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   launch.scan = read.values.contains("--scan");
   launch.once = read.values.contains("--once");
   launch.demo = read.values.contains("--demo");
+  launch.wide = read.values.contains("--wide");
   launch.host = read.values.contains("--host");
   launch.window = read.values.contains("--window");
   launch.connect = LastValue(read, "--connect");

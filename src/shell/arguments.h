@@ -20,6 +20,7 @@ struct Launch {
   bool host = false;           // --host: a battle's session is opened
   std::string connect;         // --connect: HOST or HOST:PORT of the session to join
   bool demo = false;           // --demo: the machine plays, whatever the settings say
+  bool wide = false;           // --wide: charts are read as they are written today, likewise
   std::string answer;          // what --help or --version prints; the game then does nothing else
   std::string wrong;           // what is wrong with the "--" words, in one line; empty when nothing is
 };

@@ -197,6 +197,7 @@ int Main(const Launch& launch) {
   if (!TakeSettings(launch)) return 2;
   if (launch.demo) UseThisRun(DEMOMode, true);
   if (launch.window) PlayInWindow();
+  if (launch.wide) UseThisRun(WideCharts, true);
   ConnectHooks();
   platform::OnDisplayGone(SaveWithoutDisplay);
   platform::EndOnHangup();

@@ -14,6 +14,7 @@
 #include "state/chart.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/slots.h"
 #include "state/sounds.h"
 #include "state/timeline.h"
 #include "state/transcript.h"
@@ -187,7 +188,7 @@ int32_t ServeEchoes() {
 void VoiceAdd(int32_t slot) {
   if (!VoiceActive.Holds(slot)) return;
   VoiceRemove(slot);
-  VoiceList.Put(VoiceCount, static_cast<uint8_t>(slot));
+  VoiceList.Put(VoiceCount, static_cast<int16_t>(slot));
   ++VoiceCount;
   VoiceStart[slot] = platform::Now();
   VoiceActive[slot] = true;
@@ -216,7 +217,7 @@ void VoicePurge() {
 }
 
 void FadeEndVolumes(int32_t ms) {
-  for (int32_t slot = 0; slot <= 255; ++slot) {
+  for (int32_t slot = 0; slot <= LastSlot; ++slot) {
     if (WavLoaded[slot] != 0) SetVolume(WavBuffer[slot], int64_t{ms} * -50);
   }
 }

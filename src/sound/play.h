@@ -15,7 +15,7 @@ void InitDS(platform::SoundOutput output = platform::SoundOutput::kDevice);
 void ReleaseDS();
 
 // Starts a slot from its beginning, loading it first when it is not there. `position` is carried and not
-// used; `echoStep` is 0, or 1 to 4 for an echo. Slots outside 0 to 255 sound nothing, but their echoes take
+// used; `echoStep` is 0, or 1 to 4 for an echo. Slots outside the tables sound nothing, but their echoes take
 // their places in the queue. With the sound loaded and no echo the call takes no memory and no disk.
 void PlayWav(int32_t slot, int32_t position, int32_t echoStep);
 // System sounds; numbers that are none of them do nothing.
@@ -23,7 +23,7 @@ void PlaySE(SE sound, bool looping = false);
 void StopSE(SE sound);
 void SetSEVolume(SE sound, int32_t volume);
 
-// An entry past the queue's 256 is lost. A slot outside 0 to 255 takes its place and sounds nothing.
+// An entry past the queue's 256 is lost. A slot outside the tables takes its place and sounds nothing.
 void EchoPush(int32_t time, int32_t slot, int32_t step);
 // Removes the entry; later ones move down by one.
 void EchoPop(int32_t index);

@@ -1,4 +1,4 @@
-// The 256 sound slots of the chart: loading, caching, and what happens to all of them at once.
+// The sound slots of the chart: loading, caching, and what happens to all of them at once.
 #include "sound/slots.h"
 
 #include <cmath>
@@ -12,12 +12,11 @@
 #include "state/message.h"
 #include "state/options.h"
 #include "state/session.h"
+#include "state/slots.h"
 #include "state/timeline.h"
 
 namespace qlm {
 namespace {
-
-constexpr int32_t kLastSlot = 255;
 
 // The path that the slot has to hold, null where the tables have none. In a course that is being played it is
 // the song's own, which is marked loaded with that.
@@ -127,13 +126,13 @@ void ReleaseAllSounds() {
 }
 
 void ApplySoundSpeed() {
-  for (loopCounter = 0; loopCounter <= kLastSlot; ++loopCounter) {
+  for (loopCounter = 0; loopCounter <= LastSlot; ++loopCounter) {
     if (WavBuffer[loopCounter] != nullptr) SetSlotFrequency(loopCounter);
   }
 }
 
 void StopPlayingSounds() {
-  for (loopCounter = 1; loopCounter <= kLastSlot; ++loopCounter) {
+  for (loopCounter = 1; loopCounter <= LastSlot; ++loopCounter) {
     const SoundBufferPtr& buffer = WavBuffer[loopCounter];
     WavWasPlaying[loopCounter] = buffer != nullptr && buffer->Playing();
     if (WavWasPlaying[loopCounter]) buffer->Stop();
@@ -141,13 +140,13 @@ void StopPlayingSounds() {
 }
 
 void ResumeStoppedSounds() {
-  for (loopCounter = 1; loopCounter <= kLastSlot; ++loopCounter) {
+  for (loopCounter = 1; loopCounter <= LastSlot; ++loopCounter) {
     if (WavWasPlaying[loopCounter] && WavBuffer[loopCounter] != nullptr) WavBuffer[loopCounter]->Play(false);
   }
 }
 
 void RewindSounds() {
-  for (loopCounter = 0; loopCounter <= kLastSlot; ++loopCounter) {
+  for (loopCounter = 0; loopCounter <= LastSlot; ++loopCounter) {
     if (WavBuffer[loopCounter] == nullptr) continue;
     WavBuffer[loopCounter]->SetCurrentPosition(0);
     WavBuffer[loopCounter]->Stop();

@@ -1,4 +1,4 @@
-// The 256 sound slots of the chart: loading, caching, and what happens to all of them at once.
+// The sound slots of the chart: loading, caching, and what happens to all of them at once.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ void ReleaseAllSounds();
 
 // Natural frequency times RealHiSpeed, for every existing buffer. Walks on loopCounter.
 void ApplySoundSpeed();
-// Walks slots 1 to 255 on loopCounter: keeps what plays in WavWasPlaying and stops it.
+// Walks the slots from 1 on with loopCounter: keeps what plays in WavWasPlaying and stops it.
 void StopPlayingSounds();
 // Plays every slot kept there from where it stopped. Walks on loopCounter.
 void ResumeStoppedSounds();

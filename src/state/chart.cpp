@@ -40,6 +40,7 @@ void ResetChart() {
   WavFile.Clear();
   BmpFile.Clear();
   BpmTable.Clear();
+  StopTable.Clear();
   MeasureLen.Clear();
   for (auto& song : CourseWavFile) song.Clear();
   for (auto& song : CourseBmpFile) song.Clear();

@@ -73,14 +73,16 @@ inline Table<int32_t, 99> ChannelMap;
 // Preparation gives each note a random lane. Nothing sets it.
 inline bool ScatterNotes = false;
 
-// By the two hexadecimal digits of the chart. Load states stand in sounds.h and surfaces.h.
-inline Table<Text, 255> WavFile;
-inline Table<Text, 255> BmpFile;
-inline Table<float, 255> BpmTable;     // 0 is undefined
+// By the two digits of the chart, hexadecimal ones but in the wide reading. Load states stand in sounds.h and
+// surfaces.h; state/slots.h gives all of them their length.
+inline SlotTable<Text> WavFile;
+inline SlotTable<Text> BmpFile;
+inline SlotTable<float> BpmTable;      // 0 is undefined
+inline SlotTable<float> StopTable;     // position units; the wide reading alone fills it
 inline Table<float, 2048> MeasureLen;  // 0 is not given until preparation
 
-// Course songs 0 to 127, each with 256 files.
-using CourseFileTable = Table<Table<Text, 255>, 127>;
+// Course songs 0 to 127, each with as many files.
+using CourseFileTable = Table<SlotTable<Text>, 127>;
 inline CourseFileTable CourseWavFile;
 inline CourseFileTable CourseBmpFile;
 

@@ -16,6 +16,7 @@
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/skin.h"
+#include "state/slots.h"
 #include "state/song_select.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
@@ -28,6 +29,7 @@ namespace qlm {
 void ResetState() {
   ResetSettings();
   ResetOptions();
+  ResetSlots();
   ResetChart();
   ResetLists();
   ResetSongSelect();

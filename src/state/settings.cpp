@@ -20,6 +20,7 @@ void ResetSettings() {
   CourseEffect = false;
   Scaling = 0;
   LoadBudget = 0;
+  WideCharts = false;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
   MyName.clear();

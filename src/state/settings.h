@@ -45,6 +45,7 @@ inline int32_t PreviewDelay = 1000;  // ms
 inline bool CourseEffect = false;
 inline Text MenuLanguage;    // "ja", "en", or empty: the menu follows the system
 inline int32_t Scaling = 0;  // on the whole desktop: 0 what looks best, 1 by a whole number, 2 to the edges
+inline bool WideCharts = false;  // charts are read as they are written today: chart/wide_reading.h
 inline int32_t LoadBudget = 0;  // MiB that sounds and pictures may hold together; up to 0: half of the memory
 
 // Play

@@ -12,20 +12,20 @@ namespace qlm {
 
 using platform::SoundBufferPtr;
 
-// Slots 0 to 255; WavFile stands in chart.h.
-inline Table<SoundBufferPtr, 255> WavBuffer;
-inline Table<Text, 255> WavHeldName;      // the file whose data the buffer holds: key of a cache over charts
-inline Table<uint8_t, 255> WavLoaded;     // 0 must be loaded, 255 done
-inline Table<int32_t, 255> WavFrequency;  // natural frequency, Hz
-inline Table<float, 255> WavLengthMs;
-inline Table<bool, 255> WavWasPlaying;  // set by pause and stall
+// By slot; WavFile stands in chart.h.
+inline SlotTable<SoundBufferPtr> WavBuffer;
+inline SlotTable<Text> WavHeldName;      // the file whose data the buffer holds: key of a cache over charts
+inline SlotTable<uint8_t> WavLoaded;     // 0 must be loaded, 255 done
+inline SlotTable<int32_t> WavFrequency;  // natural frequency, Hz
+inline SlotTable<float> WavLengthMs;
+inline SlotTable<bool> WavWasPlaying;  // set by pause and stall
 
 // By course song 0 to 127 and slot.
-inline Table<Table<bool, 255>, 127> CourseWavLoaded;
-inline Table<Table<SoundBufferPtr, 255>, 127> CourseWavBuffer;  // only with CourseLoadMode 2
+inline Table<SlotTable<bool>, 127> CourseWavLoaded;
+inline Table<SlotTable<SoundBufferPtr>, 127> CourseWavBuffer;  // only with CourseLoadMode 2
 
 // Duplicates by echo step 0 to 10 and slot; only steps 1 to 4 are ever filled.
-inline Table<Table<SoundBufferPtr, 255>, 10> EchoBuffer;
+inline Table<SlotTable<SoundBufferPtr>, 10> EchoBuffer;
 struct Echo {
   int32_t time = 0;  // play clock, ms
   int16_t slot = 0;
@@ -35,10 +35,10 @@ inline Table<Echo, 255> EchoQueue;
 inline int32_t EchoCount = 0;
 
 // Slots that sound, oldest first: feeds the polyphony figure.
-inline Table<uint8_t, 255> VoiceList;
+inline SlotTable<int16_t> VoiceList;
 inline int32_t VoiceCount = 0;
-inline Table<uint32_t, 255> VoiceStart;  // clock at the last start
-inline Table<bool, 255> VoiceActive;
+inline SlotTable<uint32_t> VoiceStart;  // clock at the last start
+inline SlotTable<bool> VoiceActive;
 
 // The system sounds. kClassSS to kClassE are loaded and never played.
 enum class SE : int32_t {

@@ -47,13 +47,13 @@ struct GraphDigits {
 inline GraphDigits graphDigits;
 
 // Pictures of the chart by slot; BmpFile stands in chart.h.
-inline Table<SurfacePtr, 255> BmpSurface;
-inline Table<Text, 255> BmpHeldName;   // the file whose picture the slot holds: key of a cache over charts
-inline Table<uint8_t, 255> BmpLoaded;  // 255 done
-inline Table<Rect, 255> BmpRect;
-inline Table<Table<SurfacePtr, 255>, 127> CourseBmpSurface;
-inline Table<Table<Rect, 255>, 127> CourseBmpRect;
-inline Table<Table<uint8_t, 255>, 127> CourseBmpLoaded;
+inline SlotTable<SurfacePtr> BmpSurface;
+inline SlotTable<Text> BmpHeldName;   // the file whose picture the slot holds: key of a cache over charts
+inline SlotTable<uint8_t> BmpLoaded;  // 255 done
+inline SlotTable<Rect> BmpRect;
+inline Table<SlotTable<SurfacePtr>, 127> CourseBmpSurface;
+inline Table<SlotTable<Rect>, 127> CourseBmpRect;
+inline Table<SlotTable<uint8_t>, 127> CourseBmpLoaded;
 
 // What the display reports as its memory in all. Surfaces are counted against it and never refused by it.
 inline int64_t videoMemoryTotal = int64_t{64} << 20;  // bytes

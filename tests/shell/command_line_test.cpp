@@ -49,10 +49,11 @@ TEST_F(CommandLineTest, MinusOptionsStayByTheirFirstTwoCharacters) {
 
 TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
   const Launch launch =
-      ReadArguments(std::vector<std::string>{"-P", "--demo", "/a.bms", "--once", "--scan", "-x"});
+      ReadArguments(std::vector<std::string>{"-P", "--demo", "/a.bms", "--once", "--scan", "--wide", "-x"});
   EXPECT_EQ(Utf8(launch.command), "-P \\a.bms " + Here() + "\\-x");
   EXPECT_TRUE(launch.demo);
   EXPECT_TRUE(launch.once);
+  EXPECT_TRUE(launch.wide);
   EXPECT_TRUE(launch.scan);
   EXPECT_FALSE(launch.noMenu);
   EXPECT_FALSE(launch.window);
@@ -76,7 +77,7 @@ TEST_F(CommandLineTest, HelpAndVersionAreAnswered) {
   const Launch help = ReadArguments(std::vector<std::string>{"/a.bms", "--help"});
   EXPECT_TRUE(help.answer.starts_with("quillmarch - a keysounded rhythm game\n")) << help.answer;
   for (const char* const part :
-       {"\nUsage: quillmarch [OPTION]... [CHART]...\n", "\n  --demo  ", "\n  --no-menu  ",
+       {"\nUsage: quillmarch [OPTION]... [CHART]...\n", "\n  --demo  ", "\n  --no-menu  ", "\n  --wide  ",
         "\n  --set NAME=VALUE  ", "\nKeys of the lanes", "\n  F12  ", "debug.txt"}) {
     EXPECT_NE(help.answer.find(part), std::string::npos) << part;
   }

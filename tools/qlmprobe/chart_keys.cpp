@@ -6,6 +6,7 @@
 #include "state/chart.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
+#include "state/slots.h"
 #include "state/timeline.h"
 
 namespace probe {
@@ -14,10 +15,7 @@ namespace {
 using qlm::Text;
 using qlm::TextView;
 
-std::string HexKey(int64_t index) {
-  const Text digits = qlm::Hex(static_cast<uint32_t>(index));
-  return platform::EncodeUtf8(digits.size() < 2 ? u"0" + digits : digits);
-}
+std::string SlotKey(int64_t slot) { return platform::EncodeUtf8(qlm::SlotName(static_cast<int32_t>(slot))); }
 
 void PutHeader(Json& json) {
   json.Key("header").BeginObject();
@@ -44,21 +42,21 @@ void PutObjects(Json& json) {
   json.EndArray();
 }
 
-void PutFiles(Json& json, std::string_view key, const qlm::Table<Text, 255>& files, TextView folder) {
+void PutFiles(Json& json, std::string_view key, const qlm::SlotTable<Text>& files, TextView folder) {
   json.Key(key).BeginObject();
-  for (int64_t i = 0; i <= files.kLast; ++i) {
+  for (int64_t i = 0; i <= files.Last(); ++i) {
     TextView name = files[i];
     if (name.empty()) continue;
     if (name.starts_with(folder)) name.remove_prefix(folder.size());
-    json.Put(HexKey(i), name);
+    json.Put(SlotKey(i), name);
   }
   json.EndObject();
 }
 
 void PutTables(Json& json) {
   json.Key("bpmTable").BeginObject();
-  for (int64_t i = 0; i <= qlm::BpmTable.kLast; ++i) {
-    if (qlm::BpmTable[i] != 0) json.Put(HexKey(i), qlm::BpmTable[i]);
+  for (int64_t i = 0; i <= qlm::BpmTable.Last(); ++i) {
+    if (qlm::BpmTable[i] != 0) json.Put(SlotKey(i), qlm::BpmTable[i]);
   }
   json.EndObject();
   json.Key("measureLen").BeginObject();

@@ -11,8 +11,8 @@ using qlm::Json;
 
 // The files that a chart names, by slot, and its folder.
 struct ChartFiles {
-  const qlm::Table<qlm::Text, 255>& wav;
-  const qlm::Table<qlm::Text, 255>& bmp;
+  const qlm::SlotTable<qlm::Text>& wav;
+  const qlm::SlotTable<qlm::Text>& bmp;
   qlm::TextView folder;
 };
 

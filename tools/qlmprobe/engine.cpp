@@ -75,6 +75,7 @@ void StartEngine(Arguments& arguments) {
   while (qlm::AppPath.ends_with(u'\\')) qlm::AppPath.pop_back();
   qlm::SetDefaultSettings();
   qlm::SetDefaultKeyMap();
+  qlm::WideCharts = arguments.Flag("--wide");
   TakeLogFile(arguments);
   TakeRandomNumbers(arguments);
 }

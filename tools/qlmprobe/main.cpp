@@ -106,6 +106,7 @@ Options CommonOptions() {
        .value = "FILE",
        .help = "writes the log lines of the run to this file",
        .group = group},
+      {.name = "--wide", .help = "reads charts as they are written today", .group = group},
       {.name = "--rnd",
        .value = "0.1,0.9,...",
        .help = "these numbers in place of random ones, again and again",

@@ -1,0 +1,46 @@
+// The length of the tables by slot.
+#include "state/slots.h"
+
+#include "state/chart.h"
+#include "state/sounds.h"
+#include "state/surfaces.h"
+
+namespace qlm {
+
+void SetLastSlot(int32_t last) {
+  if (last == LastSlot) return;
+  LastSlot = last;
+  // A voice of a slot that is gone has no place in the list.
+  VoiceList.Clear();
+  VoiceCount = 0;
+  VoiceStart.Clear();
+  VoiceActive.Clear();
+  const auto give = [last](auto&... tables) { (tables.SetLast(last), ...); };
+  give(WavFile, WavBuffer, WavHeldName, WavLoaded, WavFrequency, WavLengthMs, WavWasPlaying);
+  give(VoiceList, VoiceStart, VoiceActive);
+  give(BmpFile, BmpSurface, BmpHeldName, BmpLoaded, BmpRect);
+  give(BpmTable, StopTable);
+  for (auto& step : EchoBuffer) give(step);
+}
+
+void SetCourseLastSlot(int32_t last) {
+  for (int32_t song = 0; song <= CourseWavFile.kLast; ++song) {
+    const auto give = [last, song](auto&... tables) { (tables[song].SetLast(last), ...); };
+    give(CourseWavFile, CourseWavLoaded, CourseWavBuffer);
+    give(CourseBmpFile, CourseBmpSurface, CourseBmpRect, CourseBmpLoaded);
+  }
+}
+
+Text SlotName(int32_t slot) {
+  constexpr TextView kDigits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  const int32_t base = LastSlot == kLastHexSlot ? 16 : LastSlot == kLastBase36Slot ? 36 : 62;
+  if (slot < 0 || slot >= base * base) return u"??";
+  return {kDigits[static_cast<size_t>(slot / base)], kDigits[static_cast<size_t>(slot % base)]};
+}
+
+void ResetSlots() {
+  SetLastSlot(kLastHexSlot);
+  SetCourseLastSlot(kLastHexSlot);
+}
+
+}  // namespace qlm

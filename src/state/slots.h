@@ -1,0 +1,26 @@
+// How many slots a chart has for sounds, pictures, tempi and stops: 256, and more in the wide reading.
+#pragma once
+
+#include <cstdint>
+
+#include "base/text.h"
+
+namespace qlm {
+
+constexpr int32_t kLastHexSlot = 255;      // FF
+constexpr int32_t kLastBase36Slot = 1295;  // ZZ
+constexpr int32_t kLastBase62Slot = 3843;  // zz
+
+inline int32_t LastSlot = kLastHexSlot;  // written by SetLastSlot alone
+
+// Gives all tables by slot this last entry, those of course songs apart. What lies past it is let go.
+void SetLastSlot(int32_t last);
+// Those of all course songs.
+void SetCourseLastSlot(int32_t last);
+
+// The two digits by which a chart names the slot: hexadecimal ones, or as many as the tables need.
+Text SlotName(int32_t slot);
+
+void ResetSlots();
+
+}  // namespace qlm
