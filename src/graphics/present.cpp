@@ -10,6 +10,7 @@
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
 #include "graphics/draw.h"
+#include "graphics/flip_wait.h"
 #include "input/input.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -98,9 +99,8 @@ void DrawMemory() {
   DrawText(320, 430, Join(u" POL: ", VoiceCount), 0);
 }
 
-void Show(bool noWait) {
+void Show(bool waits) {
   if (hooks.framePresented != nullptr) hooks.framePresented();
-  const bool waits = !noWait && !NOVSync;
   // Quirk: a window that is not drawn directly asks for a flip, which a window cannot do: the frame stays
   // unseen.
   const bool canShow = DirectBlt || !Windowed;
@@ -111,7 +111,17 @@ void Show(bool noWait) {
   // An unseen frame has no blank to wait for, and without a rest the play would take a whole processor.
   if (waits && !(canShow && platform::WindowOpen())) platform::WaitForBeat(kUnseenFramesPerSecond);
   platform::FrameShown();
+  if (KeysAtOnce) NoteFlip();
   ScreenRect = FullRect;
+}
+
+// What a finished frame waits before it is shown.
+void Rest(bool waits) {
+  if (KeysAtOnce) {
+    ServeKeysUntilFlip(kEvents, FrameRest(), waits);
+  } else if (const uint32_t rest = FrameRest(); rest > 0) {
+    platform::SleepFor(rest);
+  }
 }
 
 void CountFrame() {
@@ -144,9 +154,10 @@ void PresentFrame(bool noWait, bool quiet) {
     DrawFrameRate();
   }
   if (Debug) DrawMemory();
+  const bool waits = !noWait && !NOVSync;
   DoEvents();
-  if (const uint32_t rest = FrameRest(); rest > 0) platform::SleepFor(rest);
-  Show(noWait);
+  Rest(waits);
+  Show(waits);
   ReadJoysticks();
   CountFrame();
   if (DDBack) DDBack->Fill(FullRect, 0);

@@ -25,6 +25,13 @@ uint32_t Now() {
   return kStart + static_cast<uint32_t>(passed);
 }
 
+int64_t Microseconds() {
+  const auto since = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::microseconds>(since).count();
+}
+
+bool ClockIsVirtual() { return isVirtual; }
+
 void SleepFor(uint32_t milliseconds) {
   if (isVirtual) {
     virtualRest += milliseconds;

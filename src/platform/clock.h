@@ -13,6 +13,11 @@ uint32_t Now();
 // clock.
 constexpr int32_t Elapsed(uint32_t now, uint32_t then) { return static_cast<int32_t>(now - then); }
 
+// Microseconds of the machine's steady clock, never virtual; any thread may ask.
+int64_t Microseconds();
+// Whether Now() is a number that was set, so that waiting for a moment would never end.
+bool ClockIsVirtual();
+
 // Rests. On the virtual clock it returns at once and no time passes.
 void SleepFor(uint32_t milliseconds);
 

@@ -415,6 +415,32 @@ void PumpWindowEvents(const WindowEvents& events) {
   }
 }
 
+bool WaitForWindowEvents(int64_t until, bool eachMs) {
+  constexpr int64_t kMillisecond = 1000;
+  if (SDL_WasInit(SDL_INIT_EVENTS) == 0) return false;
+  if (ClockIsVirtual()) {
+    SDL_PumpEvents();
+    return SDL_PeepEvents(nullptr, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) > 0;
+  }
+  while (true) {
+    const int64_t left = (until - Microseconds()) / kMillisecond;
+    if (left < 1) return false;
+    const int wait = static_cast<int>(eachMs ? 1 : std::min<int64_t>(left, kMillisecond));
+    if (SDL_WaitEventTimeout(nullptr, wait) != 0 || eachMs) return true;
+  }
+}
+
+int32_t RefreshRate() {
+  constexpr int32_t kUsual = 60;
+  constexpr int32_t kSlowest = 20;
+  constexpr int32_t kFastest = 1000;
+  SDL_DisplayMode mode{};
+  if (!game || SDL_GetCurrentDisplayMode(SDL_GetWindowDisplayIndex(game->window.get()), &mode) != 0) {
+    return kUsual;
+  }
+  return mode.refresh_rate >= kSlowest && mode.refresh_rate <= kFastest ? mode.refresh_rate : kUsual;
+}
+
 WindowPlacement NormalizeWindow() {
   if (!game) {
     return lastPlacement;

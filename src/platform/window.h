@@ -83,6 +83,13 @@ void TakeCharacters(bool take);
 // close.
 void PumpWindowEvents(const WindowEvents& events);
 
+// Waits until there are events to pump, and says true, or until `until`, in Microseconds(), and says false.
+// With `eachMs` also says true about every millisecond, for what sends no events. On the virtual clock it
+// tells at once whether there are any.
+bool WaitForWindowEvents(int64_t until, bool eachMs);
+// Frames that the window's screen shows in a second; 60 without a window or where it is not known.
+int32_t RefreshRate();
+
 struct WindowPlacement {
   int32_t left = 0;  // of the window's inside, in the system's units
   int32_t top = 0;

@@ -9,7 +9,7 @@ void ResetSettings() {
   Windowed = Halfsize = Debug = false;
   Sleep = 0;
   ScreenColors = 0;
-  DirectBlt = NOVSync = WaitVBlank = DontStretch = RealtimeStretch = false;
+  DirectBlt = NOVSync = WaitVBlank = KeysAtOnce = DontStretch = RealtimeStretch = false;
   Font.clear();
   DRAWLIMIT = 0;
   NOSMOOTHSCROLL = ShowObj = ShowGauge = ShowVLine = ShowGlid = PolMode = ShowClearedOnList = false;
@@ -22,6 +22,7 @@ void ResetSettings() {
   LoadBudget = 0;
   WideCharts = false;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
+  SoundBlock = 256;
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
   MyName.clear();
   NetPort = 21520;

@@ -20,6 +20,7 @@ inline uint8_t ScreenColors = 0;  // display depth is (value + 1) * 8 bits
 inline bool DirectBlt = false;    // shows by a copy and not by a flip
 inline bool NOVSync = false;
 inline bool WaitVBlank = false;
+inline bool KeysAtOnce = false;  // keys are served while a finished frame waits for its flip
 inline bool DontStretch = false;  // the judgement word and a course's title picture are not stretched
 inline bool RealtimeStretch = false;
 inline Text Font;              // face of text drawn by the platform
@@ -52,6 +53,7 @@ inline int32_t LoadBudget = 0;  // MiB that sounds and pictures may hold togethe
 inline bool ShowBGA = false;
 inline bool PlaySound = false;     // background objects sound
 inline bool PlayKeySound = false;  // notes sound by themselves
+inline int32_t SoundBlock = 256;   // frames that the sound device is to ask for at a time
 inline bool UserPlay = false;
 inline bool UserRec = false;
 inline bool ShowRec = false;

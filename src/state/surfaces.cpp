@@ -42,6 +42,7 @@ void ResetSurfaces() {
   FpsTime = 0;
   bootLines.clear();
   displayIsLost = false;
+  FlipTime = FlipMargin = 0;
 }
 
 }  // namespace qlm

@@ -91,6 +91,8 @@ inline double Fps = 0;          // frames a second, recomputed every 200 ms or m
 inline int32_t FrameCount = 0;  // frames since the figure was taken
 inline uint32_t FpsTime = 0;    // clock at which it was taken
 inline bool displayIsLost = false;
+inline int64_t FlipTime = 0;    // platform::Microseconds() when the last frame was shown
+inline int64_t FlipMargin = 0;  // microseconds before the next flip at which a frame is sent on its way
 
 // The boot screen's list, oldest line first.
 struct BootLine {

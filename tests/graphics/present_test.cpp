@@ -9,6 +9,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "graphics/display.h"
+#include "graphics/flip_wait.h"
 #include "platform/clock.h"
 #include "platform/timers.h"
 #include "platform/window.h"
@@ -18,6 +19,7 @@
 #include "state/sounds.h"
 #include "tests/graphics/picture_files.h"
 #include "tests/support/virtual_desktop.h"
+#include "tests/support/virtual_keyboard.h"
 
 namespace qlm {
 namespace {
@@ -295,6 +297,96 @@ TEST_F(Present, TheRestLiesBetweenThePumpAndTheShow) {
   PresentFrame();
   EXPECT_EQ(restedAtPump, 0);
   EXPECT_EQ(restedAtShow, 15);
+}
+
+// What a key does to the order of a frame's steps when it comes behind the pump, while the frame waits.
+class WaitingFrame : public Present {
+ protected:
+  WaitingFrame() {
+    hooks.pumped = [] {
+      steps.push_back(u"pump");
+      if (pressed) VirtualKeyboard::Key(kUsageA, true);
+      pressed = false;
+    };
+    hooks.keyDown = [](int32_t key) { steps.push_back(Join(u"key ", key)); };
+    hooks.framePresented = [] { steps.push_back(u"show"); };
+    platform::SetTimer(platform::kTimerPlay, 0, [] { steps.push_back(u"timer"); });
+    pressed = true;
+  }
+  static constexpr int32_t kUsageA = 4;  // the key with number 30
+  static inline bool pressed;
+  VirtualKeyboard keyboard;
+};
+
+TEST_F(WaitingFrame, LeavesItsKeysToTheNextPump) {
+  PresentFrame();
+  PresentFrame();
+  EXPECT_EQ(steps,
+            (std::vector<Text>{u"pump", u"timer", u"show", u"key 30", u"pump", u"timer", u"show"}));
+}
+
+// Everything else comes as often as it did, at its place.
+TEST_F(WaitingFrame, ServesItsKeysAtOnceWhereThePlayerWantsIt) {
+  KeysAtOnce = true;
+  PresentFrame();
+  PresentFrame();
+  EXPECT_EQ(steps,
+            (std::vector<Text>{u"pump", u"timer", u"key 30", u"show", u"pump", u"timer", u"show"}));
+}
+
+TEST_F(WaitingFrame, ThatDoesNotWaitServesTheKeysThatHaveComeByThen) {
+  KeysAtOnce = NOVSync = true;
+  PresentFrame();
+  PresentFrame(true);
+  EXPECT_EQ(steps,
+            (std::vector<Text>{u"pump", u"timer", u"key 30", u"show", u"pump", u"timer", u"show"}));
+}
+
+// On the real clock: a frame that nobody sees comes sixty times a second, and its wait is ours.
+TEST_F(WaitingFrame, WaitsAsLongAsItDidBefore) {
+  platform::UseRealClock();
+  KeysAtOnce = true;
+  PresentFrame();
+  const uint32_t begin = platform::Now();
+  for (int32_t i = 0; i < 4; ++i) PresentFrame();
+  EXPECT_GE(platform::Elapsed(platform::Now(), begin), 49);
+}
+
+// Of its sixtieth of a second a frame waits all but 2 ms; the longest wait of ten, for a busy machine.
+TEST_F(WaitingFrame, ServesAKeyLongBeforeItsFlip) {
+  platform::UseRealClock();
+  KeysAtOnce = true;
+  static int64_t served;
+  static int64_t longest;
+  longest = 0;
+  hooks.keyDown = [](int32_t) { served = platform::Microseconds(); };
+  hooks.framePresented = [] { longest = std::max(longest, platform::Microseconds() - served); };
+  for (int32_t i = 0; i < 10; ++i) {
+    served = platform::Microseconds();
+    pressed = true;
+    PresentFrame();
+    VirtualKeyboard::Key(kUsageA, false);
+  }
+  EXPECT_GT(longest, 5000);
+}
+
+TEST_F(WaitingFrame, RestsNoLessThanTheSettingAsks) {
+  platform::UseRealClock();
+  KeysAtOnce = NOVSync = true;
+  Sleep = 15;
+  const uint32_t begin = platform::Now();
+  PresentFrame();
+  EXPECT_GE(platform::Elapsed(platform::Now(), begin), 14);
+}
+
+// At 60 frames a second the screen takes one every 16,667 microseconds; half as much again is late.
+TEST(FlipMarginTest, GrowsWithALateFrameAndWearsOffSlowly) {
+  EXPECT_EQ(NextFlipMargin(2000, 25'001, 16'667), 3000);
+  EXPECT_EQ(NextFlipMargin(3000, 25'000, 16'667), 2999);
+  EXPECT_EQ(NextFlipMargin(0, 16'667, 16'667), 2000) << "never less";
+  EXPECT_EQ(NextFlipMargin(2000, 16'667, 16'667), 2000);
+  EXPECT_EQ(NextFlipMargin(16'500, 40'000, 16'667), 16'667) << "never more: that is no wait";
+  EXPECT_EQ(NextFlipMargin(0, 1000, 1000), 1000) << "a screen faster than the least margin";
 }
 
 // With a window that nobody looks at.

@@ -26,6 +26,7 @@
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
 #include "tests/support/allocations.h"
+#include "tests/support/virtual_keyboard.h"
 #include "tests/support/virtual_stick.h"
 
 namespace qlm {
@@ -193,6 +194,31 @@ TEST_F(AllocationTest, HandsAtKeysAndControllersAllocateNothing) {
   EXPECT_EQ(JoyCount, 2);
   EXPECT_GT(JudgeCount[0][3], 100) << "pressed that often, most notes are struck early";
   ReleaseDI();
+}
+
+// A key that goes down or up while the frame of each turn waits.
+TEST_F(AllocationTest, KeysServedWhileTheFrameWaitsAllocateNothing) {
+  const VirtualKeyboard keyboard;
+  constexpr int32_t kUsage = 29;  // the key Z
+  DEMOMode = false;
+  UserPlay = KeysAtOnce = true;
+  JudgeWindow = {3, 6, 18, 24};
+  KeyMap[44] = 11;
+  hooks.keyDown = ProcessKey_Play;
+  hooks.keyUp = [](int32_t key) { ReleaseLane(LaneChannel(key)); };
+  static bool down;
+  static int32_t servedInTheWait;
+  down = false;
+  servedInTheWait = 0;
+  hooks.pumped = [] {
+    down = !down;
+    VirtualKeyboard::Key(kUsage, down);
+  };
+  hooks.framePresented = [] { servedInTheWait += LaneDown[0] == down ? 1 : 0; };
+  EXPECT_EQ(AllocatedIn(1000), 0U);
+  hooks.pumped = hooks.framePresented = nullptr;
+  EXPECT_EQ(servedInTheWait, 1010);
+  EXPECT_GT(JudgeCount[0][3], 100) << "pressed that often, most notes are struck early";
 }
 
 TEST_F(AllocationTest, ARecordedPlayAllocatesNothing) {

@@ -1,11 +1,20 @@
 // Tests of one turn: its frame, its tick, and what a turn looks at by itself.
 #include "play/turn.h"
 
+#include "base/hooks.h"
+#include "graphics/display.h"
 #include "platform/timers.h"
+#include "platform/window.h"
+#include "play/input.h"
+#include "state/judgement.h"
+#include "state/keys.h"
+#include "state/records.h"
 #include "state/session.h"
+#include "state/settings.h"
 #include "state/sounds.h"
 #include "state/timeline.h"
 #include "tests/play/play_test.h"
+#include "tests/support/virtual_keyboard.h"
 
 namespace qlm {
 namespace {
@@ -88,6 +97,64 @@ TEST_F(TurnTest, FrameBehindTheTableIsNotDrawn) {
   EXPECT_EQ(FramesShown(), 0);
   PlayFrame(1);
   EXPECT_EQ(FramesShown(), 1);
+}
+
+// A press that comes behind the pump of the turn at 0 ms, while its frame waits; the next turn is at 16.
+class PressInTheWait : public TurnTest {
+ protected:
+  PressInTheWait() {
+    InitDD(DisplayOutput::kUnseen);
+    CreateSurfaces();
+    FillSlot(1);
+    Lay(ObjSeparator, 9000);
+    Begin();
+    PreviewActive = false;
+    LaneNote.fill(-1);
+    LaneSound[0] = 1;
+    UserPlay = UserRec = true;
+    KeyMap[kKey] = 11;
+    hooks.keyDown = ProcessKey_Play;
+    hooks.keyUp = [](int32_t key) { ReleaseLane(LaneChannel(key)); };
+    RunFrames(16, [](int32_t ms) {
+      if (ms == 0) VirtualKeyboard::Key(kUsage, true);
+    });
+  }
+  static constexpr int32_t kUsage = 29;  // the key Z
+  static constexpr int32_t kKey = 44;
+  VirtualKeyboard keyboard;
+};
+
+TEST_F(PressInTheWait, SoundsWithTheNextTurnAtItsPosition) {
+  PlayStep();
+  EXPECT_FALSE(LaneDown[0]);
+  EXPECT_EQ(Starts(), "");
+  PlayStep();
+  EXPECT_TRUE(LaneDown[0]);
+  EXPECT_EQ(Starts(), "1@16");
+  ASSERT_EQ(RecCount, 1);
+  EXPECT_EQ(PlayRecord[0].pos, 16);
+}
+
+TEST_F(PressInTheWait, SoundsAtOnceAtThePositionOfItsTurn) {
+  KeysAtOnce = true;
+  PlayStep();
+  EXPECT_TRUE(LaneDown[0]);
+  EXPECT_EQ(Starts(), "1@0");
+  PlayStep();
+  EXPECT_EQ(Starts(), "1@0");
+  ASSERT_EQ(RecCount, 1);
+  EXPECT_EQ(PlayRecord[0].pos, 0);
+}
+
+// Nothing waits for a flip while another program has the screen: the pump of that wait serves the keys.
+TEST_F(PressInTheWait, SoundsWithTheNextTurnWhileTheDisplayIsLost) {
+  KeysAtOnce = true;
+  platform::TakeDisplayAway(true);
+  PlayStep();
+  EXPECT_EQ(Starts(), "");
+  PlayStep();
+  platform::TakeDisplayAway(false);
+  EXPECT_EQ(Starts(), "1@16");
 }
 
 TEST_F(TurnTest, TickEndsItsTimer) {
