@@ -321,8 +321,7 @@ class WaitingFrame : public Present {
 TEST_F(WaitingFrame, LeavesItsKeysToTheNextPump) {
   PresentFrame();
   PresentFrame();
-  EXPECT_EQ(steps,
-            (std::vector<Text>{u"pump", u"timer", u"show", u"key 30", u"pump", u"timer", u"show"}));
+  EXPECT_EQ(steps, (std::vector<Text>{u"pump", u"timer", u"show", u"key 30", u"pump", u"timer", u"show"}));
 }
 
 // Everything else comes as often as it did, at its place.
@@ -330,16 +329,14 @@ TEST_F(WaitingFrame, ServesItsKeysAtOnceWhereThePlayerWantsIt) {
   KeysAtOnce = true;
   PresentFrame();
   PresentFrame();
-  EXPECT_EQ(steps,
-            (std::vector<Text>{u"pump", u"timer", u"key 30", u"show", u"pump", u"timer", u"show"}));
+  EXPECT_EQ(steps, (std::vector<Text>{u"pump", u"timer", u"key 30", u"show", u"pump", u"timer", u"show"}));
 }
 
 TEST_F(WaitingFrame, ThatDoesNotWaitServesTheKeysThatHaveComeByThen) {
   KeysAtOnce = NOVSync = true;
   PresentFrame();
   PresentFrame(true);
-  EXPECT_EQ(steps,
-            (std::vector<Text>{u"pump", u"timer", u"key 30", u"show", u"pump", u"timer", u"show"}));
+  EXPECT_EQ(steps, (std::vector<Text>{u"pump", u"timer", u"key 30", u"show", u"pump", u"timer", u"show"}));
 }
 
 // On the real clock: a frame that nobody sees comes sixty times a second, and its wait is ours.
