@@ -6,8 +6,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <string_view>
+#include <thread>
 
+#include "platform/block_watch.h"
+#include "platform/clock.h"
 #include "platform/heap.h"
 #include "platform/sound_device_mixer.h"
 
@@ -16,7 +20,6 @@ namespace {
 
 constexpr uint32_t kMostBytes = 256U << 20;
 constexpr int32_t kHighestRate = 200000;
-constexpr int32_t kWantedBlock = 256;  // frames: the longest that a key press waits for its block
 
 // The open device. Game's thread.
 std::shared_ptr<Mixer> mixer;
@@ -28,8 +31,19 @@ struct CloseAtExit {
   ~CloseAtExit() { CloseSoundDevice(); }
 } closeAtExit;
 
+// Of the system's device; made anew with it, while it does not ask.
+std::optional<BlockWatch> watch;
+std::atomic<bool> drains = false;
+
 void AskedForBlock(void* user, Uint8* bytes, int length) {
-  static_cast<Mixer*>(user)->Render({reinterpret_cast<int16_t*>(bytes), static_cast<size_t>(length) / 2});
+  constexpr int32_t kBytesAFrame = 4;
+  constexpr std::chrono::milliseconds kLongerThanAnyDevice(150);
+  if (drains.exchange(false, std::memory_order_relaxed)) std::this_thread::sleep_for(kLongerThanAnyDevice);
+  const int64_t now = Microseconds();
+  watch->Asked(now, int64_t{length} * 1'000'000 / (kBytesAFrame * kSoundRate));
+  auto* const mixer = static_cast<Mixer*>(user);
+  mixer->BeginBlock(now);
+  mixer->Render({reinterpret_cast<int16_t*>(bytes), static_cast<size_t>(length) / 2});
 }
 
 // While it lives, nothing reaches standard error: below the audio library others print their own complaints
@@ -54,7 +68,7 @@ class QuietErrors {
 };
 
 // Starts the system's device. False, with the reason in info.why, when there is none.
-bool OpenSystemDevice(SoundDeviceInfo& info) {
+bool OpenSystemDevice(SoundDeviceInfo& info, int32_t blockFrames) {
   const QuietErrors quiet;
   if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
     info.why = SDL_GetError();
@@ -64,9 +78,11 @@ bool OpenSystemDevice(SoundDeviceInfo& info) {
   wanted.freq = kSoundRate;
   wanted.format = AUDIO_S16SYS;
   wanted.channels = 2;
-  wanted.samples = kWantedBlock;
+  wanted.samples = static_cast<Uint16>(blockFrames);
   wanted.callback = AskedForBlock;
   wanted.userdata = mixer.get();
+  watch.emplace();
+  drains = false;
   // The rate stays ours, so that most samples need no resampling; another one is the library's business.
   SDL_AudioSpec got = {};
   systemDevice = SDL_OpenAudioDevice(nullptr, 0, &wanted, &got, SDL_AUDIO_ALLOW_SAMPLES_CHANGE);
@@ -121,13 +137,13 @@ SoundBufferResult Own(Make make) {
 
 }  // namespace
 
-SoundDeviceInfo OpenSoundDevice(SoundOutput output) {
+SoundDeviceInfo OpenSoundDevice(SoundOutput output, int32_t blockFrames) {
   CloseSoundDevice();
   SoundDeviceInfo info;
   info.rate = kSoundRate;
   offline = output == SoundOutput::kOffline;
   if (output != SoundOutput::kNull) mixer = std::make_shared<Mixer>(Mixer::Time::kAskedFor);
-  if (output == SoundOutput::kDevice && OpenSystemDevice(info)) return info;
+  if (output == SoundOutput::kDevice && OpenSystemDevice(info, blockFrames)) return info;
   if (offline) {
     info.driver = "offline";
     info.why = "the sound is rendered on demand";
@@ -149,6 +165,22 @@ void CloseSoundDevice() {
   mixer.reset();
   offline = false;
 }
+
+std::string SoundDeviceName() {
+  const QuietErrors quiet;
+  char* name = nullptr;
+  SDL_AudioSpec spec = {};
+  if (SDL_WasInit(SDL_INIT_AUDIO) == 0 || SDL_GetDefaultAudioInfo(&name, &spec, 0) != 0) return {};
+  std::string told = name != nullptr ? name : "";
+  SDL_free(name);
+  return told;
+}
+
+int32_t LateSoundBlocks() { return systemDevice != 0 ? watch->Late() : 0; }
+
+int64_t SoundAheadMicroseconds() { return systemDevice != 0 ? watch->MostAhead() : 0; }
+
+void DrainSoundDevice() { drains = systemDevice != 0; }
 
 std::optional<int32_t> SoundVolume() {
   if (mixer == nullptr) return std::nullopt;

@@ -65,6 +65,9 @@ class SoundBuffer {
   // Stands still and keeps the place.
   SoundError Stop();
   bool Playing() const;
+  // When the block was asked for, in Microseconds(), in which the device went to the place that
+  // SetCurrentPosition set last; 0 until then, and with every output but the system's device.
+  int64_t BegunAt() const { return begunAt_.load(std::memory_order_relaxed); }
   // Puts bytes into the sample data. Past the end it is refused, and so is a write once a voice over these
   // samples has been played: the device may be reading them at any moment from then on.
   SoundError Write(uint32_t offset, std::span<const unsigned char> bytes);
@@ -104,6 +107,7 @@ class SoundBuffer {
   std::atomic<uint64_t> order_ = 0;
   std::atomic<uint64_t> step_ = 0;  // source frames for one of the mix, 32 bits behind the point
   std::atomic<float> gain_ = 1.0F;
+  std::atomic<int64_t> begunAt_ = 0;
   int32_t frequency_ = 0;
   SoundBuffer* nextRetired_ = nullptr;
 
@@ -129,10 +133,23 @@ struct SoundDeviceInfo {
   std::string why;          // why nothing is heard, empty otherwise
 };
 
-// Opens the one device. A second call closes the first device, whose buffers then answer kSoundUninitialized.
-// Never fails: without a device the null output opens.
-SoundDeviceInfo OpenSoundDevice(SoundOutput output);
+// Frames of a block: the longest that a key press waits for it.
+constexpr int32_t kUsualBlock = 256;
+
+// Opens the one device, which is asked to take blocks of so many frames. A second call closes the first
+// device, whose buffers then answer kSoundUninitialized. Never fails: without a device the null output opens.
+SoundDeviceInfo OpenSoundDevice(SoundOutput output, int32_t blockFrames = kUsualBlock);
 void CloseSoundDevice();
+
+// What the system calls its default device, in UTF-8; empty where it does not tell. May ask the sound server.
+std::string SoundDeviceName();
+// Blocks that the system's device has asked for too late since it was opened; 0 without one. See BlockWatch.
+int32_t LateSoundBlocks();
+// How much the system's device takes in advance of what sounds, in microseconds, as far as it has shown; 0
+// without one. A device shows it after a gap, of which DrainSoundDevice makes one, with a late block: it
+// holds the device's thread for 150 ms, also for other programs on some systems.
+int64_t SoundAheadMicroseconds();
+void DrainSoundDevice();
 
 // The volume of everything that the open device sounds, 0 (silence) to kFullSoundVolume, linear. A device
 // opens at full volume, which leaves every sample as it is. What is set holds from the next block on.

@@ -290,6 +290,7 @@ SoundError SoundBuffer::SetCurrentPosition(uint32_t byte) {
   if (!Ready()) return kSoundUninitialized;
   const uint64_t place = byte / samples_->frameBytes;
   if (place >= samples_->frames) return kSoundInvalidParam;
+  begunAt_.store(0, std::memory_order_relaxed);
   Reorder([place](uint64_t order) { return ((order & ~kPlace) | place) + kOneTurn; });
   return kSoundOk;
 }
@@ -328,6 +329,7 @@ bool SoundBuffer::Run(float* sum, uint32_t frames) {
   if (order / kOneTurn != turn_) {
     turn_ = order / kOneTurn;
     cursor_ = (order & kPlace) << 32;
+    begunAt_.store(mixer_->BlockTime(), std::memory_order_relaxed);
   }
 
   const uint64_t end = uint64_t{samples_->frames} << 32;

@@ -73,7 +73,11 @@ class Mixer {
   // Frees the retired voices that the device has let go since.
   void FreeRetired();
 
-  // Device's thread: the next block of interleaved stereo.
+  // Device's thread.
+  // The next block was asked for at `now`, in Microseconds().
+  void BeginBlock(int64_t now) { blockTime_ = now; }
+  int64_t BlockTime() const { return blockTime_; }
+  // The next block of interleaved stereo.
   void Render(std::span<int16_t> out);
 
  private:
@@ -88,6 +92,7 @@ class Mixer {
   std::atomic<int32_t> volume_ = kFullSoundVolume;
 
   // Device's thread.
+  int64_t blockTime_ = 0;
   SoundBuffer* active_ = nullptr;
   float sum_[2 * kPieceFrames] = {};
 

@@ -5,6 +5,7 @@
 #include "graphics/fades.h"
 #include "net/messages.h"
 #include "platform/clock.h"
+#include "platform/sound_device.h"
 #include "platform/timers.h"
 #include "play/position.h"
 #include "play/records.h"
@@ -15,6 +16,7 @@
 #include "state/network.h"
 #include "state/options.h"
 #include "state/session.h"
+#include "state/settings.h"
 #include "state/timeline.h"
 
 namespace qlm {
@@ -103,6 +105,7 @@ void RestoreHiSpeed() {
 }  // namespace
 
 void PlayLoop() {
+  const int32_t lateBefore = platform::LateSoundBlocks();
   MakeFadeTiles();
   PlayEnd = false;
   PlayAlive = true;
@@ -127,6 +130,7 @@ void PlayLoop() {
   if (network.NetActive) SendEnd();
   GameState = kStatePlayOver;
   RestoreHiSpeed();
+  LateBlocks = platform::LateSoundBlocks() - lateBefore;
 }
 
 }  // namespace qlm

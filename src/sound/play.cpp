@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 
 #include "base/log.h"
 #include "base/numbers.h"
@@ -96,9 +97,17 @@ SoundBufferPtr EchoVoice(const SoundBufferPtr& buffer, int32_t slot, int32_t ste
 
 }  // namespace
 
+int32_t SoundBlockToAsk() {
+  constexpr int32_t kShortest = 64;
+  constexpr int32_t kLongest = 2048;
+  const bool fits = SoundBlock >= kShortest && SoundBlock <= kLongest &&
+                    std::has_single_bit(static_cast<uint32_t>(SoundBlock));
+  return fits ? SoundBlock : platform::kUsualBlock;
+}
+
 void InitDS(platform::SoundOutput output) {
   DebugLog(u"[InitDS]", 1);
-  const platform::SoundDeviceInfo device = platform::OpenSoundDevice(output);
+  const platform::SoundDeviceInfo device = platform::OpenSoundDevice(output, SoundBlockToAsk());
   if (device.blockFrames > 0) {
     DebugLog(Join(u"* Sound device: ", platform::DecodeUtf8(device.driver), u", ", device.rate,
                   u"Hz, blocks of ", device.blockFrames, u" frames"));

@@ -8,6 +8,8 @@
 
 namespace qlm {
 
+// Frames that the setting SoundBlock has the device asked for at a time.
+int32_t SoundBlockToAsk();
 // Opens the device and loads the system sounds. Without a device the game goes on silently, and the log says
 // so.
 void InitDS(platform::SoundOutput output = platform::SoundOutput::kDevice);

@@ -23,6 +23,7 @@ void ResetSettings() {
   WideCharts = false;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
   SoundBlock = 256;
+  LateBlocks = 0;
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
   MyName.clear();
   NetPort = 21520;

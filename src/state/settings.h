@@ -59,6 +59,7 @@ inline bool UserRec = false;
 inline bool ShowRec = false;
 inline bool PlayRec = false;
 inline bool DEMOMode = false;  // the machine plays
+inline int32_t LateBlocks = 0;     // blocks that the device got too late in the last play
 inline bool JoyXYEnable = false;
 inline bool SCRATCH1P = false;  // turntable on the right
 inline bool SCRATCH2P = false;

@@ -818,6 +818,37 @@ TEST_F(SystemSound, TheDummyDriverAsksForShortBlocks) {
   EXPECT_EQ(RenderMono(1), Frames({0}));
 }
 
+TEST_F(SystemSound, BlocksAreAsLongAsTheyAreAskedFor) {
+  for (const int32_t block : {64, 2048}) {
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    EXPECT_EQ(OpenSoundDevice(SoundOutput::kDevice, block).blockFrames, block);
+  }
+}
+
+// Of this device, which waits for no loudspeaker, nothing but the gap is to be known.
+TEST_F(SystemSound, ADrainedDeviceGetsABlockTooLate) {
+  Open("dummy");
+  const SoundBufferPtr sound = Mono(Frames(44100, 1));
+  EXPECT_EQ(sound->BegunAt(), 0);
+  const int64_t before = Microseconds();
+  sound->SetCurrentPosition(0);
+  sound->Play(false);
+  for (int i = 0; i < 2500 && sound->BegunAt() == 0; ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  EXPECT_GE(sound->BegunAt(), before);
+  EXPECT_LE(sound->BegunAt(), Microseconds());
+  const int32_t late = LateSoundBlocks();
+  DrainSoundDevice();
+  for (int i = 0; i < 2500 && LateSoundBlocks() == late; ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  EXPECT_GT(LateSoundBlocks(), late);
+  // A block of 256 frames lasts 5,804 microseconds.
+  EXPECT_GE(SoundAheadMicroseconds(), 5804);
+  CloseSoundDevice();
+  EXPECT_EQ(LateSoundBlocks(), 0);
+  EXPECT_EQ(SoundAheadMicroseconds(), 0);
+}
+
 TEST_F(SystemSound, TheDeviceGetsTheSamples) {
   const std::filesystem::path file =
       std::filesystem::temp_directory_path() / ("sound_device_test." + std::to_string(getpid()) + ".raw");

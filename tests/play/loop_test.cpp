@@ -2,14 +2,17 @@
 #include "play/loop.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "base/hooks.h"
 #include "graphics/display.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
+#include "platform/sound_device.h"
 #include "platform/timers.h"
 #include "play/pause.h"
 #include "play/turn.h"
@@ -55,6 +58,36 @@ TEST_F(LoopTest, ChartBeginsBehindTheReadyMessage) {
   EXPECT_TRUE(Logged(u"playloop start"));
   EXPECT_TRUE(Logged(u"playloop end"));
   EXPECT_TRUE(Sounding(SE::kReady));
+}
+
+// The gap before the play is none of its own.
+TEST_F(LoopTest, TheBlocksThatComeTooLateInAPlayAreCounted) {
+  setenv("SDL_AUDIODRIVER", "dummy", 1);
+  platform::OpenSoundDevice(platform::SoundOutput::kDevice);
+  const auto waitUntil = [](const auto& happened) {
+    for (int i = 0; i < 2500 && !happened(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  };
+  const auto drain = [&] {
+    const int32_t late = platform::LateSoundBlocks();
+    platform::DrainSoundDevice();
+    waitUntil([&] { return platform::LateSoundBlocks() > late; });
+  };
+  waitUntil([] { return platform::SoundAheadMicroseconds() > 0; });  // the first block
+  drain();
+  Lay(ObjSeparator, 0);
+  Lay(ObjSeparator, 100);
+  const int32_t before = platform::LateSoundBlocks();
+  LateBlocks = 77;
+  RunFrames(10, [&](int32_t ms) {
+    if (ms == 1010) drain();
+  });
+  PlayLoop();
+  EXPECT_GE(LateBlocks, 1);
+  EXPECT_LE(LateBlocks, platform::LateSoundBlocks() - before);
+  platform::CloseSoundDevice();
+  unsetenv("SDL_AUDIODRIVER");
+  PlayLoop();
+  EXPECT_EQ(LateBlocks, 0) << "no device, no gaps";
 }
 
 TEST_F(LoopTest, ASpeedOfNothingIsToldWithTheKeyThatMendsIt) {

@@ -38,6 +38,18 @@ TEST_F(SoundStarts, AChartSoundStandsFiveDecibelsUnderFullScale) {
   EXPECT_TRUE(log.empty());
 }
 
+TEST_F(SoundStarts, TheDeviceIsAskedForTheBlockOfTheSetting) {
+  EXPECT_EQ(SoundBlockToAsk(), 256) << "of a new installation";
+  for (const int32_t block : {64, 128, 512, 1024, 2048}) {
+    SoundBlock = block;
+    EXPECT_EQ(SoundBlockToAsk(), block);
+  }
+  for (const int32_t none : {0, -64, 32, 65, 100, 2047, 4096, INT32_MIN, INT32_MAX}) {
+    SoundBlock = none;
+    EXPECT_EQ(SoundBlockToAsk(), 256) << none;
+  }
+}
+
 TEST_F(SoundStarts, ARetriggerCutsOffAndGivesOneVoice) {
   LoadSound(1, u"a.wav", {1000, 2000, 3000, 4000});
   PlayWav(1, 0, 0);
