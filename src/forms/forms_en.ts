@@ -407,6 +407,114 @@ This folder cannot be added. The list cannot hold these characters of its name: 
         <source>BMSファイルが見つかりません。「BMS再検索」で検索フォルダを追加してBMS検索をしてください。</source>
         <translation>No chart was found. Add the folders of your charts under "Chart folders" and search there.</translation>
     </message>
+    <message>
+        <source>音</source>
+        <translation>Sound</translation>
+    </message>
+    <message>
+        <source>音の装置</source>
+        <translation>Sound device</translation>
+    </message>
+    <message>
+        <source>%1 フレーム (%2)</source>
+        <translation>%1 frames (%2)</translation>
+    </message>
+    <message>
+        <source>小さいほどキーの音が早く鳴りますが、遅い環境では音が途切れます。ゲームもこの値を使います。</source>
+        <translation>The smaller, the sooner a key sounds; on a slow machine the sound then has gaps. The game asks for the same block.</translation>
+    </message>
+    <message>
+        <source>頼むブロック:</source>
+        <translation>Block asked for:</translation>
+    </message>
+    <message>
+        <source>得たブロック:</source>
+        <translation>Block got:</translation>
+    </message>
+    <message>
+        <source>装置:</source>
+        <translation>Device:</translation>
+    </message>
+    <message>
+        <source>装置の先読み:</source>
+        <translation>Taken in advance:</translation>
+    </message>
+    <message>
+        <source>遅れたブロック:</source>
+        <translation>Late blocks:</translation>
+    </message>
+    <message>
+        <source>テスト音</source>
+        <translation>Test tone</translation>
+    </message>
+    <message>
+        <source>1秒間、ラの音(440Hz)を鳴らします。</source>
+        <translation>Sounds an A (440 Hz) for a second.</translation>
+    </message>
+    <message>
+        <source>先読みを測る</source>
+        <translation>Measure the advance</translation>
+    </message>
+    <message>
+        <source>装置を一度空にして、どれだけ先の音まで受け取るかを測ります。他の音も一瞬途切れることがあります。</source>
+        <translation>Lets the device run dry once and measures how much sound it takes in advance. Other programs may fall silent for a moment, too.</translation>
+    </message>
+    <message>
+        <source>キーを押すと、次のブロックの頭から音が出ます。その前に、装置が先読みした分が鳴り終わります。システムがさらに溜める分は、ここでは分かりません。</source>
+        <translation>A key sounds from the start of the next block, behind what the device has taken in advance. What the system keeps beyond that cannot be seen from here.</translation>
+    </message>
+    <message>
+        <source>キー</source>
+        <translation>Keys</translation>
+    </message>
+    <message>
+        <source>表示を待つ間もキーを受け付ける</source>
+        <translation>Serve keys while a picture waits to be shown</translation>
+    </message>
+    <message>
+        <source>できた画面が表示されるのを待つ間に押したキーの音が、次の画面ではなく、次のブロックで鳴ります。判定は、その画面の位置で行います。</source>
+        <translation>A key that goes down while a finished picture waits for the screen sounds with the next block and not with the next picture. It is judged at the position of that picture.</translation>
+    </message>
+    <message>
+        <source>タップテスト</source>
+        <translation>Tapping test</translation>
+    </message>
+    <message>
+        <source>20回のクリック音に合わせて、好きなキーを叩いてください。最初の4回は数えません。Escでやめます。</source>
+        <translation>Tap any key with each of 20 clicks. The first four are not counted. Esc stops it.</translation>
+    </message>
+    <message>
+        <source>測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くまでの全部です。音の遅れとキーの遅れと叩く人の癖(たいてい数十ms早い)を分けることはできません。</source>
+        <translation>It measures the whole way: from the making of a click to your ear, your hand, and the key's way back here. It cannot tell the delay of the sound, that of the key, and your own habit (most people tap some tens of ms early) apart.</translation>
+    </message>
+    <message>
+        <source>音を出せません。</source>
+        <translation>No sound can be heard.</translation>
+    </message>
+    <message>
+        <source>まだ測っていません</source>
+        <translation>not measured yet</translation>
+    </message>
+    <message>
+        <source>いま %1、前回のプレイ %2</source>
+        <translation>now %1, in the last play %2</translation>
+    </message>
+    <message>
+        <source>始める</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>叩いてください (%1回)</source>
+        <translation>Tap now (%1 so far)</translation>
+    </message>
+    <message>
+        <source>中央値 %1 (+はキーが後)、真ん中の半分の幅 %2、%3回</source>
+        <translation>Median %1 (+: the key is later), middle half within %2, %3 taps</translation>
+    </message>
+    <message>
+        <source>足りません。8回以上、音の近くで叩いてください。</source>
+        <translation>Not enough. Tap at least 8 times, close to the clicks.</translation>
+    </message>
 </context>
 <context>
     <name>KeyConfig</name>

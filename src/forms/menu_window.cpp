@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include "base/log.h"
+#include "forms/audio_panel.h"
 #include "forms/banner.h"
 #include "forms/boxes.h"
 #include "forms/key_config.h"
@@ -129,6 +130,7 @@ void MenuWindow::MakePanels(QTabWidget* tabs) {
   add(MakeSkinPanel(controls_), "スキン");
   search_ = new SearchPanel(controls_);
   add(search_, "BMS検索");
+  add(new AudioPanel(controls_), "音");
 }
 
 QWidget* MenuWindow::MakeFoot() {

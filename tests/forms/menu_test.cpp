@@ -20,6 +20,7 @@ class Toolkit : public testing::Environment {
   void SetUp() override {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     setenv("SDL_VIDEODRIVER", "dummy", 1);
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
     for (const char* const name : {"LANG", "LANGUAGE", "LC_ALL", "LC_MESSAGES"}) unsetenv(name);
     application_ = std::make_unique<QApplication>(words_, arguments_);
     ChooseFaces();

@@ -1,0 +1,76 @@
+// The panel "音" of the startup menu: the sound device and its block, a test tone, keys at once, and how far
+// key and sound lie apart. The device is open as long as the panel shows.
+#pragma once
+
+#include <QWidget>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "forms/tapping.h"
+#include "platform/sound_device.h"
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QPushButton;
+class QTimer;
+
+namespace qlm {
+
+class Controls;
+
+class AudioPanel : public QWidget {
+ public:
+  explicit AudioPanel(Controls& controls);
+  ~AudioPanel() override;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+
+ private:
+  QWidget* MakeDeviceGroup(Controls& controls);
+  QWidget* MakeKeyGroup(Controls& controls);
+  QWidget* MakeTapGroup(Controls& controls);
+  QComboBox* MakeBlockChoice(Controls& controls);
+
+  void Open();
+  void Close();
+  void PlayTone();
+  // What has changed by itself, five times a second.
+  void Watch();
+  // All that is told of the device, in the language that is shown.
+  void ShowDevice();
+
+  void StartTaps();
+  void Tap();
+  // Without a result, as when a person leaves.
+  void StopTaps();
+  void FinishTaps();
+  void ShowTaps();
+
+  QLabel* device_ = nullptr;
+  QLabel* block_ = nullptr;
+  QLabel* ahead_ = nullptr;
+  QLabel* late_ = nullptr;
+  QLabel* tapResult_ = nullptr;
+  QPushButton* tone_ = nullptr;
+  QPushButton* measure_ = nullptr;
+  QPushButton* tap_ = nullptr;
+  QTimer* watch_ = nullptr;
+
+  bool open_ = false;
+  bool measured_ = false;  // the device was drained, so that it shows how far it takes in advance
+  platform::SoundDeviceInfo info_;
+  std::string name_;
+  platform::SoundBufferPtr toneSound_;
+
+  platform::SoundBufferPtr clicks_;  // while they sound
+  std::vector<int64_t> taps_;
+  bool tapsTried_ = false;
+  std::optional<TapResult> result_;
+};
+
+}  // namespace qlm
