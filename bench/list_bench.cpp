@@ -1,6 +1,7 @@
 // What a frame of the list screens costs, whatever the length of the list.
 #include <benchmark/benchmark.h>
 
+#include <chrono>
 #include <cstdint>
 
 #include "base/paths.h"
@@ -12,11 +13,13 @@
 #include "platform/files.h"
 #include "screens/list_frame.h"
 #include "screens/list_text.h"
+#include "screens/song_find.h"
 #include "screens/stills.h"
 #include "state/chart.h"
 #include "state/lists.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
@@ -79,6 +82,60 @@ BENCHMARK(ListFrame)
     ->ArgNames({"rows", "turning"})
     ->ArgsProduct({{10, 10'000}, {0, 1}})
     ->Unit(benchmark::kMicrosecond);
+
+// One letter typed into the search: the first one of a word, which most rows hold, or the last of four, which
+// no row does.
+void TypeALetter(benchmark::State& state) {
+  const BenchGame game;
+  platform::UseVirtualClock(1'000'000);
+  GameState = kStateSongSelect;
+  LayList(state.range(0));
+  const bool rare = state.range(1) != 0;
+  // The readings are looked up over the frames before.
+  const TextView before = rare ? u"hane" : u"";
+  OpenFindLine();
+  for (const char16_t letter : TextView(u"pen")) TypeInFindLine(letter);
+  while (songFind.readRows < songFind.rows.size()) ReadOnForFinding();
+  EndFind();
+  for (auto _ : state) {
+    OpenFindLine();
+    for (const char16_t letter : before) TypeInFindLine(letter);
+    const auto begin = std::chrono::steady_clock::now();
+    TypeInFindLine(rare ? u'x' : u'q');
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    state.SetIterationTime(took.count());
+    EndFind();
+  }
+  platform::UseRealClock();
+}
+BENCHMARK(TypeALetter)
+    ->ArgNames({"rows", "rare"})
+    ->ArgsProduct({{10'000}, {0, 1}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond);
+
+// A frame's share of the readings of kanji, none of them known.
+void ReadOn(benchmark::State& state) {
+  const BenchGame game;
+  platform::UseVirtualClock(1'000'000);
+  GameState = kStateSongSelect;
+  LayList(10'000);
+  OpenFindLine();
+  TypeInFindLine(u'z');
+  for (auto _ : state) {
+    if (songFind.readRows == songFind.rows.size()) {
+      state.PauseTiming();
+      foundReadings.clear();
+      EndFind();
+      OpenFindLine();
+      TypeInFindLine(u'z');
+      state.ResumeTiming();
+    }
+    ReadOnForFinding();
+  }
+  platform::UseRealClock();
+}
+BENCHMARK(ReadOn)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace qlm

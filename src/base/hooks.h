@@ -28,6 +28,8 @@ struct Hooks {
   void (*keyUp)(int32_t key) = nullptr;
   // A typed character, while a screen takes them.
   void (*character)(char16_t unit) = nullptr;
+  // What an input method still works on; empty when it is done.
+  void (*composing)(TextView text) = nullptr;
   // The mouse: 0 the left button, 1 the right one; a pixel of the frame; steps of its wheel, away from the
   // person or towards if negative.
   void (*mouseDown)(int32_t button) = nullptr;

@@ -19,6 +19,7 @@
 #include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_find.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
 
@@ -44,6 +45,10 @@ constexpr platform::WindowEvents kEvents{
         [](char16_t unit) {
           if (hooks.character != nullptr) hooks.character(unit);
         },
+    .composing =
+        [](std::u16string_view text) {
+          if (hooks.composing != nullptr) hooks.composing(text);
+        },
     .mouseDown =
         [](platform::MouseButton button) {
           if (hooks.mouseDown == nullptr) return;
@@ -66,6 +71,7 @@ constexpr platform::WindowEvents kEvents{
 
 // In the editor too: the Enter that begins the name of a course brings its character there, behind the key.
 bool TakesCharacters() {
+  if (songFind.typing && IsListState(GameState)) return true;
   return GameState == kStateEnterCourse || GameState == kStateEditCourse || GameState == kStateEnterName;
 }
 

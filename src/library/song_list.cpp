@@ -5,6 +5,7 @@
 #include "library/header.h"
 #include "library/progress.h"
 #include "state/lists.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 
 namespace qlm {
@@ -18,6 +19,7 @@ void ClearList() {
   songHasRecord.clear();
   songList.clear();
   songSelect.rowBeforeSort.reset();
+  songFind = {};
   ShowListProgress();
 }
 

@@ -8,6 +8,7 @@
 
 namespace qlm {
 
+// A search within the list ends with it.
 void ClearList();
 // Appends a row and reads the chart's header into it. A missing file leaves the row empty.
 void AddSong(TextView path);

@@ -247,6 +247,10 @@ void ReportText(const char* utf8, const WindowEvents& events) {
   for (const char16_t unit : DecodeUtf8(utf8)) events.character(unit);
 }
 
+void ReportComposing(const char* utf8, const WindowEvents& events) {
+  if (takesCharacters && events.composing != nullptr) events.composing(DecodeUtf8(utf8));
+}
+
 void Report(const SDL_Event& event, const WindowEvents& events) {
   switch (event.type) {
     case SDL_QUIT:
@@ -264,6 +268,7 @@ void Report(const SDL_Event& event, const WindowEvents& events) {
     case SDL_KEYDOWN:
     case SDL_KEYUP: ReportKey(event.key, events); break;
     case SDL_TEXTINPUT: ReportText(event.text.text, events); break;
+    case SDL_TEXTEDITING: ReportComposing(event.edit.text, events); break;
     case SDL_MOUSEMOTION: ReportMotion(event.motion, events); break;
     case SDL_MOUSEBUTTONDOWN:
       if (events.mouseDown != nullptr) events.mouseDown(ButtonOf(event.button.button));
@@ -406,6 +411,17 @@ void TakeCharacters(bool take) {
   if (!game || take == takesCharacters) return;
   takesCharacters = take;
   take ? SDL_StartTextInput() : SDL_StopTextInput();
+}
+
+void PlaceInputMethod(const Rect& place) {
+  const std::optional<PointerFrame> frame = FrameOfPointer();
+  if (!frame || !takesCharacters) return;
+  const auto across = [&](int32_t x) { return static_cast<int>(std::lround(x * frame->unitsAcross)); };
+  const auto down = [&](int32_t y) { return static_cast<int>(std::lround(y * frame->unitsDown)); };
+  const SDL_Rect rect{static_cast<int>(frame->left) + across(place.left),
+                      static_cast<int>(frame->top) + down(place.top), across(place.Width()),
+                      down(place.Height())};
+  SDL_SetTextInputRect(&rect);
 }
 
 void PumpWindowEvents(const WindowEvents& events) {

@@ -36,6 +36,9 @@ struct WindowEvents {
   // A typed character, while they are taken: 8 (backspace), 13 (Enter) and 27 (Esc) behind their keys,
   // repeated while these are held.
   void (*character)(char16_t unit) = nullptr;
+  // What an input method works on, while characters are taken; empty once it is done, just before the
+  // characters come, or given up.
+  void (*composing)(std::u16string_view text) = nullptr;
   void (*mouseDown)(MouseButton button) = nullptr;
   void (*mouseMoved)(int32_t x, int32_t y) = nullptr;      // to a pixel of the frame, which may lie outside
   void (*wheelTurned)(int32_t steps) = nullptr;            // away from the person, or towards if negative
@@ -78,6 +81,8 @@ int64_t WindowFrames();
 
 // Whether typed characters are reported. An input method may then keep keys to itself; at first they are not.
 void TakeCharacters(bool take);
+// Where in the last frame the text stands that an input method works on: it puts its choices beside it.
+void PlaceInputMethod(const Rect& place);
 
 // Lets the window system's events run. Also works without a window; the only event then is a request to
 // close.

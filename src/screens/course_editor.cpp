@@ -13,6 +13,7 @@
 #include "library/lists.h"
 #include "screens/list_cursor.h"
 #include "screens/list_rows.h"
+#include "screens/song_find.h"
 #include "screens/song_select.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -38,7 +39,7 @@ void OpenEditor() {
   songSelect.courseMaking = true;
   songSelect.courseSlot = 0;
   songSelect.courseCursor = kCourseNameLine;
-  songSelect.courseCursorSaved = listCursor;
+  songSelect.courseCursorSaved = RowOfWholeList(listCursor);
   GameState = kStateEditCourse;
 }
 

@@ -11,6 +11,7 @@
 #include "platform/clock.h"
 #include "play_screen/net_status.h"
 #include "screens/clear_check.h"
+#include "screens/list_find_line.h"
 #include "screens/list_help.h"
 #include "screens/list_panel.h"
 #include "screens/list_scores.h"
@@ -98,6 +99,7 @@ void ComposeFrame() {
   DrawPictureBox();
   DrawWheel();
   DrawListPosition();
+  DrawFindLine();
   DrawHelp();
   DrawRecordWords();
   DrawNib();

@@ -1,6 +1,7 @@
 // The help of the list screens.
 #include "screens/list_help.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include "screens/list_text.h"
 #include "screens/words.h"
 #include "state/session.h"
+#include "state/song_find.h"
 
 namespace qlm {
 namespace {
@@ -26,6 +28,10 @@ struct Help {
   TextView first;
   TextView second;
 };
+
+constexpr TextView kTyping = u"[ESC]:検索をやめる";
+constexpr TextView kTypingEnds = u"[Enter]:この一覧から選ぶ";
+constexpr TextView kFiltered = u"[ESC]:全曲に戻す [/]:検索";
 
 constexpr std::array<Help, 6> kHelp = {{
     {kStateSongSelect, u"[ESC]:終了 [TAB]:モード切替 [←]:JukeBox選択",
@@ -51,12 +57,14 @@ void DrawHelp() {
   constexpr int32_t kTop = 380;
   constexpr int32_t kLineHeight = 18;
   const int32_t left = 300 + Sway();
-  for (const Help& help : kHelp) {
-    if (help.state != GameState) continue;
-    DrawLine({left, kTop, 640, kTop + kLineHeight}, Words(help.first), kRowFont, kHelpColour);
-    DrawLine({left, kTop + kLineHeight, 640, kTop + 2 * kLineHeight}, Words(help.second), kRowFont,
-             kHelpColour);
-  }
+  const auto draw = [&](TextView first, TextView second) {
+    DrawLine({left, kTop, 640, kTop + kLineHeight}, Words(first), kRowFont, kHelpColour);
+    DrawLine({left, kTop + kLineHeight, 640, kTop + 2 * kLineHeight}, Words(second), kRowFont, kHelpColour);
+  };
+  if (songFind.typing && IsListState(GameState)) return draw(kTyping, kTypingEnds);
+  const auto* const help = std::ranges::find(kHelp, GameState, &Help::state);
+  if (help == kHelp.end()) return;
+  draw(songFind.filtered && IsListState(GameState) ? kFiltered : help->first, help->second);
 }
 
 }  // namespace qlm

@@ -17,10 +17,12 @@
 #include "screens/list_rows.h"
 #include "screens/list_sprites.h"
 #include "screens/list_text.h"
+#include "screens/song_find.h"
 #include "state/chart.h"
 #include "state/courses.h"
 #include "state/lists.h"
 #include "state/session.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 #include "state/timeline.h"
 
@@ -208,7 +210,7 @@ void DrawPanel() {
   DrawSprite(kSheet.left, kSheet.top, kSheetSprite);
   if (GameState == kStateSongSelect) DrawSong();
   if (GameState == kStateLists) DrawJukebox();
-  if (GameState == kStateLists || lastSong < 0) DrawHint();
+  if (GameState == kStateLists || RowsOfWholeList() == 0) DrawHint();
 
   if (GameState == kStateCourses) DrawCourse();
   if (CourseMode && GameState != kStateSongSelect) DrawCourseSongs();
@@ -229,6 +231,7 @@ void DrawPictureBox() {
 
 void DrawListPosition() {
   constexpr Rect kPlace = {440, 12, 632, 28};
+  if (lastSong < 0 && songFind.filtered) return;
   DrawLine(kPlace, Join(listCursor, u" / ", lastSong), kRowFont, kQuiet, Align::kRight);
 }
 

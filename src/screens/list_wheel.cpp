@@ -11,9 +11,11 @@
 #include "screens/list_rows.h"
 #include "screens/list_sprites.h"
 #include "screens/list_text.h"
+#include "screens/words.h"
 #include "state/chart.h"
 #include "state/lists.h"
 #include "state/session.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 
 namespace qlm {
@@ -101,7 +103,8 @@ void DrawHeldRow() {
   const Rect place = Pulsed(RowPlace(0));
   DrawSlip(0, place);
   if (lastSong < 0) {
-    DrawLine(place, u"THE LIST IS EMPTY", kHeldRowFont, RowColour(0, false));
+    const TextView told = songFind.filtered ? Words(u"見つかりません") : u"THE LIST IS EMPTY";
+    DrawLine(place, told, kHeldRowFont, RowColour(0, false));
     return;
   }
   DrawLine(place, RowText(WrappedRow(listCursor)), kHeldRowFont, RowColour(0, RowCleared(listCursor)));

@@ -10,9 +10,11 @@
 #include "screens/list_cursor.h"
 #include "screens/name_entry.h"
 #include "screens/results.h"
+#include "screens/song_find.h"
 #include "screens/song_select.h"
 #include "screens/song_select_keys.h"
 #include "state/session.h"
+#include "state/song_find.h"
 
 namespace qlm {
 namespace {
@@ -42,6 +44,9 @@ ScreenTable MakeTable() {
 const Screen& ScreenOf(int32_t gameState) {
   static const ScreenTable table = MakeTable();
   static const Screen unknown;
+  static const Screen findLine = {
+      .frame = ListFrame, .character = TypeInFindLine, .wheel = TurnListWheel, .settingKeys = false};
+  if (songFind.typing && IsListState(gameState)) return findLine;
   const Screen* const screen = table.Find(gameState);
   return screen != nullptr ? *screen : unknown;
 }

@@ -21,7 +21,8 @@ struct Screen {
   bool settingKeys = true;
 };
 
-// The screen of a GameState. One without routines of its own has the keys of the settings.
+// The screen of a GameState. One without routines of its own has the keys of the settings. While the search
+// within a list takes words, the lists have no keys.
 const Screen& ScreenOf(int32_t gameState);
 
 }  // namespace qlm

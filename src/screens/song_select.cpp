@@ -27,6 +27,7 @@
 #include "screens/list_rows.h"
 #include "screens/road.h"
 #include "screens/screen_table.h"
+#include "screens/song_find.h"
 #include "screens/song_select_keys.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -126,6 +127,7 @@ void ListTurn() {
 }
 
 void ListFrame() {
+  ReadOnForFinding();
   EaseScroll();
   StopWheel();
   DrawList();

@@ -27,6 +27,7 @@
 #include "screens/list_cursor.h"
 #include "screens/list_rows.h"
 #include "screens/road.h"
+#include "screens/song_find.h"
 #include "screens/song_select.h"
 #include "sound/play.h"
 #include "state/chart.h"
@@ -39,6 +40,7 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 
 namespace qlm {
@@ -91,7 +93,7 @@ bool ChangeOption(int32_t key) {
 // The cursor stays, and the panel with what it showed, until the next move.
 void SortBy(void (*sort)(), TextView told) {
   if (const SongEntry* const row = PanelRow()) songSelect.rowBeforeSort = *row;
-  sort();
+  ChangeWholeList(sort);
   ShowMessage(told);
 }
 
@@ -193,7 +195,7 @@ void RunJukebox() {
 void OpenJukebox(int32_t key) {
   const SongEntry* const row = HeldRow();
   if (row == nullptr) return;
-  songSelect.jukeCursorSaved = listCursor;
+  songSelect.jukeCursorSaved = RowOfWholeList(listCursor);
   const Text path = row->path;
   songSelect.jukeName = GetFileName(path);
   songSelect.clearCheckRow = 0;
@@ -279,6 +281,7 @@ bool ChangeWhatOthersSee(int32_t key) {
 }
 
 void PressEsc() {
+  if (songFind.filtered && !ListIsBusy()) return EndFind();
   if (!songSelect.courseMaking) {
     if (hooks.closeRequested != nullptr) hooks.closeRequested();
     return;
@@ -312,6 +315,8 @@ void ProcessKey_SongSelect(int32_t key) {
     case kKeyDelete:
       if (GameState == kStateCourses) DeleteCourse();
       break;
+    case kKeySlash:
+    case kKeyPadSlash: OpenFindLine(); break;
     case kKeyEnter:
     case kKeyRight: PressEnter(key); break;
     default: break;

@@ -24,6 +24,12 @@ constexpr Line kLines[] = {
     {u"[↑/↓/PageUP/PageDN]:選択 [Enter]:コース決定",
      u"[↑/↓/PageUp/PageDn]: choose  [Enter]: play the course"},
     {u"[ESC]:終了 [Enter]:決定 [文字]:入力", u"[ESC]: leave  [Enter]: done  [letters]: type"},
+    // The search within a list.
+    {u"[ESC]:検索をやめる", u"[ESC]: all rows again"},
+    {u"[Enter]:この一覧から選ぶ", u"[Enter]: choose from these"},
+    {u"[ESC]:全曲に戻す [/]:検索", u"[ESC]: all rows again  [/]: find"},
+    {u"曲名・アーティスト・ジャンルで検索", u"Find in titles, artists and genres"},
+    {u"見つかりません", u"nothing found"},
     // Waiting in a battle.
     {u"他のプレイヤーが曲を決定するまでしばらくお待ち下さい。",
      u"Please wait until the other players have decided."},

@@ -24,6 +24,7 @@
 #include "state/message.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 #include "state/surfaces.h"
 
@@ -59,6 +60,9 @@ int32_t MenuKey(int16_t code) {
   }
 }
 
+// In the search within a list, where capitals may be held.
+bool TypesWords() { return songFind.typing && IsListState(GameState); }
+
 bool TurnsTurntable(int16_t code) { return code == 16 || code == 17 || code == 26 || code == 27; }
 
 // The key that ends the entry of a name also comes as a character, which has done the work.
@@ -87,6 +91,9 @@ void ConnectHooks() {
   hooks.keyDown = ButtonDown;
   hooks.keyUp = ButtonUp;
   hooks.character = Form_KeyPress;
+  hooks.composing = [](TextView text) {
+    if (TypesWords()) songFind.composing = text;
+  };
   hooks.mouseDown = Form_MouseDown;
   hooks.mouseMoved = Form_MouseMove;
   hooks.wheelTurned = [](int32_t steps) {
@@ -99,7 +106,7 @@ void ConnectHooks() {
 
 void ButtonDown(int32_t key) {
   if (!WindowActive) return;
-  if (key == kKeyEsc && ShiftHeld()) {
+  if (key == kKeyEsc && ShiftHeld() && !TypesWords()) {
     if (hooks.closeRequested != nullptr) hooks.closeRequested();
     return;
   }
@@ -163,8 +170,7 @@ void Form_MouseMove(int32_t x, int32_t y) {
 }
 
 void Form_OLEDragDrop(TextView path) {
-  const bool onList = GameState == kStateSongSelect || GameState == kStateLists || GameState == kStateCourses;
-  if (!onList || ListIsBusy()) {
+  if (!IsListState(GameState) || ListIsBusy()) {
     ShowMessage(u"DROP FOLDERS ON THE LIST");
     return;
   }

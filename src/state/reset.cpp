@@ -17,6 +17,7 @@
 #include "state/settings.h"
 #include "state/skin.h"
 #include "state/slots.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
@@ -33,6 +34,7 @@ void ResetState() {
   ResetChart();
   ResetLists();
   ResetSongSelect();
+  ResetSongFind();
   ResetCourses();
   ResetTimeline();
   ResetSession();

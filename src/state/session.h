@@ -22,6 +22,11 @@ constexpr int32_t kStateEditCourse = 10;
 constexpr int32_t kStateEnterName = 11;
 constexpr int32_t kStateAutoLanes = 12;  // choosing the lanes that the machine plays
 
+// Whether a list stands ready to choose from.
+constexpr bool IsListState(int32_t state) {
+  return state == kStateSongSelect || state == kStateLists || state == kStateCourses;
+}
+
 // FadeState values.
 constexpr uint8_t kFadeNone = 0;
 constexpr uint8_t kFadeEnd = 1;      // chart end, 200 ms

@@ -6,15 +6,18 @@
 #include "base/paths.h"
 #include "graphics/display.h"
 #include "graphics/present.h"
+#include "input/input.h"
 #include "library/song_list.h"
 #include "platform/window.h"
 #include "shell/main_form.h"
 #include "state/keys.h"
 #include "state/lists.h"
 #include "state/message.h"
+#include "state/options.h"
 #include "state/scores.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
@@ -110,6 +113,66 @@ TEST_F(WindowEvents, WheelOfTheMouseTurnsTheList) {
   TurnMouseWheel(1);
   DoEvents();
   EXPECT_EQ(listCursor, 3);
+}
+
+// A key goes down and up again, with nothing typed.
+void PressKey(int32_t key) {
+  DispatchKey(key, true);
+  DispatchKey(key, false);
+}
+
+TEST_F(WindowEvents, WordsOfAnInputMethodFindRows) {
+  songList[2].title = u"はねぺん";
+  TypeText("x");
+  DoEvents();
+  PressKey(kKeySlash);
+  ASSERT_TRUE(songFind.typing);
+  DoEvents();  // characters are taken from here on
+  ComposeText("はね");
+  DoEvents();
+  EXPECT_EQ(songFind.composing, u"はね");
+  EXPECT_EQ(lastSong, 3) << "not before it is done";
+  TypeText("ハネ");
+  DoEvents();
+  EXPECT_EQ(songFind.words, u"ハネ");
+  EXPECT_EQ(songFind.composing, u"");
+  ASSERT_EQ(lastSong, 0);
+  EXPECT_EQ(songList[0].title, u"はねぺん");
+  PressControlKey(27);
+  DoEvents();
+  EXPECT_EQ(lastSong, 3);
+  EXPECT_EQ(listCursor, 2);
+  ComposeText("はね");
+  TypeText("x");
+  DoEvents();
+  EXPECT_EQ(songFind.composing + songFind.words, u"");
+}
+
+// Among them those that end the program, step through options, sort and play.
+TEST_F(WindowEvents, NoKeyButEscAndEnterActsWhileWordsAreTyped) {
+  PressKey(kKeySlash);
+  const Text shown = message.text;
+  KeyHeld[kKeyLeftShift] = true;
+  for (int32_t key = 1; key <= KeyHeld.kLast; ++key) {
+    if (key != kKeyLeftShift) PressKey(key);
+  }
+  EXPECT_TRUE(songFind.typing);
+  EXPECT_EQ(closeWishes, 0);
+  EXPECT_EQ(GameState, kStateSongSelect);
+  EXPECT_EQ(listCursor, 0);
+  EXPECT_EQ(songSelect.deciding, 0);
+  EXPECT_EQ(message.text, shown);
+  EXPECT_FALSE(DEMOMode || Hidden || Accel || ShowRec);
+  EXPECT_EQ(PlayerForce, 0);
+}
+
+// A controller has keys and no characters.
+TEST_F(WindowEvents, AControllersEnterLeavesTheLine) {
+  KeyMap[300] = 3;
+  PressKey(kKeySlash);
+  PressKey(300);
+  EXPECT_FALSE(songFind.typing);
+  EXPECT_EQ(songSelect.deciding, 0);
 }
 
 TEST_F(WindowEvents, LeftButtonIsEnterAndRightButtonIsLeft) {

@@ -61,6 +61,13 @@ void TypeText(const std::string& utf8) {
   Push(event);
 }
 
+void ComposeText(const std::string& utf8) {
+  SDL_Event event{};
+  event.type = SDL_TEXTEDITING;
+  SDL_strlcpy(event.edit.text, utf8.c_str(), sizeof event.edit.text);
+  Push(event);
+}
+
 void PressControlKey(int character, bool repeat) {
   SDL_Event event{};
   event.type = SDL_KEYDOWN;

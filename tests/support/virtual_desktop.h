@@ -16,6 +16,8 @@ void PressMouse(int button);  // 1 left, 2 middle, 3 right
 void TurnMouseWheel(int steps);
 void DropOnWindow(const std::vector<std::string>& paths);
 void TypeText(const std::string& utf8);
+// What an input method still works on.
+void ComposeText(const std::string& utf8);
 // A key by what stands on it: 8 backspace, 13 Enter, 27 Esc. Its place on the board is left out.
 void PressControlKey(int character, bool repeat = false);
 bool PointerShows();

@@ -19,6 +19,7 @@
 #include "screens/lane_choice.h"
 #include "screens/list_frame.h"
 #include "screens/list_text.h"
+#include "screens/song_find.h"
 #include "screens/stills.h"
 #include "state/chart.h"
 #include "state/courses.h"
@@ -28,6 +29,7 @@
 #include "state/scores.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
@@ -221,6 +223,57 @@ TEST_F(ListFramesTest, TheListOfCourses) {
   Courses();
   DrawList();
   Expect("select-courses");
+}
+
+// Types into the line of the search.
+void Find(TextView words) {
+  OpenFindLine();
+  for (const char16_t letter : words) TypeInFindLine(letter);
+}
+
+TEST_F(ListFramesTest, TheOpenLineOfTheSearch) {
+  Songs();
+  TotalNotes = {574, 0};
+  Find(u"");
+  DrawList();
+  Expect("select-find-open");
+}
+
+TEST_F(ListFramesTest, RowsThatHoldWhatIsTyped) {
+  Songs();
+  Find(u"pen ");
+  songSelect.listScroll = 0;
+  songFind.composing = u"ｍあrch";
+  SetTime(kNow);
+  TotalNotes = {574, 0};
+  DrawList();
+  Expect("select-find-typing");
+}
+
+TEST_F(ListFramesTest, NothingIsFound) {
+  Songs();
+  MenuLanguage = u"en";
+  Find(u"a word so long that its end alone is seen");
+  DrawList();
+  Expect("select-find-nothing");
+}
+
+TEST_F(ListFramesTest, FoundRowsInUse) {
+  Songs();
+  Find(u"ペン");
+  TypeInFindLine(13);
+  songSelect.listScroll = 0;
+  TotalNotes = {574, 0};
+  DrawList();
+  Expect("select-find-used");
+}
+
+TEST_F(ListFramesTest, FoundCourses) {
+  Courses();
+  Find(u"Letter");
+  songSelect.listScroll = 0;
+  DrawList();
+  Expect("select-find-courses");
 }
 
 TEST_F(ListFramesTest, AnEmptyList) {
