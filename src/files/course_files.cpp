@@ -11,6 +11,7 @@
 #include "base/paths.h"
 #include "files/data_folder.h"
 #include "files/list_file.h"
+#include "files/search_folders.h"
 #include "platform/files.h"
 #include "platform/trash.h"
 #include "state/courses.h"
@@ -87,7 +88,9 @@ void TakeCourse(CourseFile course, bool headOnly) {
   numsongs = course.songs;
   courseTitle = std::move(course.title);
   courseLength = course.length;
-  if (!headOnly) CourseSongs = std::move(course.rows);
+  if (headOnly) return;
+  CourseSongs = std::move(course.rows);
+  for (SongEntry& song : CourseSongs) song.path = WithProgramFolder(song.path);
 }
 
 void CourseLoad(TextView path, bool headOnly) {

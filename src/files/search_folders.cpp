@@ -18,17 +18,6 @@ constexpr int64_t kLongestFile = int64_t{1} << 20;
 constexpr char16_t kByteOrderMark = 0xFEFF;
 constexpr TextView kFileName = u"qlm_searchdir.txt";
 
-Text WithProgramFolder(TextView line) {
-  const Text capitals = UCase(line);
-  Text replaced;
-  size_t from = 0;
-  for (size_t place = 0; (place = capitals.find(kCurrentFolder, from)) != Text::npos;) {
-    replaced.append(line.substr(from, place - from)).append(AppPath);
-    from = place + kCurrentFolder.size();
-  }
-  return replaced.append(line.substr(from));
-}
-
 // Quirk: the line loses its outer blanks only where it holds a "#", and is then cut at that one's place in
 // the line as it was: " a#" leaves "a#".
 TextView WithoutSwitchedOff(TextView line) {
@@ -63,6 +52,17 @@ size_t CharacterLength(TextView text) {
 }
 
 }  // namespace
+
+Text WithProgramFolder(TextView line) {
+  const Text capitals = UCase(line);
+  Text replaced;
+  size_t from = 0;
+  for (size_t place = 0; (place = capitals.find(kCurrentFolder, from)) != Text::npos;) {
+    replaced.append(line.substr(from, place - from)).append(AppPath);
+    from = place + kCurrentFolder.size();
+  }
+  return replaced.append(line.substr(from));
+}
 
 std::vector<Text> SearchLines(std::string_view bytes) {
   bytes = bytes.substr(0, bytes.find('\0'));

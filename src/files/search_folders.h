@@ -16,6 +16,11 @@ std::optional<std::vector<Text>> ReadSearchFile();
 // LF or LF.
 std::vector<Text> SearchLines(std::string_view bytes);
 
+// Stands for the program's folder, in any letter case.
+constexpr TextView kCurrentFolder = u"<CURRENTDIR>";
+// With the program's folder in place of each.
+Text WithProgramFolder(TextView line);
+
 // The folder that a line has a scan look into; nothing for a comment and for a folder that is switched off.
 std::optional<Text> SearchedFolder(TextView line);
 
@@ -38,8 +43,5 @@ std::string SearchFileBytes(const SearchFolders& search);
 // The characters of a folder's name that keep it from being a line of the file, each once: those that code
 // page 932 does not hold, and the sign of what is switched off.
 Text LettersNotStored(TextView folder);
-
-// Stands for the program's folder, in any letter case.
-constexpr TextView kCurrentFolder = u"<CURRENTDIR>";
 
 }  // namespace qlm

@@ -2,7 +2,9 @@
 #include "forms/language.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFont>
+#include <QFontDatabase>
 #include <QFontInfo>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -69,6 +71,9 @@ void SwitchLanguage() {
 }
 
 void ChooseFaces() {
+  // A program that was unpacked into a folder has a Japanese face beside it.
+  const QString own = QCoreApplication::applicationDirPath() + QStringLiteral("/fonts/ipag.ttf");
+  if (QFile::exists(own)) QFontDatabase::addApplicationFont(own);
   QFont font = QApplication::font();
   // The system's face first, as people know it; the others have what it lacks.
   font.setFamilies({QFontInfo(font).family(), QStringLiteral("Noto Sans CJK JP"),

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 
@@ -85,10 +86,30 @@ File OpenTemporary(const std::string& target, std::string& name) {
   return File(fdopen(descriptor, "wb"));
 }
 
-// Whether all bytes went into the file and are on the disk.
-bool WriteThrough(std::FILE* file, std::string_view bytes) {
+enum class OnDisk { kAtOnce, kLater };
+
+// Whether all bytes went into the file and, at once, are on the disk.
+bool WriteThrough(std::FILE* file, std::string_view bytes, OnDisk when) {
   return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0 &&
-         fsync(fileno(file)) == 0;
+         (when == OnDisk::kLater || fsync(fileno(file)) == 0);
+}
+
+bool Replace(std::u16string_view path, std::string_view bytes, OnDisk when) {
+  const std::string target = SystemPath(path);
+  std::string temporary;
+  File file = OpenTemporary(target, temporary);
+  if (!file) return false;
+  const bool written = WriteThrough(file.get(), bytes, when);
+  file.reset();
+  if (written && std::rename(temporary.c_str(), target.c_str()) == 0) return true;
+  unlink(temporary.c_str());
+  return false;
+}
+
+// Empty where the variable names no folder by its full path.
+std::string FolderFromEnvironment(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr && *value == '/' ? value : "";
 }
 
 }  // namespace
@@ -165,15 +186,18 @@ std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset
 }
 
 bool WriteFile(std::u16string_view path, std::string_view bytes) {
-  const std::string target = SystemPath(path);
-  std::string temporary;
-  File file = OpenTemporary(target, temporary);
-  if (!file) return false;
-  const bool written = WriteThrough(file.get(), bytes);
-  file.reset();
-  if (written && std::rename(temporary.c_str(), target.c_str()) == 0) return true;
-  unlink(temporary.c_str());
-  return false;
+  return Replace(path, bytes, OnDisk::kAtOnce);
+}
+
+bool WriteFileLater(std::u16string_view path, std::string_view bytes) {
+  return Replace(path, bytes, OnDisk::kLater);
+}
+
+void WaitForDisk(std::u16string_view path) {
+  const int descriptor = open(SystemPath(path).c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  syncfs(descriptor);
+  close(descriptor);
 }
 
 bool AppendFile(std::u16string_view path, std::string_view bytes) {
@@ -210,6 +234,12 @@ std::vector<FolderEntry> ListFolder(std::u16string_view path) {
     entries.push_back({NameText(name), isFolder});
   }
   return entries;
+}
+
+std::u16string PersonalDataFolder() {
+  if (const std::string data = FolderFromEnvironment("XDG_DATA_HOME"); !data.empty()) return InnerPath(data);
+  const std::string home = FolderFromEnvironment("HOME");
+  return home.empty() ? std::u16string() : InnerPath(home + "/.local/share");
 }
 
 std::u16string ProgramFolder() {

@@ -33,6 +33,11 @@ std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset
 // Writes a temporary name beside it and renames once the bytes are on the disk, so that a crash, a full disk
 // and a failing one leave the old file or the new one. False when the old one stayed.
 bool WriteFile(std::u16string_view path, std::string_view bytes);
+// The same without the wait for the disk: after a crash the file may be the old one, the new one or empty,
+// until WaitForDisk() has returned. For many files at once.
+bool WriteFileLater(std::u16string_view path, std::string_view bytes);
+// Returns when all that was written on this file's disk is on it.
+void WaitForDisk(std::u16string_view path);
 // Opens, appends, closes; the bytes are with the system when it returns.
 bool AppendFile(std::u16string_view path, std::string_view bytes);
 bool DeleteFile(std::u16string_view path);
@@ -49,6 +54,9 @@ struct FolderEntry {
 // In the system's order, without "." and "..". Empty when there is no such folder.
 std::vector<FolderEntry> ListFolder(std::u16string_view path);
 
+// Where the programs of this person keep their data: $XDG_DATA_HOME, or .local/share at home. Empty for one
+// without a home.
+std::u16string PersonalDataFolder();
 // Folder of the running program, without a trailing "\".
 std::u16string ProgramFolder();
 

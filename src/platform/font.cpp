@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -24,8 +25,9 @@ constexpr int32_t kGreatestHeight = 256;
 constexpr size_t kLongestLine = 1024;
 
 // In the order of preference: a later one stands in for a character that those before it lack.
-constexpr std::array kFontPaths{"/usr/share/fonts/truetype/monapo/monapo.ttf",
-                                "/usr/share/fonts/opentype/ipafont-gothic/ipag.ttf"};
+constexpr std::array kFontFolders{"/usr/share/fonts/truetype/monapo/",
+                                  "/usr/share/fonts/opentype/ipafont-gothic/"};
+constexpr std::array kFontFiles{"monapo.ttf", "ipag.ttf"};
 
 struct FontClose {
   void operator()(TTF_Font* font) const { TTF_CloseFont(font); }
@@ -37,6 +39,8 @@ using Face = std::pair<int32_t, bool>;  // height in pixels, bold
 using FontSet = std::vector<Font>;  // those that could be opened, in the order of the paths
 std::map<Face, FontSet> openFonts;
 
+std::string OwnFonts() { return SystemPath(ProgramFolder() + u"\\fonts\\"); }
+
 const FontSet& FontsOf(Face face) {
   if (const auto found = openFonts.find(face); found != openFonts.end()) {
     return found->second;
@@ -46,8 +50,11 @@ const FontSet& FontsOf(Face face) {
     return fonts;
   }
   const auto [height, bold] = face;
-  for (const char* path : kFontPaths) {
-    if (Font font{TTF_OpenFont(path, height)}) {
+  for (size_t i = 0; i < kFontFiles.size(); ++i) {
+    // A program that was unpacked into a folder has fonts beside it, for systems that lack them.
+    Font font{TTF_OpenFont((std::string(kFontFolders[i]) + kFontFiles[i]).c_str(), height)};
+    if (!font) font.reset(TTF_OpenFont((OwnFonts() + kFontFiles[i]).c_str(), height));
+    if (font) {
       TTF_SetFontStyle(font.get(), bold ? TTF_STYLE_BOLD : TTF_STYLE_NORMAL);
       TTF_SetFontHinting(font.get(), TTF_HINTING_LIGHT);
       fonts.push_back(std::move(font));

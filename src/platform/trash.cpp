@@ -8,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -26,18 +25,9 @@ struct Trash {
   fs::path base;  // the paths that it tells begin behind this; empty when they are absolute
 };
 
-fs::path FromEnvironment(const char* name) {
-  const char* const value = std::getenv(name);
-  const fs::path path = value == nullptr ? "" : value;
-  return path.is_absolute() ? path : fs::path();
-}
-
 // Of the user; an empty folder when the user has no home.
 Trash HomeTrash() {
-  fs::path data = FromEnvironment("XDG_DATA_HOME");
-  if (const fs::path home = FromEnvironment("HOME"); data.empty() && !home.empty()) {
-    data = home / ".local/share";
-  }
+  const fs::path data = SystemPath(PersonalDataFolder());
   return {data.empty() ? data : data / "Trash", ""};
 }
 

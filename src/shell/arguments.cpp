@@ -62,7 +62,8 @@ Keys in a play:
   F11                           draw limit
   F12                           pause
 
-Files, all in the folder _qlmfiles beside the program:
+Files, all in the folder _qlmfiles beside the program; of an installed one in
+~/.local/share/quillmarch, where its first start brings the stock songs too:
   qlm_conf.ini   settings, written when the program ends; Windowed=True together with
                  DirectBlt=True gives a window in place of the full screen
   qlm_keycnf.dat keys, written likewise
@@ -70,13 +71,13 @@ Files, all in the folder _qlmfiles beside the program:
   debug.txt      the log of the last run: look here when a sound or a picture is missing
 
 To begin with:
-  quillmarch songs/inkwell/inkwell5.bms
+  quillmarch songs/inkwell/inkwell5.bms, or in the song list the folder songs
 What the game makes of a chart, and what is wrong with it: qlmprobe check CHART)";
 
 platform::Program GameProgram() {
   platform::Program program;
   program.name = "quillmarch";
-  program.version = "quillmarch " + platform::EncodeUtf8(VersionText());
+  program.version = "quillmarch " + platform::EncodeUtf8(FullVersion());
   program.help =
       "quillmarch - a keysounded rhythm game\n"
       "\n"

@@ -11,6 +11,7 @@
 #include "files/data_folder.h"
 #include "files/key_table.h"
 #include "files/settings_file.h"
+#include "files/stock_data.h"
 #include "files/title_dictionary.h"
 #include "forms/startup_menu.h"
 #include "graphics/display.h"
@@ -76,6 +77,21 @@ void ReportMissingDataFolder() {
 void ReportSecondProgram() {
   std::fprintf(stderr, "quillmarch: another one runs from %s; this one keeps no log and saves nothing\n",
                platform::SystemPath(AppPath).c_str());
+}
+
+// An installed program's first start, and the first of each later version. Nothing can be logged yet.
+void TakeStock(TextView stock) {
+  const auto tell = [] {
+    std::fprintf(stderr, "quillmarch: the stock songs, skins and sounds go to %s\n",
+                 platform::SystemPath(AppPath).c_str());
+  };
+  if (BringStock(stock, FullVersion(), tell)) return;
+  std::fputs("quillmarch: not all of them could be written; is the disk full, or the folder read-only?\n",
+             stderr);
+  platform::MessageBox(platform::BoxIcon::kWarning, u"quillmarch",
+                       Join(u"Not all stock songs, skins and sounds could be written to", kCrLf,
+                            platform::DecodeUtf8(platform::SystemPath(AppPath)), kCrLf,
+                            u"Is the disk full, or the folder read-only?"));
 }
 
 void MakeDataFolders() {
@@ -182,8 +198,11 @@ bool RunMenu() {
 
 int Main(const Launch& launch) {
   ResetState();
-  AppPath = platform::ProgramFolder();
+  const DataPlace place = FindDataPlace(platform::ProgramFolder());
+  AppPath = place.folder;
+  if (!place.stock.empty()) MakeFolders(DataPath(u""));
   const bool first = TakeDataFolder();
+  if (first && !place.stock.empty()) TakeStock(place.stock);
   if (first) platform::DeleteFile(LogPath());
   DebugLog(Text(67, u'-'));
   DebugLog(Join(u"[Main] quillmarch ", VersionText(), u" start on ", StartTime()), 1);

@@ -148,6 +148,17 @@ TEST_F(CourseFilesTest, IsReadWithOneEmptyRowBehindItsSongs) {
   EXPECT_EQ(log, (std::vector<Text>{u"[CourseLoad] Night.qcl", u"course loaded."}));
 }
 
+// So a stock course finds its songs in the folder of each person.
+TEST_F(CourseFilesTest, TheWordForTheProgramsFolderLeadsToIt) {
+  std::vector<FileField> fields = FieldsOf("\x07", "\x01", "\x10\x00\x00\x00"s);
+  std::string row = Row("A", "\x10\x00\x00\x00"s);
+  const size_t path = row.size() - 10;  // 2 bytes of length, "\s\A.bms"
+  row.replace(path, 10, "\x14\x00<CURRENTDIR>\\s\\A.bms"s);
+  fields.push_back({"song 0", row});
+  CourseLoad(Write(Bytes(fields)), false);
+  EXPECT_EQ(CourseSongs[0].path, Join(AppPath, u"\\s\\A.bms"));
+}
+
 TEST_F(CourseFilesTest, ATitleInTheFileIsRead) {
   std::vector<FileField> fields = TwoSongs();
   fields[4].bytes = "\x02\x00\x8F\x74"s;  // 春

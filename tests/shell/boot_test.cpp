@@ -458,7 +458,7 @@ TEST_F(BootTest, HelpAndVersionAreAnsweredBeforeAnythingHappens) {
   EXPECT_TRUE(help.output.starts_with("quillmarch - a keysounded rhythm game\n")) << help.output;
   const ProcessResult version = Start({"--version", "x.bms"});
   EXPECT_EQ(version.exitStatus, 0);
-  EXPECT_EQ(version.output, "quillmarch " + Utf8(VersionText()) + "\n");
+  EXPECT_EQ(version.output, "quillmarch " + Utf8(FullVersion()) + "\n");
   const ProcessResult unknown = Start({"--wat", "x.bms"});
   EXPECT_EQ(unknown.exitStatus, 2);
   EXPECT_NE(unknown.errors.find("--wat"), std::string::npos);

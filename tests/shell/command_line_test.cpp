@@ -82,7 +82,7 @@ TEST_F(CommandLineTest, HelpAndVersionAreAnswered) {
     EXPECT_NE(help.answer.find(part), std::string::npos) << part;
   }
   const Launch version = ReadArguments(std::vector<std::string>{"--version"});
-  EXPECT_EQ(version.answer, "quillmarch " + Utf8(VersionText()) + "\n");
+  EXPECT_EQ(version.answer, "quillmarch " + Utf8(FullVersion()) + "\n");
   EXPECT_EQ(version.wrong, "");
 }
 

@@ -15,6 +15,7 @@
 #include "files/course_files.h"
 #include "files/key_table.h"
 #include "files/settings_file.h"
+#include "files/stock_data.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/sound_device.h"
@@ -58,6 +59,13 @@ void TakeLogFile(Arguments& arguments) {
   qlm::logOutput.afterLine = WriteLastLine;
 }
 
+// The person's, and of an installed program that never ran the stock: nothing is written here.
+Text OwnDataFolder() {
+  const qlm::DataPlace place = qlm::FindDataPlace(platform::ProgramFolder());
+  const bool filled = platform::IsFolder(qlm::Join(place.folder, u"\\_qlmfiles"));
+  return filled || place.stock.empty() ? place.folder : place.stock;
+}
+
 }  // namespace
 
 void StartEngine(Arguments& arguments) {
@@ -71,7 +79,7 @@ void StartEngine(Arguments& arguments) {
     if (!fatalMessage) fatalMessage = message;
   };
   const std::optional<std::string> data = arguments.Value("--data");
-  qlm::AppPath = data ? GamePath(*data) : platform::ProgramFolder();
+  qlm::AppPath = data ? GamePath(*data) : OwnDataFolder();
   while (qlm::AppPath.ends_with(u'\\')) qlm::AppPath.pop_back();
   qlm::SetDefaultSettings();
   qlm::SetDefaultKeyMap();

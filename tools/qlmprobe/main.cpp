@@ -229,7 +229,7 @@ std::vector<Command> Commands() {
 platform::Program ProbeProgram(const std::vector<Command>& commands) {
   platform::Program program;
   program.name = "qlmprobe";
-  program.version = "qlmprobe " + platform::EncodeUtf8(qlm::VersionText());
+  program.version = "qlmprobe " + platform::EncodeUtf8(qlm::FullVersion());
   program.help =
       "qlmprobe - the engine of quillmarch from the command line: one JSON object on standard output";
   program.usage = "COMMAND FILE [OPTION]...";
