@@ -95,6 +95,13 @@ constexpr SettingKey kOwnKeys[] = {
     {u"quillmarch", u"MenuLanguage", &MenuLanguage, u"", u""},
 };
 
+// A program's folder may have been moved since it wrote this path, with the skins in it.
+Text WhereItIsNow(TextView path) {
+  const Text own = DataPath(GetFileName(path));
+  const bool moved = GetFolder(path).ends_with(u"\\_qlmfiles\\") && !FileExists(path) && FileExists(own);
+  return moved ? own : Text(path);
+}
+
 template <typename T, typename U>
 bool Store(T& target, const std::optional<U>& value) {
   Assign(target, value);
@@ -108,20 +115,21 @@ std::span<const SettingKey> SettingKeys() { return kKeys; }
 std::span<const SettingKey> OwnSettingKeys() { return kOwnKeys; }
 
 bool StoreSetting(const SettingVariable& variable, TextView text) {
-  return std::visit(Overloaded{
-                        [&](bool* flag) { return Store(*flag, ToBoolean(text)); },
-                        [&](int32_t* whole) { return Store(*whole, ToWhole(text)); },
-                        [&](uint8_t* byte) { return Store(*byte, ToByte(text)); },
-                        [&](float* single) { return Store(*single, ToSingle(text)); },
-                        [&](Text* words) { return Store(*words, std::optional(text)); },
-                        [&](ProgramPath path) { return Store(*path.path, std::optional(text)); },
-                        [&](TurntableSide side) {
-                          const std::optional<int32_t> number = ToWhole(text);
-                          if (number) *side.right = *number != 0;
-                          return number.has_value();
-                        },
-                    },
-                    variable);
+  return std::visit(
+      Overloaded{
+          [&](bool* flag) { return Store(*flag, ToBoolean(text)); },
+          [&](int32_t* whole) { return Store(*whole, ToWhole(text)); },
+          [&](uint8_t* byte) { return Store(*byte, ToByte(text)); },
+          [&](float* single) { return Store(*single, ToSingle(text)); },
+          [&](Text* words) { return Store(*words, std::optional(text)); },
+          [&](ProgramPath path) { return Store(*path.path, std::optional(WhereItIsNow(text))); },
+          [&](TurntableSide side) {
+            const std::optional<int32_t> number = ToWhole(text);
+            if (number) *side.right = *number != 0;
+            return number.has_value();
+          },
+      },
+      variable);
 }
 
 Text SettingText(const SettingVariable& variable) {
