@@ -21,10 +21,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
   constexpr size_t kMost = size_t{16} << 20;
   const size_t start = std::min(static_cast<size_t>(found.start), size);
-  const platform::DecodedMp3 sound =
+  const platform::DecodedSound sound =
       platform::DecodeMp3(file.substr(start, static_cast<size_t>(found.size)), kMost);
   if (sound.samples.size() > kMost) std::abort();
-  if (sound.error != platform::Mp3Error::kNone) return 0;
+  if (sound.error != platform::DecodeError::kNone) return 0;
   if (sound.channels < 1 || sound.channels > 2 || sound.rate < 8000 || sound.rate > 48000) std::abort();
   if (sound.samples.empty() || sound.samples.size() % (size_t{2} * static_cast<size_t>(sound.channels)) != 0)
     std::abort();

@@ -26,6 +26,20 @@ Text EnsureBackslash(TextView path) { return path.ends_with(u'\\') ? Text(path) 
 
 bool FileExists(TextView path) { return platform::FileLength(path).has_value(); }
 
+std::optional<Text> FindFileOfKinds(TextView path, std::span<const TextView> extensions) {
+  const size_t name = path.find_last_of(u"\\/") + 1;  // charts write either
+  if (name == path.size()) return std::nullopt;
+  if (FileExists(path)) return Text(path);
+  const size_t dot = path.rfind(u'.');
+  const bool hasDot = dot != TextView::npos && dot >= name;
+  const TextView stem = hasDot ? path.substr(0, dot) : path;
+  for (const TextView extension : extensions) {
+    if (hasDot && EqualsAnyCase(path.substr(dot), extension)) continue;
+    if (Text other = Join(stem, extension); FileExists(other)) return other;
+  }
+  return std::nullopt;
+}
+
 void MakeFolders(TextView path) {
   for (size_t end = path.find(u'\\', 1); end != TextView::npos; end = path.find(u'\\', end + 1)) {
     platform::MakeFolder(path.substr(0, end));

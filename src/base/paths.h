@@ -1,6 +1,9 @@
 // Paths in the game's own form, with "\" between the parts.
 #pragma once
 
+#include <optional>
+#include <span>
+
 #include "base/text.h"
 
 namespace qlm {
@@ -20,6 +23,9 @@ Text GetExtension(TextView path);
 // gets the extension behind it.
 Text WithExtension(TextView path, TextView extension);
 bool HasExtension(TextView path);
+// The path as it is if there is such a file, or with the first of these extensions behind its stem, as in
+// ".ogg", for which there is one. Nothing when there is none, and for a path that names no file.
+std::optional<Text> FindFileOfKinds(TextView path, std::span<const TextView> extensions);
 Text EnsureBackslash(TextView path);
 
 // Whether a file's length can be asked for; a folder has none.

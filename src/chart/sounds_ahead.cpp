@@ -30,7 +30,8 @@ void SoundsAhead::Reach(TextView line) {
 }
 
 void SoundsAhead::Begin(TextView line) const {
-  const Text file = Join(folder_, Argument(line, 7));
+  Text file = Join(folder_, Argument(line, 7));
+  FindWideSound(file);
   const Text* const held = CourseMode ? nullptr : WavHeldName.Find(SlotOf(line));
   if (held == nullptr || *held != file) LoadAhead(file);
 }

@@ -4,13 +4,12 @@
 #include <mpg123.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <utility>
 
 #include "platform/heap.h"
+#include "platform/sound_decoding.h"
 
 namespace platform {
 namespace {
@@ -94,7 +93,7 @@ bool SetUp(mpg123_handle* decoder, bool synced) {
 
 // Decodes all frames that the decoder has been fed, onto the end of the samples. MPG123_NEED_MORE when it has
 // none left; MPG123_DONE when the sound ends here.
-int TakeFrames(mpg123_handle* decoder, size_t most, DecodedMp3& sound) {
+int TakeFrames(mpg123_handle* decoder, size_t most, DecodedSound& sound) {
   while (true) {
     unsigned char* frame = nullptr;
     size_t bytes = 0;
@@ -113,11 +112,11 @@ int TakeFrames(mpg123_handle* decoder, size_t most, DecodedMp3& sound) {
   }
 }
 
-int DecodeAll(mpg123_handle* decoder, std::string_view data, size_t most, const std::atomic<bool>* givenUp,
-              DecodedMp3& sound) {
+int DecodeAll(mpg123_handle* decoder, std::string_view data, size_t most, DecodingOrders* orders,
+              DecodedSound& sound) {
   int answer = MPG123_NEED_MORE;
   while (answer == MPG123_NEED_MORE && !data.empty()) {
-    if (givenUp != nullptr && *givenUp) return MPG123_ERR;
+    if (orders != nullptr && !orders->GoOn(sound.samples.size())) return MPG123_ERR;
     const std::string_view piece = data.substr(0, kFedBytes);
     data.remove_prefix(piece.size());
     answer = mpg123_feed(decoder, reinterpret_cast<const unsigned char*>(piece.data()), piece.size());
@@ -126,38 +125,28 @@ int DecodeAll(mpg123_handle* decoder, std::string_view data, size_t most, const 
   return answer;
 }
 
-Mp3Error ErrorOf(int answer, const DecodedMp3& sound) {
-  if (answer == MPG123_OUT_OF_MEM) return Mp3Error::kTooLong;
-  if (answer != MPG123_NEED_MORE && answer != MPG123_DONE) return Mp3Error::kBroken;
-  return sound.samples.empty() ? Mp3Error::kNoSamples : Mp3Error::kNone;
+DecodeError ErrorOf(int answer, const DecodedSound& sound) {
+  if (answer == MPG123_OUT_OF_MEM) return DecodeError::kTooLong;
+  if (answer != MPG123_NEED_MORE && answer != MPG123_DONE) return DecodeError::kBroken;
+  return sound.samples.empty() ? DecodeError::kNoSamples : DecodeError::kNone;
 }
 
 }  // namespace
 
-DecodedMp3 DecodeMp3(std::string_view data, size_t most, const std::atomic<bool>* givenUp) {
-  DecodedMp3 sound;
+DecodedSound DecodeMp3(std::string_view data, size_t most, DecodingOrders* orders) {
+  DecodedSound sound;
   const size_t first = FirstFrame(data);
   const bool synced = first < data.size();
   if (synced) data.remove_prefix(first);
   const Decoder decoder(mpg123_new(nullptr, nullptr));
   if (decoder == nullptr || !SetUp(decoder.get(), synced)) {
-    sound.error = Mp3Error::kNoDecoder;
+    sound.error = DecodeError::kNoDecoder;
     return sound;
   }
   int answer = MPG123_OUT_OF_MEM;
-  WithinMemory([&] { answer = DecodeAll(decoder.get(), data, most, givenUp, sound); });
+  WithinMemory([&] { answer = DecodeAll(decoder.get(), data, most, orders, sound); });
   sound.error = ErrorOf(answer, sound);
   return sound;
-}
-
-Mp3Decoding::Mp3Decoding(std::string file, size_t start, size_t size, size_t most)
-    // Where no thread can be had, the decoding runs in Take.
-    : sound_(std::async([this, file = std::move(file), start, size, most] {
-        return DecodeMp3(std::string_view(file).substr(start, size), most, &givenUp_);
-      })) {}
-
-bool Mp3Decoding::DoneWithin(uint32_t milliseconds) {
-  return sound_.wait_for(std::chrono::milliseconds(milliseconds)) != std::future_status::timeout;
 }
 
 }  // namespace platform

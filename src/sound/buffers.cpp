@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/cursor.h"
 #include "base/log.h"
@@ -13,6 +14,7 @@
 #include "platform/files.h"
 #include "sound/decoder.h"
 #include "state/load_budget.h"
+#include "state/settings.h"
 
 namespace qlm {
 namespace {
@@ -134,6 +136,7 @@ SoundBufferPtr CreateSndBuf(Text& path, platform::SoundDescription& description,
   error = platform::kSoundOk;
   if (!FindSoundFile(path)) {
     DebugLog(Join(u"LoadWav:", GetFileName(path), u" - ERROR"));
+    if (WideCharts) DebugLog(u"# there is none as .wav, .ogg, .flac, .opus or .mp3");
     return nullptr;
   }
   DebugLog(Join(u"CreateSndBuf:", GetFileName(path)));
@@ -162,6 +165,12 @@ SoundBufferPtr CreateSndBuf(Text& path, platform::SoundDescription& description,
   soundFile.Close();
   if (created.buffer != nullptr) created.buffer->SetCurrentPosition(0);
   return created.buffer;
+}
+
+void FindWideSound(Text& path) {
+  constexpr TextView kKinds[] = {u".wav", u".ogg", u".flac", u".opus", u".mp3"};
+  if (!WideCharts) return;
+  if (std::optional<Text> found = FindFileOfKinds(path, kKinds)) path = std::move(*found);
 }
 
 void LoadAhead(Text path) {

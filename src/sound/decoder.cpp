@@ -13,11 +13,16 @@
 
 #include "base/hooks.h"
 #include "base/log.h"
+#include "base/paths.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/heap.h"
 #include "platform/mp3.h"
+#include "platform/sound_decoding.h"
+#include "platform/sound_file.h"
 #include "state/chart.h"
+#include "state/load_budget.h"
+#include "state/settings.h"
 
 namespace qlm {
 namespace {
@@ -34,20 +39,20 @@ int32_t Fail(TextView words) {
 void UnprepareHeader() { DebugLog(u"acmStreamUnprepareHeaderに失敗\n続ける？"); }
 void CloseStream() { DebugLog(u"acmStreamCloseに失敗\n続ける？"); }
 
-int32_t FailDecoding(platform::Mp3Error error) {
+int32_t FailDecoding(platform::DecodeError error) {
   switch (error) {
-    case platform::Mp3Error::kNoDecoder:
+    case platform::DecodeError::kNoDecoder:
       DebugLog(u"acmStreamOpen失敗: ACMに異常があります");
       return kDecodeFailed;
-    case platform::Mp3Error::kNoSamples: DebugLog(u"変換後サイズが異常です"); break;
-    case platform::Mp3Error::kTooLong: DebugLog(u"先ファイルのGlobalAllocに失敗"); break;
+    case platform::DecodeError::kNoSamples: DebugLog(u"変換後サイズが異常です"); break;
+    case platform::DecodeError::kTooLong: DebugLog(u"先ファイルのGlobalAllocに失敗"); break;
     default: DebugLog(u"acmStreamConvertに失敗"); UnprepareHeader();
   }
   CloseStream();
   return kDecodeFailed;
 }
 
-platform::SoundFormat FormatOf(const platform::DecodedMp3& sound) {
+platform::SoundFormat FormatOf(const platform::DecodedSound& sound) {
   platform::SoundFormat format;
   format.tag = 1;
   format.channels = static_cast<uint16_t>(sound.channels);
@@ -58,7 +63,7 @@ platform::SoundFormat FormatOf(const platform::DecodedMp3& sound) {
   return format;
 }
 
-SoundBufferPtr BufferOf(const platform::DecodedMp3& sound, platform::SoundDescription& description,
+SoundBufferPtr BufferOf(const platform::DecodedSound& sound, platform::SoundDescription& description,
                         platform::SoundFormat& format) {
   description.bytes = static_cast<uint32_t>(sound.samples.size());
   format = FormatOf(sound);
@@ -69,17 +74,17 @@ SoundBufferPtr BufferOf(const platform::DecodedMp3& sound, platform::SoundDescri
 }
 
 // A file that was looked at: what DecodeToBuffer answers unless the decoder fails, the lines that tell of it,
-// and the bytes that are to be decoded, which a decoding under way has taken.
+// and the work to be done, which a decoding under way has taken. Of a sound of today there is the work alone.
 struct SoundAhead {
   Text path;
+  bool ofToday = false;
   int32_t answer = kDecodeFailed;
   std::vector<Text> lines;
-  std::string file;
-  size_t start = 0;
-  size_t size = 0;
-  std::unique_ptr<platform::Mp3Decoding> decoding;
+  platform::DecodingWork work;
+  std::unique_ptr<platform::SoundDecoding> decoding;
 };
 std::deque<std::unique_ptr<SoundAhead>> soundsAhead;
+std::optional<platform::SoundDecoders> decoders;
 
 // The steps before the decoding.
 int32_t FindBytes(SoundAhead& sound) {
@@ -95,31 +100,45 @@ int32_t FindBytes(SoundAhead& sound) {
   if (!file) return Fail(u"元ファイルのGlobalAllocに失敗");
   MpegFormat header;
   if (const int32_t read = ReadMpegHeader(*file, data, header); read != kDecoded) return read;
-  sound.start = std::min(static_cast<size_t>(data.start), file->size());
-  sound.size = static_cast<size_t>(data.size);
-  sound.file = std::move(*file);
+  const size_t start = std::min(static_cast<size_t>(data.start), file->size());
+  const auto size = static_cast<size_t>(data.size);
+  sound.work = [file = std::move(*file), start, size](platform::DecodingOrders* orders) {
+    return platform::DecodeMp3(std::string_view(file).substr(start, size), kLongestSound, orders);
+  };
   return kDecoded;
+}
+
+bool IsOfToday(TextView path) {
+  return WideCharts && platform::IsSoundFile(
+                           platform::ReadFilePart(path, 0, platform::kSoundFileHead).value_or(std::string()));
 }
 
 std::unique_ptr<SoundAhead> LookAt(TextView path) {
   auto sound = std::make_unique<SoundAhead>();
   sound->path = path;
-  sound->lines = LinesOf([&] { sound->answer = FindBytes(*sound); });
+  sound->ofToday = IsOfToday(path);
+  if (sound->ofToday) {
+    sound->work = [file = platform::SystemPath(path)](platform::DecodingOrders* orders) {
+      return platform::DecodeSoundFileAt(file, kLongestSound, orders);
+    };
+  } else {
+    sound->lines = LinesOf([&] { sound->answer = FindBytes(*sound); });
+  }
   return sound;
 }
 
-// The sound of this path if it was begun ahead. Those before it are dropped: they were passed over.
-std::unique_ptr<SoundAhead> TakeAhead(TextView path) {
+// The sound of this path. If it was begun ahead, those before it are dropped: they were passed over.
+std::unique_ptr<SoundAhead> TakeSound(TextView path) {
   const auto found =
       std::ranges::find_if(soundsAhead, [&](const auto& sound) { return sound->path == path; });
-  if (found == soundsAhead.end()) return nullptr;
+  if (found == soundsAhead.end()) return LookAt(path);
   std::unique_ptr<SoundAhead> sound = std::move(*found);
   soundsAhead.erase(soundsAhead.begin(), found + 1);
   return sound;
 }
 
 // Lets events run while it waits; one of them may end the load, and then what is decoded does not matter.
-platform::DecodedMp3 Await(platform::Mp3Decoding& decoding) {
+platform::DecodedSound Await(platform::SoundDecoding& decoding) {
   constexpr uint32_t kPumpInterval = 20;  // ms
   while (!decoding.DoneWithin(kPumpInterval)) {
     if (hooks.loadPump != nullptr) hooks.loadPump();
@@ -128,24 +147,60 @@ platform::DecodedMp3 Await(platform::Mp3Decoding& decoding) {
   return decoding.Take();
 }
 
-platform::DecodedMp3 Decode(SoundAhead& sound) {
-  if (sound.decoding != nullptr) return Await(*sound.decoding);
-  return platform::DecodeMp3(std::string_view(sound.file).substr(sound.start, sound.size), kLongestSound);
+platform::DecodedSound Decode(SoundAhead& sound) {
+  return sound.decoding != nullptr ? Await(*sound.decoding) : sound.work(nullptr);
+}
+
+void LogTime(uint32_t begin) {
+  DebugLog(Join(u"> Decode complete in ", platform::Elapsed(platform::Now(), begin), u"ms"));
+}
+
+TextView WhyNot(platform::DecodeError error) {
+  switch (error) {
+    case platform::DecodeError::kNoSamples: return u"there are no samples in it";
+    case platform::DecodeError::kTooLong:
+      return u"its samples are more than 256 MiB, or than there is memory for";
+    case platform::DecodeError::kManyChannels: return u"it has more than 2 channels";
+    default: return u"it is damaged, or of a coding that is not known";
+  }
+}
+
+int32_t DecodeOfToday(SoundAhead& file, SoundBufferPtr& buffer, platform::SoundDescription& description,
+                      platform::SoundFormat& format) {
+  const uint32_t begin = platform::Now();
+  const platform::DecodedSound sound = Decode(file);
+  if (sound.error != platform::DecodeError::kNone) {
+    DebugLog(Join(u"# ", GetFileName(file.path), u": ", WhyNot(sound.error)));
+    return kDecodeFailed;
+  }
+  LogTime(begin);
+  buffer = BufferOf(sound, description, format);
+  return kDecoded;
+}
+
+// Sounds in memory, beside those of the chart, and what one of them may take before its turn.
+constexpr int64_t kMostAhead = int64_t{32} << 20;
+
+size_t Threads() {
+  constexpr size_t kFewest = 2;
+  constexpr size_t kMost = 8;
+  static const size_t cores = std::clamp<size_t>(std::thread::hardware_concurrency(), kFewest, kMost);
+  return cores;
 }
 
 }  // namespace
 
 int32_t DecodeToBuffer(TextView path, SoundBufferPtr& buffer, platform::SoundDescription& description,
                        platform::SoundFormat& format) {
-  std::unique_ptr<SoundAhead> ahead = TakeAhead(path);
-  if (ahead == nullptr) ahead = LookAt(path);
-  for (const Text& line : ahead->lines) DebugLog(line);
-  if (ahead->answer != kDecoded) return ahead->answer;
+  const std::unique_ptr<SoundAhead> file = TakeSound(path);
+  if (file->ofToday) return DecodeOfToday(*file, buffer, description, format);
+  for (const Text& line : file->lines) DebugLog(line);
+  if (file->answer != kDecoded) return file->answer;
 
   const uint32_t begin = platform::Now();
-  const platform::DecodedMp3 sound = Decode(*ahead);
-  if (sound.error != platform::Mp3Error::kNone) return FailDecoding(sound.error);
-  DebugLog(Join(u"> Decode complete in ", platform::Elapsed(platform::Now(), begin), u"ms"));
+  const platform::DecodedSound sound = Decode(*file);
+  if (sound.error != platform::DecodeError::kNone) return FailDecoding(sound.error);
+  LogTime(begin);
   buffer = BufferOf(sound, description, format);
   UnprepareHeader();
   CloseStream();
@@ -156,21 +211,22 @@ void DecodeAhead(TextView path) {
   if (soundsAhead.size() >= SoundsAtOnce()) soundsAhead.pop_front();
   platform::WithinMemory([&] {
     std::unique_ptr<SoundAhead> sound = LookAt(path);
-    if (sound->answer == kDecoded) {
-      sound->decoding = std::make_unique<platform::Mp3Decoding>(std::move(sound->file), sound->start,
-                                                                sound->size, kLongestSound);
+    if (sound->work != nullptr) {
+      if (!decoders) decoders.emplace(Threads());
+      const int64_t share = LoadBudgetLeft() / static_cast<int64_t>(SoundsAtOnce());
+      sound->decoding = decoders->Begin(std::move(sound->work),
+                                        static_cast<size_t>(std::clamp<int64_t>(share, 0, kMostAhead)));
     }
     soundsAhead.push_back(std::move(sound));
   });
 }
 
-void ForgetSoundsAhead() { soundsAhead.clear(); }
-
-size_t SoundsAtOnce() {
-  constexpr size_t kFewest = 2;
-  constexpr size_t kMost = 8;  // since each may have the size of the longest sound
-  static const size_t cores = std::clamp<size_t>(std::thread::hardware_concurrency(), kFewest, kMost);
-  return cores;
+void ForgetSoundsAhead() {
+  soundsAhead.clear();
+  decoders.reset();
 }
+
+// Enough for the threads to go on while a frame of the loading screen waits to be shown.
+size_t SoundsAtOnce() { return 4 * Threads(); }
 
 }  // namespace qlm

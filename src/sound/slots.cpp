@@ -58,6 +58,7 @@ void loadwav(int32_t slot) {
   if (slot == 0) return;
   TextView word;
   Text* wanted = WantedFile(slot, word);
+  if (wanted != nullptr && *wanted != WavHeldName[slot]) FindWideSound(*wanted);
   if (wanted == nullptr || *wanted == WavHeldName[slot]) {
     DebugLog(Join(word, slot, u" > cancelled"));
     ReadySlot(slot);
@@ -108,6 +109,7 @@ void LoadCourseSound(int32_t song, int32_t slot) {
   if (files == nullptr || buffers == nullptr || loaded == nullptr || !files->Holds(slot)) return;
   (*buffers)[slot].reset();
   platform::SoundError error = platform::kSoundOk;
+  FindWideSound((*files)[slot]);
   (*buffers)[slot] = CreateSndBuf((*files)[slot], wavDescription, wavFormat, error);
   (*loaded)[slot] = true;
 }

@@ -27,10 +27,14 @@ int64_t Budget() {
 
 }  // namespace
 
+int64_t LoadBudgetLeft() {
+  const int64_t held = platform::SoundBytesHeld() + static_cast<int64_t>(platform::Surface::BytesHeld());
+  return Budget() * kMiB - held;
+}
+
 bool OverLoadBudget(TextView path) {
   const int64_t budget = Budget();
-  const int64_t held = platform::SoundBytesHeld() + static_cast<int64_t>(platform::Surface::BytesHeld());
-  if (held <= budget * kMiB) return false;
+  if (LoadBudgetLeft() >= 0) return false;
   const Text words = Join(u"over the load budget of ", budget, u" MiB: ", GetFileName(path));
   DebugLog(Join(u"# ", words));
   if (!told) {

@@ -169,10 +169,10 @@ Wav SoundOf(const fs::path& path) {
   const auto length = static_cast<std::int64_t>(bytes.size());
   if (qlm::FindMpegData(bytes, length, data) != qlm::kDecoded) return {};
   if (qlm::ReadMpegHeader(bytes, data, format) != qlm::kDecoded) return {};
-  const platform::DecodedMp3 decoded =
+  const platform::DecodedSound decoded =
       platform::DecodeMp3(std::string_view(bytes).substr(static_cast<std::size_t>(data.start)), 1 << 24);
   Wav wav;
-  wav.valid = decoded.error == platform::Mp3Error::kNone;
+  wav.valid = decoded.error == platform::DecodeError::kNone;
   wav.format = 1;
   wav.channels = static_cast<std::uint32_t>(decoded.channels);
   wav.rate = static_cast<std::uint32_t>(decoded.rate);
