@@ -37,6 +37,10 @@ struct SoundDecoding::Job {
     decoded.error = DecodeError::kBroken;
     if (orders.GoOn(0) && !WithinMemory([&] { decoded = work(&orders); }))
       decoded.error = DecodeError::kTooLong;
+    // A decoder that makes room by doubling may leave half of it empty.
+    if (decoded.samples.capacity() - decoded.samples.size() > decoded.samples.size() / 8) {
+      WithinMemory([&] { decoded.samples.shrink_to_fit(); });
+    }
     {
       const std::lock_guard lock(mutex);
       sound = std::move(decoded);

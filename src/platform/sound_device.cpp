@@ -105,17 +105,17 @@ bool DeviceTakes(const SoundFormat& format) {
          format.samplesPerSec <= kHighestRate;
 }
 
-// Samples without a sound. Null when there is no memory for them.
-std::shared_ptr<Samples> MakeSamples(const SoundDescription& description, const SoundFormat& format) {
+// Null when there is no memory for the bytes.
+std::shared_ptr<Samples> MakeSamples(const SoundFormat& format, std::shared_ptr<unsigned char> data,
+                                     uint32_t bytes) {
+  if (data == nullptr) return nullptr;
   auto samples = std::make_shared<Samples>();
   samples->format = format;
   samples->frameBytes = format.channels * format.bitsPerSample / 8U;
-  samples->frames = description.bytes / samples->frameBytes;
-  // Cleared memory costs nothing before it is written, so a size that a file only claims is cheap.
-  samples->data.reset(static_cast<unsigned char*>(std::calloc(description.bytes, 1)));
-  if (samples->data == nullptr) return nullptr;
-  samples->bytes = description.bytes;
-  Samples::bytesHeld += samples->bytes;
+  samples->frames = bytes / samples->frameBytes;
+  samples->data = std::move(data);
+  samples->bytes = bytes;
+  Samples::bytesHeld += bytes;
   return samples;
 }
 
@@ -133,6 +133,21 @@ SoundBufferResult Own(Make make) {
     }
   });
   return {owned, owned == nullptr ? kSoundOutOfMemory : kSoundOk};
+}
+
+// A buffer over the bytes that `makeData` gives.
+template <typename MakeData>
+SoundBufferResult CreateBuffer(const SoundFormat& format, size_t bytes, MakeData makeData) {
+  if (mixer == nullptr) return {nullptr, kSoundUninitialized};
+  if (!DeviceTakes(format)) return {nullptr, kSoundBadFormat};
+  if (bytes == 0) return {nullptr, kSoundInvalidParam};
+  if (bytes > kMostBytes) return {nullptr, kSoundOutOfMemory};
+  mixer->KeepTime();
+  mixer->FreeRetired();
+  return Own([&]() -> SoundBuffer* {
+    std::shared_ptr<Samples> samples = MakeSamples(format, makeData(), static_cast<uint32_t>(bytes));
+    return samples == nullptr ? nullptr : new SoundBuffer(mixer, std::move(samples));
+  });
 }
 
 }  // namespace
@@ -195,15 +210,17 @@ SoundError SetSoundVolume(int32_t volume) {
 }
 
 SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format) {
-  if (mixer == nullptr) return {nullptr, kSoundUninitialized};
-  if (!DeviceTakes(format)) return {nullptr, kSoundBadFormat};
-  if (description.bytes == 0) return {nullptr, kSoundInvalidParam};
-  if (description.bytes > kMostBytes) return {nullptr, kSoundOutOfMemory};
-  mixer->KeepTime();
-  mixer->FreeRetired();
-  return Own([&]() -> SoundBuffer* {
-    std::shared_ptr<Samples> samples = MakeSamples(description, format);
-    return samples == nullptr ? nullptr : new SoundBuffer(mixer, std::move(samples));
+  return CreateBuffer(format, description.bytes, [&] {
+    // Cleared memory costs nothing before it is written, so a size that a file only claims is cheap.
+    return std::shared_ptr<unsigned char>(static_cast<unsigned char*>(std::calloc(description.bytes, 1)),
+                                          std::free);
+  });
+}
+
+SoundBufferResult CreateSoundBuffer(std::string samples, const SoundFormat& format) {
+  return CreateBuffer(format, samples.size(), [&] {
+    const auto held = std::make_shared<std::string>(std::move(samples));
+    return std::shared_ptr<unsigned char>(held, reinterpret_cast<unsigned char*>(held->data()));
   });
 }
 

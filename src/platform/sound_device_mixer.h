@@ -12,7 +12,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <span>
 
@@ -23,10 +22,6 @@ namespace platform {
 // Sample data as the file has it. What a voice plays is 16-bit stereo; other forms are widened block by
 // block.
 struct Samples {
-  struct Free {
-    void operator()(unsigned char* bytes) const { std::free(bytes); }
-  };
-
   Samples() = default;
   ~Samples() { bytesHeld -= bytes; }
   Samples(const Samples&) = delete;
@@ -39,8 +34,8 @@ struct Samples {
   uint32_t bytes = 0;
   uint32_t frameBytes = 0;
   uint32_t frames = 0;
-  bool played = false;  // the device may be reading; game's thread only
-  std::unique_ptr<unsigned char[], Free> data;
+  bool played = false;                  // the device may be reading; game's thread only
+  std::shared_ptr<unsigned char> data;  // held for their memory alone, and never copied
 
   // `count` stereo frames from frame `first` on, at the scale of 16-bit samples. Around the sound there is
   // silence, or the sound again when it loops.

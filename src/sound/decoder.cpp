@@ -63,14 +63,11 @@ platform::SoundFormat FormatOf(const platform::DecodedSound& sound) {
   return format;
 }
 
-SoundBufferPtr BufferOf(const platform::DecodedSound& sound, platform::SoundDescription& description,
+SoundBufferPtr BufferOf(platform::DecodedSound sound, platform::SoundDescription& description,
                         platform::SoundFormat& format) {
   description.bytes = static_cast<uint32_t>(sound.samples.size());
   format = FormatOf(sound);
-  SoundBufferPtr buffer = platform::CreateSoundBuffer(description, format).buffer;
-  if (buffer == nullptr) return nullptr;
-  buffer->Write(0, {reinterpret_cast<const unsigned char*>(sound.samples.data()), sound.samples.size()});
-  return buffer;
+  return platform::CreateSoundBuffer(std::move(sound.samples), format).buffer;
 }
 
 // A file that was looked at: what DecodeToBuffer answers unless the decoder fails, the lines that tell of it,
@@ -168,13 +165,13 @@ TextView WhyNot(platform::DecodeError error) {
 int32_t DecodeOfToday(SoundAhead& file, SoundBufferPtr& buffer, platform::SoundDescription& description,
                       platform::SoundFormat& format) {
   const uint32_t begin = platform::Now();
-  const platform::DecodedSound sound = Decode(file);
+  platform::DecodedSound sound = Decode(file);
   if (sound.error != platform::DecodeError::kNone) {
     DebugLog(Join(u"# ", GetFileName(file.path), u": ", WhyNot(sound.error)));
     return kDecodeFailed;
   }
   LogTime(begin);
-  buffer = BufferOf(sound, description, format);
+  buffer = BufferOf(std::move(sound), description, format);
   return kDecoded;
 }
 
@@ -198,10 +195,10 @@ int32_t DecodeToBuffer(TextView path, SoundBufferPtr& buffer, platform::SoundDes
   if (file->answer != kDecoded) return file->answer;
 
   const uint32_t begin = platform::Now();
-  const platform::DecodedSound sound = Decode(*file);
+  platform::DecodedSound sound = Decode(*file);
   if (sound.error != platform::DecodeError::kNone) return FailDecoding(sound.error);
   LogTime(begin);
-  buffer = BufferOf(sound, description, format);
+  buffer = BufferOf(std::move(sound), description, format);
   UnprepareHeader();
   CloseStream();
   return kDecoded;
