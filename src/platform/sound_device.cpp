@@ -217,7 +217,7 @@ SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const S
   });
 }
 
-SoundBufferResult CreateSoundBuffer(std::string samples, const SoundFormat& format) {
+SoundBufferResult SoundBufferOf(std::string samples, const SoundFormat& format) {
   return CreateBuffer(format, samples.size(), [&] {
     const auto held = std::make_shared<std::string>(std::move(samples));
     return std::shared_ptr<unsigned char>(held, reinterpret_cast<unsigned char*>(held->data()));

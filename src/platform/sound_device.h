@@ -170,8 +170,8 @@ struct SoundBufferResult {
 // left over behind the last whole frame is not heard. The format's block align and bytes per second are not
 // looked at.
 SoundBufferResult CreateSoundBuffer(const SoundDescription& description, const SoundFormat& format);
-// The same, filled with these samples, which are not copied.
-SoundBufferResult CreateSoundBuffer(std::string samples, const SoundFormat& format);
+// A buffer filled with these samples, which are not copied; what CreateSoundBuffer refuses is refused.
+SoundBufferResult SoundBufferOf(std::string samples, const SoundFormat& format);
 // A new voice over the same samples, with the frequency and volume of `buffer`, standing at 0.
 // kSoundInvalidParam for a null buffer, kSoundUninitialized for one of an earlier device.
 SoundBufferResult DuplicateSoundBuffer(const SoundBufferPtr& buffer);

@@ -67,7 +67,7 @@ SoundBufferPtr BufferOf(platform::DecodedSound sound, platform::SoundDescription
                         platform::SoundFormat& format) {
   description.bytes = static_cast<uint32_t>(sound.samples.size());
   format = FormatOf(sound);
-  return platform::CreateSoundBuffer(std::move(sound.samples), format).buffer;
+  return platform::SoundBufferOf(std::move(sound.samples), format).buffer;
 }
 
 // A file that was looked at: what DecodeToBuffer answers unless the decoder fails, the lines that tell of it,
