@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/text.h"
+#include "state/slots.h"
 
 namespace qlm {
 namespace {
@@ -58,6 +59,20 @@ std::optional<int32_t> ChannelOf(TextView line) {
 std::optional<float> LengthOf(TextView line) {
   const double length = Val(Mid(line, 7));
   return std::isfinite(length) ? Narrow(length) : std::nullopt;
+}
+
+int32_t SlotValue(TextView digits) {
+  if (SlotBase == 16) return static_cast<int32_t>(ValHex(digits));
+  int32_t value = 0;
+  for (const char16_t unit : digits.substr(0, 2)) {
+    int32_t digit = SlotBase;
+    if (IsDigit(unit)) digit = unit - u'0';
+    if (unit >= u'A' && unit <= u'Z') digit = unit - u'A' + 10;
+    if (unit >= u'a' && unit <= u'z') digit = unit - u'a' + (SlotBase == 62 ? 36 : 10);
+    if (digit >= SlotBase) break;
+    value = value * SlotBase + digit;
+  }
+  return value;
 }
 
 std::optional<int32_t> PosOf(int32_t measure, int32_t tick) {

@@ -70,7 +70,9 @@ class Cells {
 
 // The two characters that name the slot of a #WAV, #BMP or #BPM.
 inline TextView SlotDigits(TextView line) { return Mid(line, 4, 2); }
-inline int32_t SlotOf(TextView line) { return static_cast<int32_t>(ValHex(SlotDigits(line))); }
+// The slot that digits name in the base of the reading, as far as they go. Letters of base 36 may be small.
+int32_t SlotValue(TextView digits);
+inline int32_t SlotOf(TextView line) { return SlotValue(SlotDigits(line)); }
 
 // Place of a tick on the unscaled axis. Fails out of range.
 std::optional<int32_t> PosOf(int32_t measure, int32_t tick);

@@ -15,6 +15,7 @@
 #include "chart/random_lane.h"
 #include "chart/reader.h"
 #include "chart/titles.h"
+#include "chart/wide_reading.h"
 #include "graphics/bga.h"
 #include "platform/heap.h"
 #include "sound/slots.h"
@@ -73,10 +74,12 @@ class PositionWalk {
   explicit PositionWalk(ChartReport* report) : report_(report) {
     prevPos_.fill(-1);
     scatteredAt_.fill(-1);
+    if (WideCharts && report == nullptr) wide_.emplace();
   }
 
   void Pass(ChartObj& obj) {
     Scale(obj);
+    if (wide_) wide_->Pass(obj, static_cast<int32_t>(&obj - objs.data()));
     if (obj.channel < 11 || obj.channel > 29) return;
     if (ScatterNotes && obj.channel != 16 && obj.channel != 17) Scatter(obj);
     if (report_ != nullptr) report_->Note(&obj - objs.data(), obj);
@@ -88,6 +91,10 @@ class PositionWalk {
       prevPos = obj.pos;
     }
     if (!PreviewActive) AddKeySoundOf(obj);
+  }
+
+  void End() {
+    if (wide_) wide_->End();
   }
 
  private:
@@ -142,6 +149,7 @@ class PositionWalk {
   static void AddKeySound(const KeySoundChange& change) { KeySoundChanges.Put(keySoundCount++, change); }
 
   ChartReport* report_;
+  std::optional<WideWalk> wide_;
   int32_t curMeasure_ = -1;
   std::array<int32_t, kLanes> prevPos_{};
   std::array<int32_t, kLanes> scatteredAt_{};
@@ -153,6 +161,7 @@ void ScalePositions(ChartReport* report) {
   DebugLog(u"recaliculating objects position...");
   PositionWalk walk(report);
   for (ChartObj& obj : UsedObjs()) walk.Pass(obj);
+  walk.End();
   if (report != nullptr) report->EndOfNotes();
 }
 
@@ -235,6 +244,16 @@ void SetTempo() {
   pixPerMs = curBPM / kUnitRate;
 }
 
+// The tempo that an object gives to the length of the chart.
+// Quirk: tempo changes by table (channel 08) do not count, so that the length of such a chart is that of its
+// other tempi. Records know a chart by it. The wide reading counts them.
+std::optional<double> TempoOfLength(const ChartObj& obj) {
+  if (obj.channel == 3) return obj.value;
+  if (!WideCharts || obj.channel != 8) return std::nullopt;
+  const float* const tempo = BpmTable.Find(obj.value);
+  return tempo != nullptr && *tempo > 0 ? std::optional<double>(*tempo) : std::nullopt;
+}
+
 void SetSideCount() {
   if (HdrPlayer == 0 || HdrPlayer == 1) SideCount = 1;
   if (HdrPlayer == 2 || HdrPlayer == 3) SideCount = 2;
@@ -293,17 +312,16 @@ void BMSPrepare(ChartReport* report) {
   DebugLog(u"complete.", -1);
 }
 
-// Quirk: tempo changes by table (channel 08) do not count, so that the length of such a chart is that of its
-// other tempi. Records know a chart by it.
 int32_t GetBMSLength() {
   DebugLog(Join(u"[GetBMSLength] BPM:", HdrBPM));
   float tempo = HdrBPM;
   double offset = 0;  // what earlier tempi contributed
   for (const ChartObj& obj : UsedObjs()) {
-    if (obj.channel != 3) continue;
+    const std::optional<double> next = TempoOfLength(obj);
+    if (!next) continue;
     DebugLog(Join(u"(", obj.pos, u") BPM -> ", tempo));
-    offset -= (obj.pos - offset) / (tempo / kUnitRate) * ((obj.value - double{tempo}) / kUnitRate);
-    tempo = static_cast<float>(obj.value);
+    offset -= (obj.pos - offset) / (tempo / kUnitRate) * ((*next - double{tempo}) / kUnitRate);
+    tempo = static_cast<float>(*next);
   }
   const ChartObj* last = LastObj();
   if (last == nullptr) return 0;

@@ -14,6 +14,7 @@
 #include "chart/random_blocks.h"
 #include "chart/random_lane.h"
 #include "chart/sounds_ahead.h"
+#include "chart/wide_reading.h"
 #include "graphics/bga.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -31,6 +32,7 @@
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
@@ -40,9 +42,6 @@ constexpr int32_t kMostObjs = 1 << 24;
 
 // How long, in ms, a load goes on before it lets events run again.
 constexpr int32_t kPumpInterval = 20;
-
-// What each object is drawn with: a speed of its own, or the common one.
-float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
 
 // Swaps each lane of the map with one that is drawn, which may be itself.
 void ShuffleKeymap() {
@@ -112,6 +111,7 @@ class LineReader {
   ChartReport* report_;
   TextView folder_;
   RandomBlocks blocks_;
+  std::optional<WideReading> wide_;
   std::optional<SoundsAhead> soundsAhead_;  // where sounds are loaded while their lines are read
   int32_t measure_ = 0;                     // of the last line whose measure was a number
   int32_t channel_ = 0;
@@ -119,6 +119,9 @@ class LineReader {
 };
 
 bool LineReader::ReadLines(TextView text) {
+  if (WideCharts && report_ == nullptr) wide_.emplace(text);
+  if (CourseMode) SetCourseLastSlot(LastSlot);
+  const int32_t firstObj = objCount;
   size_t place = FindCommand(text, 0);
   const size_t shown = place == TextView::npos ? 3 : place + 1;
   DebugLog(Join(u"Found First at ", static_cast<int64_t>(shown)));
@@ -136,10 +139,12 @@ bool LineReader::ReadLines(TextView text) {
     place = FindCommand(text, end);
   }
   if (report_ != nullptr) report_->EndOfLines();
+  if (wide_) wide_->End(folder_, firstObj);
   return true;
 }
 
 bool LineReader::ReadLine(TextView line) {
+  if (wide_ && (wide_->Passes(line) || wide_->ReadHeader(line))) return true;
   if (blocks_.Skipping()) {
     blocks_.SkippedLine(line);
   } else if (IsNumbered(line)) {
@@ -152,7 +157,7 @@ bool LineReader::ReadLine(TextView line) {
 
 void LineReader::ReadNumbered(TextView line) {
   Assign(measure_, MeasureOf(line, BasePos));
-  Assign(channel_, ChannelOf(line));
+  Assign(channel_, wide_ ? WideReading::ChannelOf(line) : ChannelOf(line));
   if (report_ != nullptr) report_->Columns(line, measure_, channel_);
   lastMeasure = MaxI32(lastMeasure, measure_);
   if (channel_ == 2) {
@@ -162,6 +167,7 @@ void LineReader::ReadNumbered(TextView line) {
     return;
   }
   if (NoBGA && (channel_ == 4 || channel_ == 7)) return;
+  if (wide_) return wide_->ReadCells(line, measure_, channel_);
   if (MakesObjects(channel_)) ReadCells(line);
 }
 
@@ -311,10 +317,10 @@ bool LineReader::GoesOn() {
 void AddSongChange() {
   DebugLog(u"<COURSE> Add SONGCHANGE note");
   if (ChartObj* tempo = AddObj()) {
-    tempo->channel = 3;
+    tempo->channel = WideCharts ? 8 : 3;
     tempo->measure = BasePos;
     Assign(tempo->pos, PosOf(BasePos, 0));
-    Assign(tempo->value, Round(HdrBPM));
+    Assign(tempo->value, WideCharts ? AddCourseTempo(HdrBPM) : Round(HdrBPM));
   }
   if (ChartObj* change = AddObj()) {
     change->channel = ObjSongChange;
@@ -325,6 +331,10 @@ void AddSongChange() {
   MeasureLen.Put(BasePos - 1, 0.1F);
 }
 
+bool IsKindOf1P(int32_t channel) {
+  return (channel >= 11 && channel <= 19) || (channel >= 31 && channel <= 39) || IsWideKindOf1P(channel);
+}
+
 // Copies the 1P objects from `first` on to side 2.
 void CopyTo2P(int32_t first) {
   DebugLog(u"COPYING objects to 2P");
@@ -333,10 +343,7 @@ void CopyTo2P(int32_t first) {
   // table is full there is no record to look at, and what cannot be tested counts as an object to copy.
   for (int64_t i = first; i <= last; ++i) {
     const ChartObj* found = FindObj(i);
-    if (found != nullptr && !(found->channel >= 11 && found->channel <= 19) &&
-        !(found->channel >= 31 && found->channel <= 39)) {
-      continue;
-    }
+    if (found != nullptr && !IsKindOf1P(found->channel)) continue;
     ChartObj* copy = AddObj();
     if (found == nullptr || copy == nullptr) continue;
     copy->channel = found->channel + 10;
@@ -374,9 +381,13 @@ void ForcePlayer(int32_t first) {
 
 }  // namespace
 
+float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
+
 void BMSInit() {
   DebugLog(u"[BMSInit] Initializing values");
   SetLastSlot(WideCharts ? kLastBase36Slot : kLastHexSlot);
+  SlotBase = 16;
+  ResetWideChart();
   WavFile.Clear();
   BmpFile.Clear();
   WavLoaded.Clear();
@@ -426,12 +437,11 @@ void BMSReadBytes(TextView path, std::string_view bytes, ChartReport* report) {
   DebugLog(Join(u"[BMSRead] ", GetFileName(path)), 1);
 
   ChartText chart;
-  if (!platform::WithinMemory([&] { chart = DecodeChart(bytes); }))
-    DebugLog(u"# there is no memory for its text");
+  const auto decode = WideCharts && report == nullptr ? WideReading::Decode : DecodeChart;
+  if (!platform::WithinMemory([&] { chart = decode(bytes); })) DebugLog(u"# there is no memory for its text");
   if (chart.converted) DebugLog(u"Return-code converted");
 
   BMSPath = path;
-  if (CourseMode) SetCourseLastSlot(LastSlot);
   sideUsed = {};
   BuildChannelMap();
   SetHeaderDefaults();

@@ -16,12 +16,15 @@ void BMSInit();
 // one. Stops on the spot when LoadAbort is set behind a #WAV or #BMP line.
 void BMSRead(TextView path);
 // The same for bytes at hand. The chart's sounds and pictures lie in the folder of `path`. With a report it
-// is a read for the chart's author.
+// is a read for the chart's author, who hears of the classic reading.
 void BMSReadBytes(TextView path, std::string_view bytes, ChartReport* report = nullptr);
 // No text chart is longer; what is, takes minutes to read and has no music in it.
 constexpr int64_t kLongestChart = int64_t{256} << 20;
 // True, with a word in the log and on the screen, for a file that is longer.
 bool RefuseLongChart(TextView path);
+
+// What an object is drawn with: a speed of its own, or the common one.
+float DrawnSpeed();
 
 // Raises the fatal message if the object table is too small or could not be made, once since BMSInit. True
 // when it did: the load then stops.

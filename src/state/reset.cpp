@@ -24,6 +24,7 @@
 #include "state/timeline.h"
 #include "state/titles.h"
 #include "state/transcript.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 
@@ -32,6 +33,7 @@ void ResetState() {
   ResetOptions();
   ResetSlots();
   ResetChart();
+  ResetWideChart();
   ResetLists();
   ResetSongSelect();
   ResetSongFind();

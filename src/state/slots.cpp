@@ -33,12 +33,12 @@ void SetCourseLastSlot(int32_t last) {
 
 Text SlotName(int32_t slot) {
   constexpr TextView kDigits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  const int32_t base = LastSlot == kLastHexSlot ? 16 : LastSlot == kLastBase36Slot ? 36 : 62;
-  if (slot < 0 || slot >= base * base) return u"??";
-  return {kDigits[static_cast<size_t>(slot / base)], kDigits[static_cast<size_t>(slot % base)]};
+  if (slot < 0 || slot >= SlotBase * SlotBase) return u"??";
+  return {kDigits[static_cast<size_t>(slot / SlotBase)], kDigits[static_cast<size_t>(slot % SlotBase)]};
 }
 
 void ResetSlots() {
+  SlotBase = 16;
   SetLastSlot(kLastHexSlot);
   SetCourseLastSlot(kLastHexSlot);
 }

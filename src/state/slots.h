@@ -12,13 +12,14 @@ constexpr int32_t kLastBase36Slot = 1295;  // ZZ
 constexpr int32_t kLastBase62Slot = 3843;  // zz
 
 inline int32_t LastSlot = kLastHexSlot;  // written by SetLastSlot alone
+inline int32_t SlotBase = 16;            // of the digits of the chart: 16, 36 or 62
 
 // Gives all tables by slot this last entry, those of course songs apart. What lies past it is let go.
 void SetLastSlot(int32_t last);
 // Those of all course songs.
 void SetCourseLastSlot(int32_t last);
 
-// The two digits by which a chart names the slot: hexadecimal ones, or as many as the tables need.
+// The two digits by which the chart names the slot.
 Text SlotName(int32_t slot);
 
 void ResetSlots();
