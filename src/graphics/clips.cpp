@@ -91,6 +91,17 @@ void StretchFromSheet(uint8_t file, const Rect& from, const Rect& to) {
   }
 }
 
+void StretchShadedFromSheet(uint8_t file, const Rect& from, const Rect& to, platform::Shade shade) {
+  if (const Surface* const sheet = Sheet(file)) DDBack->StretchShaded(ScreenRect, to, *sheet, from, shade);
+}
+
+void DrawRedClip(int64_t number, int64_t x, int64_t y) {
+  const SkinClip* const clip = Clip.Find(number);
+  if (clip == nullptr) return;
+  const Rect to = RectOf(x, y, x + clip->rect.Width(), y + clip->rect.Height());
+  StretchShadedFromSheet(clip->file, clip->rect, to, platform::Shade::kRed);
+}
+
 std::optional<Rect> FittingRect(int64_t left, int64_t top, int64_t right, int64_t bottom) {
   if (!Fits(left) || !Fits(top) || !Fits(right) || !Fits(bottom)) return std::nullopt;
   return Rect{static_cast<int32_t>(left), static_cast<int32_t>(top), static_cast<int32_t>(right),

@@ -29,6 +29,11 @@ void DrawFromSheet(uint8_t file, const Rect& from, int64_t x, int64_t y);
 // Stretched to `to`, and cut likewise.
 void StretchFromSheet(uint8_t file, const Rect& from, const Rect& to);
 
+// The same with its colours shaded.
+void StretchShadedFromSheet(uint8_t file, const Rect& from, const Rect& to, platform::Shade shade);
+// A clip's frame in use as red as it is bright, cut at the screen's edge.
+void DrawRedClip(int64_t number, int64_t x, int64_t y);
+
 // A rectangle of 32-bit sides; nothing where they do not fit.
 std::optional<Rect> FittingRect(int64_t left, int64_t top, int64_t right, int64_t bottom);
 // The same, with an empty one, which no copy takes, in place of none.

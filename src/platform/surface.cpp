@@ -75,6 +75,11 @@ void CopyRowFaint(const Colour* __restrict from, Colour* __restrict to, int32_t 
   }
 }
 
+Colour Shaded(Colour colour, Shade shade) {
+  if (shade == Shade::kHalf) return colour >> 1 & 0x007F7F7F;
+  return std::max({colour >> 16 & 255, colour >> 8 & 255, colour & 255}) << 16;
+}
+
 void CopyRow(const Colour* from, Colour* to, int32_t count, NoKey) {
   std::memcpy(to, from, static_cast<size_t>(count) * sizeof(Colour));
 }
@@ -301,6 +306,27 @@ bool Surface::StretchWithin(const Rect& clip, const Rect& to, const Surface& sou
       for (int32_t i = 0; i < seen.Width(); ++i) {
         const Colour colour = pixels[columns[i]];
         target[i] = leftOut(colour) ? target[i] : colour;
+      }
+    }
+  });
+  return true;
+}
+
+bool Surface::StretchShaded(const Rect& clip, const Rect& to, const Surface& source, const Rect& from,
+                            Shade shade) {
+  const Rect seen = Intersection(Intersection(to, clip), Bounds());
+  if (this == &source || !HasSize(to) || !Holds(seen) || !source.Holds(from)) return false;
+  const int32_t left = seen.left - to.left;
+  const int32_t top = seen.top - to.top;
+  const Spread columns(from.Width(), to.Width(), left, left + seen.Width());
+  const Spread rows(from.Height(), to.Height(), top, top + seen.Height());
+  WithKey(source.hasKey_, source.keyLow_, source.keyHigh_, [&](auto leftOut) {
+    for (int32_t row = 0; row < seen.Height(); ++row) {
+      Colour* const target = PixelsFrom(seen.left, seen.top + row);
+      const Colour* const pixels = source.PixelsFrom(from.left, from.top + rows[row]);
+      for (int32_t i = 0; i < seen.Width(); ++i) {
+        const Colour colour = pixels[columns[i]];
+        if (!leftOut(colour)) target[i] = Shaded(colour, shade);
       }
     }
   });

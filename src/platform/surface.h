@@ -38,6 +38,9 @@ constexpr Colour Mix(Colour under, Colour over, uint32_t opacity) {
 // Whether a copy leaves out the source's transparent colours.
 enum class Keyed : bool { kNo, kYes };
 
+// What a shaded copy makes of its colours: half of each channel, or a red as bright as the brightest one.
+enum class Shade : bool { kHalf, kRed };
+
 // A 32-bit image, black when made. Every routine that would touch a pixel outside either image does nothing
 // and returns false: clipping is the caller's business. Empty and reversed rectangles are refused too.
 class Surface {
@@ -82,6 +85,9 @@ class Surface {
   // and the image is drawn, as it would be drawn without a cut.
   bool StretchWithin(const Rect& clip, const Rect& to, const Surface& source, const Rect& from,
                      Keyed keyed = Keyed::kNo);
+
+  // The same without the transparent colours, shaded. Not onto itself.
+  bool StretchShaded(const Rect& clip, const Rect& to, const Surface& source, const Rect& from, Shade shade);
 
   // Bytes that the pixels of all living surfaces hold.
   static size_t BytesHeld();

@@ -6,21 +6,22 @@
 
 #include "base/numbers.h"
 #include "graphics/clips.h"
+#include "play_screen/shown_place.h"
 #include "play_screen/sides.h"
 #include "state/chart.h"
 #include "state/options.h"
 #include "state/settings.h"
 #include "state/skin.h"
 #include "state/timeline.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
 
-// Pixels from the line beyond which Sudden hides notes, and within which Hidden does.
-constexpr double kSuddenPixels = 124;
-constexpr double kHiddenPixels = 120;
 // Position units from the line within which a note becomes that of its lane.
 constexpr double kPickUpUnits = 96;
+
+using Painter = void (*)(int64_t clip, int64_t x, int64_t y);
 
 bool OptionsShow(double distance) {
   return !(Sudden && distance > kSuddenPixels) && !(Hidden && distance < kHiddenPixels) && !Stealth;
@@ -35,18 +36,20 @@ void PickUp(int32_t index, const ChartObj& obj) {
 
 // Under HalfField half of the lanes, and a second bar line, run from the middle down, with their upper edge
 // on the place.
-void DrawMirrored(const LaneSkin& lane, double distance) {
+void DrawMirrored(const LaneSkin& lane, double distance, Painter paint = DrawClip) {
   // Quirk: speedMul, Accel and Quil do not reach them.
   const int32_t middle = JudgeY / 2;
-  if (const auto y = RoundTo<int64_t>(middle + distance)) DrawClip(lane.clip, lane.x, *y);
+  if (const auto y = RoundTo<int64_t>(middle + distance)) paint(lane.clip, lane.x, *y);
 }
 
-void DrawUpright(const LaneSkin& lane, int32_t y) { DrawClip(lane.clip, lane.x, int64_t{y} + lane.yOffset); }
+void DrawUpright(const LaneSkin& lane, int32_t y, Painter paint = DrawClip) {
+  paint(lane.clip, lane.x, int64_t{y} + lane.yOffset);
+}
 
-void DrawNote(int32_t channel, int32_t y, double distance) {
+void DrawNote(int32_t channel, int32_t y, double distance, Painter paint = DrawClip) {
   const LaneSkin& lane = NoteSkin[channel - 10];
   const bool mirrored = HalfField && channel % 2 == 0;
-  mirrored ? DrawMirrored(lane, distance) : DrawUpright(lane, y);
+  mirrored ? DrawMirrored(lane, distance, paint) : DrawUpright(lane, y, paint);
 }
 
 void DrawBarLine(int32_t y, double distance) {
@@ -63,10 +66,11 @@ void DrawObjects() {
   const int32_t base = HalfField ? JudgeY / 2 : JudgeY;
   // Where a statement fails, an object takes the place of the one before it.
   int32_t y = 0;
+  const double here = ShownPlace(playPos);
   for (int32_t index = objCursor; index < objCount; ++index) {
     const ChartObj* const obj = FindObj(index);
     if (obj == nullptr) return;
-    const double distance = (obj->pos - playPos) * HiSpeed;
+    const double distance = (ShownPlace(obj->pos) - here) * HiSpeed;
     bool visible = OptionsShow(distance);
     Assign(y, Round(base - distance * obj->speedMul));
     // Quirk: the note's own speed does not count here, so that a slow note comes late into the picture and a
@@ -84,6 +88,8 @@ void DrawObjects() {
     } else if (IsNoteChannel(obj->channel)) {
       PickUp(index, *obj);
       if (visible) DrawNote(obj->channel, y, distance);
+    } else if (IsMine(obj->channel) && visible) {
+      DrawNote(obj->channel - kMineKinds, y, distance, DrawRedClip);
     }
   }
 }

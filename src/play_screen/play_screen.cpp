@@ -9,6 +9,7 @@
 #include "play_screen/gauge_bar.h"
 #include "play_screen/judgement_word.h"
 #include "play_screen/key_legend.h"
+#include "play_screen/long_notes.h"
 #include "play_screen/marks.h"
 #include "play_screen/message_strip.h"
 #include "play_screen/net_status.h"
@@ -50,6 +51,7 @@ void DrawPlayFrame() {
   DrawProgressBars();
   DrawLayers();
   DrawJudgeLines();
+  DrawLongNotes();
   DrawObjects();
   DrawChartFigures();
   DrawMarquee();

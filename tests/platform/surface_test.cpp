@@ -283,6 +283,21 @@ TEST(SurfaceStretchWithin, ShowsAPartOfTheWhole) {
   }
 }
 
+TEST(SurfaceStretchShaded, HalvesOrReddensWhatIsNotTransparent) {
+  Surface source(2, 1);
+  source.Row(0)[0] = 0x8161FF;
+  source.SetColourKey(0, 0);
+  Surface target(4, 2);
+  target.Fill(target.Bounds(), 7);
+  EXPECT_TRUE(target.StretchShaded({0, 0, 4, 1}, {0, 0, 4, 2}, source, source.Bounds(), Shade::kHalf));
+  EXPECT_EQ(Seen(target), (Rows{{0x40307F, 0x40307F, 7, 7}, {7, 7, 7, 7}}));
+  EXPECT_TRUE(target.StretchShaded(target.Bounds(), {-2, 1, 2, 2}, source, source.Bounds(), Shade::kRed));
+  EXPECT_EQ(Seen(target), (Rows{{0x40307F, 0x40307F, 7, 7}, {7, 7, 7, 7}}));
+  EXPECT_TRUE(target.StretchShaded(target.Bounds(), {-1, 1, 3, 2}, source, source.Bounds(), Shade::kRed));
+  EXPECT_EQ(Seen(target), (Rows{{0x40307F, 0x40307F, 7, 7}, {0xFF0000, 7, 7, 7}}));
+  EXPECT_FALSE(target.StretchShaded(target.Bounds(), target.Bounds(), target, target.Bounds(), Shade::kRed));
+}
+
 TEST(SurfaceStretchWithin, OfEqualSizeIsACutCopy) {
   Surface source(3, 2);
   Paint(source, {{1, 2, 3}, {4, 5, 6}});
