@@ -156,7 +156,9 @@ QWidget* AudioPanel::MakeDeviceGroup(Controls& controls) {
   grid->setColumnStretch(1, 1);
   const auto row = [&](QLabel* label, QWidget* field) {
     const int at = grid->rowCount();
-    grid->addWidget(label, at, 0, Qt::AlignTop | Qt::AlignLeft);
+    // Beside the first line of words; a choice is higher than its label.
+    const bool words = qobject_cast<QLabel*>(field) != nullptr;
+    grid->addWidget(label, at, 0, Qt::AlignLeft | (words ? Qt::AlignTop : Qt::AlignVCenter));
     grid->addWidget(field, at, 1);
   };
   QComboBox* const block = MakeBlockChoice(controls);
@@ -177,7 +179,7 @@ QWidget* AudioPanel::MakeDeviceGroup(Controls& controls) {
   }
   connect(tone_, &QPushButton::clicked, [this] { PlayTone(); });
   connect(measure_, &QPushButton::clicked, [this] {
-    measured_ = true;
+    ++drains_;
     platform::DrainSoundDevice();
   });
   grid->addLayout(buttons, grid->rowCount(), 0, 1, 2);
@@ -247,7 +249,8 @@ void AudioPanel::Open() {
 
 void AudioPanel::Close() {
   if (!open_) return;
-  open_ = measured_ = false;
+  open_ = false;
+  drains_ = 0;
   watch_->stop();
   StopTaps();
   toneSound_.reset();
@@ -282,12 +285,15 @@ void AudioPanel::ShowDevice() {
   } else {
     QStringList device = {QString::fromStdString(info_.driver)};
     if (!name_.empty()) device << QString::fromStdString(name_);
+    if (!info_.heard) device << Words("音は聞こえません");
     device_->setText(device.join(QStringLiteral(", ")));
     block_->setText(BlockWords(info_.blockFrames));
     const double ahead = static_cast<double>(platform::SoundAheadMicroseconds()) / 1000;
-    ahead_->setText(measured_ ? Ms(ahead) : Words("まだ測っていません"));
+    ahead_->setText(drains_ > 0 ? Ms(ahead) : Words("まだ測っていません"));
   }
-  late_->setText(Words("いま %1、前回のプレイ %2").arg(platform::LateSoundBlocks()).arg(LateBlocks));
+  // The gaps of the measuring are no fault.
+  const int late = std::max(platform::LateSoundBlocks() - drains_, 0);
+  late_->setText(Words("いま %1、前回のプレイ %2").arg(late).arg(LateBlocks));
 }
 
 void AudioPanel::StartTaps() {
@@ -328,7 +334,8 @@ void AudioPanel::ShowTaps() {
                             .arg(sign + Ms(result_->median), Ms(result_->spread))
                             .arg(result_->taps));
   } else {
-    tapResult_->setText(tapsTried_ ? Words("足りません。8回以上、音の近くで叩いてください。") : QString());
+    tapResult_->setText(tapsTried_ ? Words("足りません。8回以上、音の近くで叩いてください。")
+                                   : Words("まだ測っていません"));
   }
 }
 

@@ -62,7 +62,7 @@ class AudioPanel : public QWidget {
   QTimer* watch_ = nullptr;
 
   bool open_ = false;
-  bool measured_ = false;  // the device was drained, so that it shows how far it takes in advance
+  int drains_ = 0;  // how often the device was drained, so that it shows how far it takes in advance
   platform::SoundDeviceInfo info_;
   std::string name_;
   platform::SoundBufferPtr toneSound_;

@@ -409,7 +409,7 @@ This folder cannot be added. The list cannot hold these characters of its name: 
     </message>
     <message>
         <source>音</source>
-        <translation>Sound</translation>
+        <translation>Soun&amp;d</translation>
     </message>
     <message>
         <source>音の装置</source>
@@ -492,6 +492,10 @@ This folder cannot be added. The list cannot hold these characters of its name: 
         <translation>No sound can be heard.</translation>
     </message>
     <message>
+        <source>音は聞こえません</source>
+        <translation>nobody hears it</translation>
+    </message>
+    <message>
         <source>まだ測っていません</source>
         <translation>not measured yet</translation>
     </message>
@@ -501,7 +505,7 @@ This folder cannot be added. The list cannot hold these characters of its name: 
     </message>
     <message>
         <source>始める</source>
-        <translation>Start</translation>
+        <translation>Begin</translation>
     </message>
     <message>
         <source>叩いてください (%1回)</source>
