@@ -219,7 +219,8 @@ QWidget* AudioPanel::MakeTapGroup(Controls& controls) {
   rows->addWidget(button);
   rows->addWidget(tapResult_ = Told("lblTaps"));
   rows->addWidget(
-      controls.Note("測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くまでの全部です。音の遅れ"
+      controls.Note("+はキーが音より後です。測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くま"
+                    "での全部です。音の遅れ"
                     "とキーの遅れと叩く人の癖(たいてい数十ms早い)を分けることはできません。"));
   rows->addStretch(1);
   return group;
@@ -330,7 +331,7 @@ void AudioPanel::ShowTaps() {
                                    : Words("叩いてください (%1回)").arg(static_cast<int>(taps_.size())));
   if (result_) {
     const QString sign = result_->median < 0 ? QString() : QStringLiteral("+");
-    tapResult_->setText(Words("中央値 %1 (+はキーが後)、真ん中の半分の幅 %2、%3回")
+    tapResult_->setText(Words("中央値 %1、真ん中の半分の幅 %2、%3回")
                             .arg(sign + Ms(result_->median), Ms(result_->spread))
                             .arg(result_->taps));
   } else {

@@ -484,8 +484,8 @@ This folder cannot be added. The list cannot hold these characters of its name: 
         <translation>Tap any key with each of 20 clicks. The first four are not counted. Esc stops it.</translation>
     </message>
     <message>
-        <source>測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くまでの全部です。音の遅れとキーの遅れと叩く人の癖(たいてい数十ms早い)を分けることはできません。</source>
-        <translation>It measures the whole way: from the making of a click to your ear, your hand, and the key's way back here. It cannot tell the delay of the sound, that of the key, and your own habit (most people tap some tens of ms early) apart.</translation>
+        <source>+はキーが音より後です。測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くまでの全部です。音の遅れとキーの遅れと叩く人の癖(たいてい数十ms早い)を分けることはできません。</source>
+        <translation>+ means that the key came later. What is measured is the whole way from the making of a click to your ear, your hand and the key's arrival here: the delay of the sound, that of the key, and your own habit (most people tap some tens of ms early) cannot be told apart.</translation>
     </message>
     <message>
         <source>音を出せません。</source>
@@ -512,8 +512,8 @@ This folder cannot be added. The list cannot hold these characters of its name: 
         <translation>Tap now (%1 so far)</translation>
     </message>
     <message>
-        <source>中央値 %1 (+はキーが後)、真ん中の半分の幅 %2、%3回</source>
-        <translation>Median %1 (+: the key is later), middle half within %2, %3 taps</translation>
+        <source>中央値 %1、真ん中の半分の幅 %2、%3回</source>
+        <translation>Median %1, middle half within %2, %3 taps</translation>
     </message>
     <message>
         <source>足りません。8回以上、音の近くで叩いてください。</source>
