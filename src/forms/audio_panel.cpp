@@ -116,7 +116,12 @@ QLabel* Told(const char* name) {
 
 }  // namespace
 
-AudioPanel::AudioPanel(Controls& controls) {
+AudioPanel::AudioPanel(Controls& controls) : controls_(&controls) {}
+
+AudioPanel::~AudioPanel() { Close(); }
+
+void AudioPanel::Make() {
+  Controls& controls = *std::exchange(controls_, nullptr);
   auto* const grid = new QGridLayout(this);
   grid->addWidget(MakeDeviceGroup(controls), 0, 0, 2, 1);
   grid->addWidget(MakeKeyGroup(controls), 0, 1);
@@ -130,8 +135,6 @@ AudioPanel::AudioPanel(Controls& controls) {
     ShowTaps();
   });
 }
-
-AudioPanel::~AudioPanel() { Close(); }
 
 QComboBox* AudioPanel::MakeBlockChoice(Controls& controls) {
   auto* const box = controls.Box(
@@ -226,8 +229,9 @@ QWidget* AudioPanel::MakeTapGroup(Controls& controls) {
   return group;
 }
 
-// Behind the event, so that the panel is seen before a sound server is asked.
+// The device opens behind the event, so that the panel is seen before a sound server is asked.
 void AudioPanel::showEvent(QShowEvent* event) {
+  if (controls_ != nullptr) Make();
   QTimer::singleShot(0, this, [this] {
     if (isVisible() && !open_) Open();
   });

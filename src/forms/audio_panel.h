@@ -1,5 +1,6 @@
 // The panel "音" of the startup menu: the sound device and its block, a test tone, keys at once, and how far
-// key and sound lie apart. The device is open as long as the panel shows.
+// key and sound lie apart. The device is open as long as the panel shows. What the panel holds is made when
+// it shows first, so that the start of the menu does not wait for it.
 #pragma once
 
 #include <QWidget>
@@ -31,6 +32,7 @@ class AudioPanel : public QWidget {
   void hideEvent(QHideEvent* event) override;
 
  private:
+  void Make();
   QWidget* MakeDeviceGroup(Controls& controls);
   QWidget* MakeKeyGroup(Controls& controls);
   QWidget* MakeTapGroup(Controls& controls);
@@ -51,6 +53,7 @@ class AudioPanel : public QWidget {
   void FinishTaps();
   void ShowTaps();
 
+  Controls* controls_;  // until all is made
   QLabel* device_ = nullptr;
   QLabel* block_ = nullptr;
   QLabel* ahead_ = nullptr;

@@ -3,7 +3,9 @@
 
 #include <unistd.h>
 
+#include <QAccessible>
 #include <QApplication>
+#include <QGroupBox>
 #include <QTest>
 #include <algorithm>
 #include <cstdlib>
@@ -62,6 +64,38 @@ TEST_F(AudioPanelTest, TheBlocksAreOfferedAndTheChosenOneIsAskedFor) {
     Choose("cmbSoundBlock", item);
     EXPECT_EQ(SoundBlock, 64 << item);
     EXPECT_EQ(Label("lblSoundBlock"), Items("cmbSoundBlock")[static_cast<size_t>(item)]);
+  }
+}
+
+TEST_F(AudioPanelTest, TheTickForKeysAtOnceShowsItsSettingAndWritesIt) {
+  for (const bool before : {false, true}) {
+    KeysAtOnce = before;
+    Show();
+    EXPECT_EQ(Tick("chkKeysAtOnce").isChecked(), before);
+    Toggle("chkKeysAtOnce");
+    EXPECT_EQ(KeysAtOnce, !before);
+    Close();
+  }
+}
+
+TEST_F(AudioPanelTest, NothingOfItMustBeScrolledInEitherLanguage) {
+  for (const TextView language : {u"ja", u"en"}) {
+    MenuLanguage = language;
+    Show();
+    const QWidget& page = *Panels().currentWidget();
+    const QWidget* const panel = Button("cmdTap").parentWidget()->parentWidget();
+    EXPECT_EQ(panel->minimumSizeHint().boundedTo(page.size()), panel->minimumSizeHint()) << Utf8(language);
+    EXPECT_LE(panel->heightForWidth(page.width()), page.height()) << Utf8(language);
+    Close();
+  }
+}
+
+TEST_F(AudioPanelTest, EveryControlHasANameForAScreenReader) {
+  Show();
+  for (const char* const name : {"cmbSoundBlock", "cmdTone", "cmdMeasureSound", "chkKeysAtOnce", "cmdTap"}) {
+    QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(&Get<QWidget>(name));
+    ASSERT_NE(reader, nullptr);
+    EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty()) << name;
   }
 }
 
@@ -156,6 +190,19 @@ TEST_F(AudioPanelTest, TooFewTapsGiveNoResult) {
 
 TEST_F(AudioPanelTest, EverythingThatIsToldHasItsEnglish) {
   Show();
+  const auto said = [this] {
+    std::vector<std::pair<QString, QString>> texts;
+    const QWidget* const panel = Button("cmdTap").parentWidget()->parentWidget();
+    for (const QWidget* const each : panel->findChildren<QWidget*>()) {
+      QString text = each->toolTip();
+      if (const auto* const label = qobject_cast<const QLabel*>(each)) text += label->text();
+      if (const auto* const button = qobject_cast<const QAbstractButton*>(each)) text += button->text();
+      if (const auto* const group = qobject_cast<const QGroupBox*>(each)) text += group->title();
+      if (!text.isEmpty()) texts.emplace_back(each->objectName(), text);
+    }
+    return texts;
+  };
+  const auto japanese = said();
   Press("cmdLanguage");
   QApplication::processEvents();
   EXPECT_EQ(Label("lblSoundBlock"), "256 frames (5.8 ms)");
@@ -165,6 +212,17 @@ TEST_F(AudioPanelTest, EverythingThatIsToldHasItsEnglish) {
   Button("cmdTap").setFocus();
   QTest::keyClick(&Button("cmdTap"), Qt::Key_Space);
   EXPECT_EQ(Button("cmdTap").text().toStdString(), "Tap now (0 so far)");
+  QTest::keyClick(&Button("cmdTap"), Qt::Key_Escape);
+  const auto english = said();
+  ASSERT_EQ(english.size(), japanese.size());
+  EXPECT_GE(english.size(), 20U);
+  for (const auto& [name, text] : english) {
+    EXPECT_TRUE(std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x3000; }))
+        << name.toStdString() << ": " << text.toStdString();
+  }
+  Press("cmdLanguage");
+  QApplication::processEvents();
+  EXPECT_EQ(said(), japanese);
 }
 
 // --- taps ---

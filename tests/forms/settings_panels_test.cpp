@@ -44,10 +44,6 @@ const TickCase kTicks[] = {
      "コースの曲の変わり目でステージ画像を表示します"},
     {"chkClearList", &ShowClearedOnList, "クリアした曲は文字色を変える",
      "クリアした曲はリストで文字色が変わります。但し仮実装"},
-    {"chkKeysAtOnce", &KeysAtOnce, "表示を待つ間もキーを受け付ける",
-     "できた画面が表示されるのを待つ間に押したキーの音が、次の画面ではなく、次のブロックで鳴ります。判定は、"
-     "その画面"
-     "の位置で行います。"},
     {"chkDebugDisp", &Debug, "Debug", ""},
     {"chkHalfsize", &Halfsize, "ハーフ(奇)", ""},
     {"chkWindowed", &Windowed, "Windowモード(同時にDirectBltをチェックすべし)", ""},
