@@ -243,6 +243,18 @@ TEST_F(SettingsTest, NumbersRoundHalfToEvenAndTurntablesTakeAnyNumber) {
   EXPECT_TRUE(NoBGA);
 }
 
+// The folder of the program was moved behind the last start, with the skins in it.
+TEST_F(SettingsTest, ASkinIsFoundInAMovedFolder) {
+  WriteData(u"_qlmfiles\\own.brd", "");
+  WriteSettings(
+      u"[Setting]\r\nbrd=\\old\\_qlmfiles\\own.brd\r\n[Skin]\r\n1P=\\old\\own.brd\r\n2P=\\old\\_"
+      u"qlmfiles\\other.brd\r\n");
+  LoadSettings();
+  EXPECT_EQ(brd, DataPath(u"own.brd"));
+  EXPECT_EQ(SkinMapPath[0], u"\\old\\own.brd");
+  EXPECT_EQ(SkinMapPath[1], u"\\old\\_qlmfiles\\other.brd");
+}
+
 TEST_F(SettingsTest, LongValuesAreCutAt127Characters) {
   const Text longPath = u"\\" + Text(200, u'x');
   WriteSettings(Join(u"[Setting]\r\nbrd=", longPath, u"\r\n"));
