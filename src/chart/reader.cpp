@@ -16,6 +16,7 @@
 #include "chart/sounds_ahead.h"
 #include "chart/wide_reading.h"
 #include "graphics/bga.h"
+#include "graphics/bitmaps.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/heap.h"
@@ -85,6 +86,21 @@ void SetHeaderDefaults() {
   HdrTotal = 0;
 }
 
+bool NamesFile(TextView line) { return Word(line) == Word(u"WAV") || Word(line) == Word(u"BMP"); }
+
+// In front of the first data, where a chart names nearly all of its files.
+int32_t FilesNamed(TextView text) {
+  int32_t files = 0;
+  for (size_t place = FindCommand(text, 0); place != TextView::npos;) {
+    const size_t end = FindLineEnd(text, place + 1);
+    const TextView line = text.substr(place, end - place);
+    if (IsNumbered(line)) break;
+    if (NamesFile(line)) ++files;
+    place = FindCommand(text, end);
+  }
+  return files;
+}
+
 // Reads the lines of one file.
 class LineReader {
  public:
@@ -127,6 +143,8 @@ bool LineReader::ReadLines(TextView text) {
   DebugLog(Join(u"Found First at ", static_cast<int64_t>(shown)));
   SeedRnd(platform::Now());
   if (CourseMode ? CourseLoadMode == 2 : WAVLoadmode == 0) soundsAhead_.emplace(text, folder_);
+  loadProgress.done = 0;
+  loadProgress.all = WideCharts ? FilesNamed(text) : 0;
   while (place != TextView::npos) {
     // Quirk: the end is looked for behind the line's first character, so that a line holding only # takes in
     // the next.
@@ -135,6 +153,7 @@ bool LineReader::ReadLines(TextView text) {
     if (report_ != nullptr) report_->Begin(text, place, line);
     bool goesOn = true;
     platform::WithinMemory([&] { goesOn = ReadLine(line); });
+    if (loadProgress.all > 0 && NamesFile(line)) ++loadProgress.done;
     if (!goesOn) return false;
     place = FindCommand(text, end);
   }
@@ -290,6 +309,7 @@ void LineReader::ReadBmp(TextView line) const {
   if (NoBGA) return;
   Text file = Join(folder_, Argument(line, 7));
   if (!CourseMode) {
+    FindWidePicture(file);
     // Pictures that are slow to open never wait for the play.
     const bool loadsNow = BMPLoadmode == 0 || !EqualsAnyCase(Right(file, 3), u"BMP");
     BmpFile.Put(slot, std::move(file));
@@ -385,6 +405,11 @@ float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
 
 void BMSInit() {
   DebugLog(u"[BMSInit] Initializing values");
+  // What the other reading has loaded may be another file than this one finds under the name.
+  if (WideCharts != (LastSlot > kLastHexSlot)) {
+    ReleaseAllSounds();
+    ReleaseAllPictures();
+  }
   SetLastSlot(WideCharts ? kLastBase36Slot : kLastHexSlot);
   SlotBase = 16;
   ResetWideChart();
@@ -446,7 +471,9 @@ void BMSReadBytes(TextView path, std::string_view bytes, ChartReport* report) {
   BuildChannelMap();
   SetHeaderDefaults();
   const int32_t first = objCount;
-  if (!LineReader(path, report).ReadLines(chart.text)) return;
+  const bool whole = LineReader(path, report).ReadLines(chart.text);
+  loadProgress = {};
+  if (!whole) return;
 
   DebugLog(u"all lines compiled");
   DebugLog(Join(u"last measure: ", lastMeasure));

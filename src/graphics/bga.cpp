@@ -30,6 +30,12 @@ constexpr platform::Colour kDarkest = 0x0F0F0F;
 
 // A chart's picture: its loader goes by the letters that the name ends in, and its key is a range.
 void LoadChartPicture(const Text& path, SurfacePtr& surface, Rect& rect) {
+  if (WideCharts && IsVideo(path)) {
+    DebugLog(Join(u"# ", GetFileName(path), u": video is not played"));
+    surface.reset();
+    rect = {};
+    return;
+  }
   const Text ending = UCase(Right(path, 3));
   if (ending == u"BMP" || ending == u"RLE") {
     LoadBitmap(path, surface, rect);
@@ -129,6 +135,7 @@ void BgaLoad(int32_t slot) {
     BmpSurface[slot].reset();
     return;
   }
+  if (file != BmpHeldName[slot]) FindWidePicture(file);
   if (file == BmpHeldName[slot]) {
     BmpLoaded[slot] = kLoaded;
     return;
@@ -158,8 +165,10 @@ void ReleaseStage() { DDStage.reset(); }
 
 void LoadStage(TextView path) {
   ReleaseStage();
-  if (FileExists(path)) DDStage = ReadPicture(path);
-  if (DDStage && OverLoadBudget(path)) DDStage.reset();
+  Text file(path);
+  FindWidePicture(file);
+  if (FileExists(file)) DDStage = ReadPicture(file);
+  if (DDStage && OverLoadBudget(file)) DDStage.reset();
   StageW = DDStage ? DDStage->Width() : kScreen.Width();
   StageH = DDStage ? DDStage->Height() : kScreen.Height();
   StageRect = {0, 0, StageW, StageH};
@@ -169,7 +178,8 @@ void LoadCourseBga(int32_t song, int32_t slot) {
   if (!CourseBmpSurface.Holds(song) || !BmpFile.Holds(slot)) return;
   SurfacePtr& surface = CourseBmpSurface[song][slot];
   surface.reset();
-  const Text& file = CourseBmpFile[song][slot];
+  Text& file = CourseBmpFile[song][slot];
+  FindWidePicture(file);
   if (FileExists(file)) LoadChartPicture(file, surface, CourseBmpRect[song][slot]);
   DebugLog(Join(u"coursebmsdbga(song,bgaid): ", file));
 }

@@ -2,14 +2,17 @@
 #include "graphics/bitmaps.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "base/log.h"
 #include "base/paths.h"
 #include "platform/files.h"
 #include "platform/picture.h"
+#include "state/settings.h"
 
 namespace qlm {
 namespace {
@@ -39,6 +42,18 @@ void Finish(const SurfacePtr& surface, Rect& rect) {
 
 int64_t FreeVideoMemory() {
   return std::max<int64_t>(videoMemoryTotal - static_cast<int64_t>(Surface::BytesHeld()), 0);
+}
+
+void FindWidePicture(Text& path) {
+  constexpr TextView kKinds[] = {u".bmp", u".png", u".jpg", u".jpeg", u".gif"};
+  if (!WideCharts) return;
+  if (std::optional<Text> found = FindFileOfKinds(path, kKinds)) path = std::move(*found);
+}
+
+bool IsVideo(TextView path) {
+  constexpr TextView kKinds[] = {u"AVI", u"FLV", u"M1V", u"M2V",  u"M4V", u"MKV", u"MOV",
+                                 u"MP4", u"MPG", u"OGV", u"MPEG", u"WMV", u"WEBM"};
+  return std::ranges::find(kKinds, TextView(GetExtension(path))) != std::end(kKinds);
 }
 
 SurfacePtr ReadPicture(TextView path) { return Load(path, platform::DecodePicture); }

@@ -17,6 +17,12 @@ void LoadAnyBitmap(TextView path, SurfacePtr& surface, Rect& rect);
 void LoadBitmap(TextView path, SurfacePtr& surface, Rect& rect);
 void LoadExBitmap(TextView path, SurfacePtr& surface, Rect& rect);
 
+// In the wide reading: corrects `path` to the file that stands for it, the one of this name first, then the
+// same stem as .bmp, .png, .jpg, .jpeg and .gif. Nothing is done where there is none.
+void FindWidePicture(Text& path);
+// Whether a file is a video by its name. None is played.
+bool IsVideo(TextView path);
+
 // A picture of any kind, without a log line and without a colour key. Null when it cannot be loaded.
 SurfacePtr ReadPicture(TextView path);
 

@@ -87,7 +87,7 @@ void ConnectHooks() {
   hooks.setCaption = SetCaption;
   hooks.unwritten = ReportUnwritten;
   hooks.loadingFrame = Loading;
-  hooks.loadPump = DoEvents;
+  hooks.loadPump = PumpLoad;
   hooks.keyDown = ButtonDown;
   hooks.keyUp = ButtonUp;
   hooks.character = Form_KeyPress;

@@ -176,7 +176,7 @@ int32_t DecodeOfToday(SoundAhead& file, SoundBufferPtr& buffer, platform::SoundD
 }
 
 // Sounds in memory, beside those of the chart, and what one of them may take before its turn.
-constexpr int64_t kMostAhead = int64_t{32} << 20;
+constexpr int64_t kMostAhead = int64_t{16} << 20;
 
 size_t Threads() {
   constexpr size_t kFewest = 2;
@@ -224,6 +224,6 @@ void ForgetSoundsAhead() {
 }
 
 // Enough for the threads to go on while a frame of the loading screen waits to be shown.
-size_t SoundsAtOnce() { return 4 * Threads(); }
+size_t SoundsAtOnce() { return 8 * Threads(); }
 
 }  // namespace qlm

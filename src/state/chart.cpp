@@ -61,6 +61,7 @@ void ResetChart() {
   CourseSong = 0;
   BasePos = 0;
   LoadAbort = LoadGivenUp = LoadRunning = false;
+  loadProgress = {};
 }
 
 }  // namespace qlm

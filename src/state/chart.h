@@ -119,6 +119,15 @@ inline bool LoadAbort = false;    // the load is to stop
 inline bool LoadGivenUp = false;  // because the player wants it so
 inline bool LoadRunning = false;  // a load runs behind the loading screen, which a key may give up
 
+// How far the file is that is read now, counted in lines that name a sound or a picture. The wide reading
+// alone tells it: else all are 0.
+struct LoadProgress {
+  int32_t done = 0;
+  int32_t all = 0;     // in front of the first data
+  uint32_t shown = 0;  // clock of the last frame that showed it
+};
+inline LoadProgress loadProgress;
+
 void ResetChart();
 
 }  // namespace qlm
