@@ -43,9 +43,10 @@ qlm::ChartReport ReadForAuthor(qlm::TextView path, const std::string& bytes) {
   return report;
 }
 
-std::vector<Finding> CheckChart(const std::string& file) {
+}  // namespace
+
+std::vector<Finding> CheckChart(const qlm::Text& path) {
   Findings findings;
-  const qlm::Text path = GamePath(file);
   const qlm::ChartReport report =
       ReadForAuthor(path, CheckText(findings, platform::ReadFile(path).value_or(std::string())));
   TellReport(findings, report);
@@ -54,8 +55,6 @@ std::vector<Finding> CheckChart(const std::string& file) {
   CheckTables(findings, path);
   return findings.InOrder();
 }
-
-}  // namespace
 
 int CheckCommand(Arguments& arguments) {
   StartEngine(arguments);
@@ -73,7 +72,7 @@ int CheckCommand(Arguments& arguments) {
     json.BeginObject();
     json.Put("file", std::string_view(PrintedPath(file)));
     json.Key("findings").BeginArray();
-    for (const Finding& finding : CheckChart(file)) {
+    for (const Finding& finding : CheckChart(GamePath(file))) {
       anything = true;
       json.BeginObject();
       json.Put("line", finding.line);

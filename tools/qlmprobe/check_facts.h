@@ -33,6 +33,11 @@ class Findings {
   std::map<std::string_view, int64_t> leftOut_;
 };
 
+// All that a check tells of the chart at `path`, by lines.
+std::vector<Finding> CheckChart(const qlm::Text& path);
+
+// Its steps.
+
 // What the reader of charts never gets to see: commands that are hidden from it, and the encoding. Gives the
 // bytes for the other steps, as the author means them: with one line more in front, ends that the game sees,
 // and without what hides a command.

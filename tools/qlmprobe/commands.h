@@ -17,6 +17,7 @@ int FrameCommand(Arguments& arguments);
 int AudioCommand(Arguments& arguments);
 int BattleCommand(Arguments& arguments);
 int CheckCommand(Arguments& arguments);
+int LibraryCommand(Arguments& arguments);
 int SkinCommand(Arguments& arguments);
 int KeysCommand(Arguments& arguments);
 int ScanCommand(Arguments& arguments);

@@ -150,6 +150,12 @@ bool CheckReadable(const std::string& path) {
   return false;
 }
 
+bool CheckFolder(const std::string& folder) {
+  if (platform::IsFolder(GamePath(folder))) return true;
+  std::fprintf(stderr, "qlmprobe: %s: there is no such folder\n", folder.c_str());
+  return false;
+}
+
 bool CheckReadableChart(const std::string& path) {
   if (!CheckReadable(path)) return false;
   if (platform::FileLength(GamePath(path)).value_or(0) <= qlm::kLongestChart) return true;

@@ -39,6 +39,8 @@ std::string PrintedPath(const std::string& path);
 bool CheckReadable(const std::string& path);
 // The same for a chart, which may also be too long.
 bool CheckReadableChart(const std::string& path);
+// False when there is no such folder: standard error then says so.
+bool CheckFolder(const std::string& path);
 // Whether a file is a course by its name.
 bool IsCourseFile(const std::string& path);
 // Makes a course file the loaded course; one of the old format is converted in memory alone. False when it

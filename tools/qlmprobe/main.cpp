@@ -126,6 +126,12 @@ Options Joined(const std::vector<Options>& parts) {
   return joined;
 }
 
+// Of a command whose engines are many: their lines would stand between each other's.
+Options WithoutLog(Options options) {
+  std::erase_if(options, [](const platform::Option& option) { return option.name == "--log"; });
+  return options;
+}
+
 std::vector<Command> Commands() {
   const Options load = LoadOptions(), play = PlayOptions(), common = CommonOptions();
   const auto flag = [](const char* name, const char* help) {
@@ -190,6 +196,13 @@ std::vector<Command> Commands() {
         "Exit status 0 when nothing was found, 1 otherwise.",
         "FILE... [OPTION]...", SIZE_MAX, common},
        probe::CheckCommand},
+      {{"library",
+        "Checks all charts below folders, on all cores: for each a line, an object with its state and how "
+        "many\n"
+        "findings of each kind there are, and a last one with their numbers.\n"
+        "Exit status 0 when nothing was found, 1 otherwise.",
+        "FOLDER... [OPTION]...", SIZE_MAX, WithoutLog(common)},
+       probe::LibraryCommand},
       {{"skin", "All tables that a skin fills, and what its author would want to know, with line numbers.",
         "FILE.brd [OPTION]...", 1,
         Joined({{number("--scratch1p", "1 with the first side's turntable on the right", 0, 1),

@@ -36,12 +36,6 @@ Sort FindSort(std::string_view name) {
   return nullptr;
 }
 
-bool CheckFolder(const std::string& folder) {
-  if (platform::IsFolder(GamePath(folder))) return true;
-  std::fprintf(stderr, "qlmprobe: %s: there is no such folder\n", folder.c_str());
-  return false;
-}
-
 // One line that is written over and over.
 void ShowProgress(TextView text) {
   constexpr size_t kWidth = 78;
