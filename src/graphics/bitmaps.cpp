@@ -53,7 +53,7 @@ void FindWidePicture(Text& path) {
 bool IsVideo(TextView path) {
   constexpr TextView kKinds[] = {u"AVI", u"FLV", u"M1V", u"M2V",  u"M4V", u"MKV", u"MOV",
                                  u"MP4", u"MPG", u"OGV", u"MPEG", u"WMV", u"WEBM"};
-  return std::ranges::find(kKinds, TextView(GetExtension(path))) != std::end(kKinds);
+  return HasExtension(path) && std::ranges::find(kKinds, GetExtension(path)) != std::end(kKinds);
 }
 
 SurfacePtr ReadPicture(TextView path) { return Load(path, platform::DecodePicture); }

@@ -1,4 +1,5 @@
-// From MPEG data to a buffer. The words of the log are those of the codec layer that this one stands for.
+// From MPEG data, and the sound files of today, to a buffer. The words of the log on MPEG are those of the
+// codec layer that this one stands for.
 #include "sound/decoder.h"
 
 #include <algorithm>
@@ -175,7 +176,7 @@ int32_t DecodeOfToday(SoundAhead& file, SoundBufferPtr& buffer, platform::SoundD
   return kDecoded;
 }
 
-// Sounds in memory, beside those of the chart, and what one of them may take before its turn.
+// Bytes that one sound may take ahead of its turn, so that memory is bounded beside what the chart holds.
 constexpr int64_t kMostAhead = int64_t{16} << 20;
 
 size_t Threads() {

@@ -41,6 +41,20 @@ TEST_F(PathsTest, OnlyAFileExists) {
   EXPECT_FALSE(FileExists(u""));
 }
 
+TEST_F(PathsTest, AFileStandsForItsStemInTheOrderOfTheKinds) {
+  constexpr TextView kKinds[] = {u".one", u".two"};
+  const Text folder = Join(AppPath, u"\\x.y\\");
+  EXPECT_EQ(FindFileOfKinds(Join(folder, u"a.three"), kKinds), std::nullopt);
+  WriteData(u"x.y\\a.TWO", "");
+  EXPECT_EQ(FindFileOfKinds(Join(folder, u"a.three"), kKinds), Join(folder, u"a.two"));
+  EXPECT_EQ(FindFileOfKinds(Join(folder, u"a"), kKinds), Join(folder, u"a.two"));
+  WriteData(u"x.y\\a.one", "");
+  EXPECT_EQ(FindFileOfKinds(Join(folder, u"a.b"), kKinds), Join(folder, u"a.one"));
+  EXPECT_EQ(FindFileOfKinds(Join(folder, u"a.two"), kKinds), Join(folder, u"a.two"));
+  EXPECT_EQ(FindFileOfKinds(folder, kKinds), std::nullopt);
+  EXPECT_EQ(FindFileOfKinds(Join(AppPath, u"/x.y/a"), kKinds), Join(AppPath, u"/x.y/a.one"));
+}
+
 TEST_F(PathsTest, FoldersAreMadeLevelByLevel) {
   MakeFolders(Join(AppPath, u"\\p\\q\\r"));
   EXPECT_TRUE(platform::IsFolder(Join(AppPath, u"\\p\\q\\r")));

@@ -6,6 +6,7 @@
 #include "base/hooks.h"
 #include "base/paths.h"
 #include "chart/loading.h"
+#include "platform/clock.h"
 #include "sound/decoder.h"
 #include "sound/slots.h"
 #include "state/chart.h"
@@ -13,8 +14,10 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/sounds.h"
 #include "tests/chart/chart_test.h"
 #include "tests/sound/silent_frames.h"
+#include "tools/media_files/encoded.h"
 #include "tools/media_files/wav.h"
 
 namespace qlm {
@@ -69,6 +72,12 @@ Names ManySounds() {
   Names names;
   for (int32_t slot = 16; slot < 136; ++slot) names.emplace_back(slot, files[slot * 5 % 8]);
   return names;
+}
+
+// In the base of the wide reading.
+Text SlotNameOf(int32_t slot) {
+  constexpr TextView kDigits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  return {kDigits[static_cast<size_t>(slot / 36)], kDigits[static_cast<size_t>(slot % 36)]};
 }
 
 Text WavLine(int32_t slot, TextView file) {
@@ -135,6 +144,80 @@ TEST_F(SoundsAheadTest, ACourseThatLoadsAllAtOnceGetsThemToo) {
   EXPECT_EQ(CourseWavBuffer[1][2]->Frequency(), 24000);
 }
 
+// As GivesTheSameAsOneByOne, with the sounds of today.
+TEST_F(SoundsAheadTest, TheWideReadingGivesTheSameAsOneByOneToo) {
+  WideCharts = true;
+  const auto tone = [](size_t frames) { return std::vector<float>(frames, 0.25F); };
+  WriteData(u"song\\bell.ogg", media::EncodedSound(media::Coding::kVorbis, tone(9000), 2, 44100));
+  WriteData(u"song\\drum.flac", media::EncodedSound(media::Coding::kFlac, tone(3000), 1, 22050));
+  WriteData(u"song\\bad.ogg", "OggS" + std::string(500, 'x'));
+  const Text files[] = {u"bell.wav", u"layer1.wav", u"DRUM.WAV", u"none.wav", u"bad.wav",
+                        u"hit.wav",  u"half.mp3",   u"bell.ogg", u"short.mp3"};
+  std::vector<Text> lines;
+  Names names;
+  for (int32_t slot = 16; slot < 136; ++slot) {
+    names.emplace_back(slot, files[slot % 9]);
+    lines.push_back(Join(u"#WAV", SlotNameOf(slot), u" ", files[slot % 9]));
+  }
+  BMSLoad(WriteChart(lines));
+  const std::vector<Text> ahead = SoundLines();
+  const auto slots = Slots();
+  EXPECT_EQ(std::ranges::count(ahead, u"44100Hz 16bits 2ch 16bps 176400byte/sec 0bytes"), 28);
+  EXPECT_EQ(std::ranges::count(ahead, u"# bad.ogg: it is damaged, or of a coding that is not known"), 13);
+  EXPECT_EQ(slots[18], (std::pair(WavLengthMs[18], 44100)));  // 18 is 0 of 9: bell.ogg
+  EXPECT_EQ(slots[20], (std::pair(3000 / 22.05F, 22050)));
+
+  ReleaseAllSounds();
+  WavLengthMs.Clear();
+  log.clear();
+  for (const auto& [slot, file] : names) {
+    WavFile[slot] = Join(AppPath, u"\\song\\", file);
+    loadwav(slot);
+  }
+  const std::vector<Text> oneByOne = SoundLines();
+  ASSERT_EQ(ahead.size(), oneByOne.size());
+  for (size_t i = 0; i < ahead.size(); ++i) EXPECT_EQ(Utf8(ahead[i]), Utf8(oneByOne[i])) << i;
+  EXPECT_EQ(slots, Slots());
+}
+
+// 18 sounds of 24 MiB, far more than the threads have room for ahead of their turns.
+TEST_F(SoundsAheadTest, LongSoundsWaitForTheirTurnAndAreWhole) {
+  WideCharts = true;
+  const std::string flac =
+      media::EncodedSound(media::Coding::kFlac, std::vector<float>(size_t{12} << 20), 1, 44100);
+  std::vector<Text> lines;
+  for (int32_t slot = 16; slot < 34; ++slot) {
+    WriteData(Join(u"song\\long", slot, u".flac"), flac);
+    lines.push_back(Join(u"#WAV", SlotNameOf(slot), u" long", slot, u".wav"));
+  }
+  LoadBudget = 100;
+  BMSLoad(WriteChart(lines));
+  for (int32_t slot = 16; slot < 20; ++slot) {
+    ASSERT_NE(WavBuffer[slot], nullptr);
+    EXPECT_FLOAT_EQ(WavLengthMs[slot], (12 << 20) / 44.1F);
+  }
+  for (int32_t slot = 20; slot < 34; ++slot) EXPECT_EQ(WavBuffer[slot], nullptr);
+  EXPECT_EQ(platform::SoundBytesHeld(), int64_t{96} << 20);
+}
+
+TEST_F(SoundsAheadTest, TheWideLoadTellsHowFarItIs) {
+  WideCharts = true;
+  static std::vector<std::pair<int32_t, int32_t>> told;
+  told.clear();
+  hooks.loadPump = [] {
+    told.emplace_back(loadProgress.done, loadProgress.all);
+    platform::UseVirtualClock(platform::Now() + 20);
+  };
+  BMSLoad(WriteChart({WavLine(1, u"hit.wav"), u"#TITLE a", WavLine(2, u"none.wav"), u"#BMP01 none.bmp",
+                      u"#00111:01", WavLine(3, u"hit.wav")}));
+  EXPECT_EQ(told, (std::vector<std::pair<int32_t, int32_t>>{{0, 3}, {1, 3}, {2, 3}, {3, 3}}));
+  EXPECT_EQ(loadProgress.all, 0);
+  told.clear();
+  WideCharts = false;
+  BMSLoad(WriteChart({WavLine(1, u"hit.wav"), u"#00111:01"}));
+  EXPECT_EQ(told, (std::vector<std::pair<int32_t, int32_t>>{{0, 0}}));
+}
+
 int pumps;
 
 // Four hours of a sound, so that it is surely still in work when it is waited for.
@@ -149,6 +232,22 @@ TEST_F(SoundsAheadTest, EventsRunWhileALongSoundIsDecodedAndOneMayEndTheLoad) {
   EXPECT_TRUE(LoadAbort);
   EXPECT_TRUE(Logged(u"        acmStreamConvertに失敗")) << log.size();
   EXPECT_EQ(WavBuffer[2], nullptr);
+}
+
+// A quarter of an hour.
+TEST_F(SoundsAheadTest, OneMayEndAWideLoadToo) {
+  WideCharts = true;
+  WriteData(u"song\\long.flac",
+            media::EncodedSound(media::Coding::kFlac, std::vector<float>(size_t{40} << 20), 1, 44100));
+  pumps = 0;
+  hooks.loadPump = [] {
+    if (++pumps == 2) LoadAbort = true;
+  };
+  BMSLoad(WriteChart({WavLine(1, u"long.wav"), WavLine(2, u"layer1.mp3"), u"#00111:01"}));
+  EXPECT_GE(pumps, 2);
+  EXPECT_EQ(WavBuffer[1], nullptr);
+  EXPECT_EQ(WavBuffer[2], nullptr);
+  EXPECT_EQ(objCount, 0) << "the data is not read";
 }
 
 }  // namespace

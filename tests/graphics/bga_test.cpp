@@ -2,6 +2,7 @@
 #include "graphics/bga.h"
 
 #include "base/paths.h"
+#include "graphics/bitmaps.h"
 #include "platform/clock.h"
 #include "state/chart.h"
 #include "state/judgement.h"
@@ -55,6 +56,63 @@ TEST_F(Bga, OtherKindsGoToTheOtherLoader) {
   BgaLoad(7);
   EXPECT_EQ(log, (std::vector<Text>{Join(u"[LoadExBitmap] : ", BmpFile[7]), u"BGA7: 5x3 on ??? (in 0ms)"}));
   EXPECT_EQ(BmpRect[7], (Rect{0, 0, 5, 3}));
+}
+
+// In the wide reading.
+
+TEST_F(Bga, TheWideReadingFindsThePictureUnderItsOtherKinds) {
+  WideCharts = true;
+  const Text folder = GetFolder(WriteData(u"song\\back.GIF", SolidBmp(1, 1, kRed)));
+  const auto found = [&](TextView name) {
+    Text path = Join(folder, name);
+    FindWidePicture(path);
+    return Text(GetFileName(path));
+  };
+  EXPECT_EQ(found(u"BACK.bmp"), u"BACK.gif");
+  for (const Text& kind : {Text(u"back.jpeg"), Text(u"back.jpg"), Text(u"back.png"), Text(u"back.bmp")}) {
+    WriteData(Join(u"song\\", kind), SolidBmp(2, 2, kRed));
+    EXPECT_EQ(found(u"back.tga"), kind);
+  }
+  EXPECT_EQ(found(u"back.jpg"), u"back.jpg");
+  EXPECT_EQ(found(u"other.bmp"), u"other.bmp");
+  WideCharts = false;
+  EXPECT_EQ(found(u"back.tga"), u"back.tga");
+}
+
+TEST_F(Bga, AWideLoadTakesTheFileThatItFindsAndHoldsItOverCharts) {
+  WideCharts = true;
+  const Text png = WriteData(u"song\\back.png", SolidBmp(5, 3, kRed));
+  BmpFile[7] = Join(GetFolder(png), u"back.bmp");
+  BgaLoad(7);
+  EXPECT_EQ(log, (std::vector<Text>{Join(u"[LoadExBitmap] : ", png), u"BGA7: 5x3 on ??? (in 0ms)"}));
+  EXPECT_EQ(BmpHeldName[7], png);
+  log.clear();
+  BmpFile[7] = Join(GetFolder(png), u"back.bmp");
+  BgaLoad(7);
+  EXPECT_TRUE(log.empty());
+  EXPECT_EQ(BmpLoaded[7], 255);
+  LoadCourseBga(0, 7);
+  CourseBmpFile[0][7] = Join(GetFolder(png), u"back.jpg");
+  LoadCourseBga(0, 7);
+  EXPECT_EQ(CourseBmpRect[0][7], (Rect{0, 0, 5, 3}));
+  LoadStage(Join(GetFolder(png), u"back.jpg"));
+  EXPECT_EQ(StageW, 5);
+  LoadStage(GetFolder(png));
+  EXPECT_EQ(DDStage, nullptr) << "no picture is named";
+}
+
+TEST_F(Bga, ThePlaceOfAVideoStaysDark) {
+  WideCharts = true;
+  BmpFile[7] = WriteData(u"song\\film.MPG", SolidBmp(5, 3, kRed));
+  BgaLoad(7);
+  EXPECT_EQ(log, (std::vector<Text>{u"# film.MPG: video is not played", u"BGA7: 0x0 on ??? (in 0ms)"}));
+  EXPECT_EQ(BmpSurface[7], nullptr);
+  curBaseBGA = 7;
+  BGADirty = ShowBGA = true;
+  EXPECT_TRUE(DrawBga());
+  EXPECT_EQ(DDBack->Pixel(BgaX + 10, BgaY + 10), 0U);
+  for (const TextView name : {u"a.mpg", u"a.AVI", u"a.webm", u"a.mp4", u"a.wmv"}) EXPECT_TRUE(IsVideo(name));
+  for (const TextView name : {u"a.bmp", u"a.png", u"mpg", u"a.mpg.png"}) EXPECT_FALSE(IsVideo(name));
 }
 
 TEST_F(Bga, RunLengthFilesGoTheWayOfBmp) {

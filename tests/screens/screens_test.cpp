@@ -115,6 +115,57 @@ TEST_F(Screens, ACourseTellsThatItLoadsAndWhich) {
   EXPECT_EQ(inkOfRows(438, 456), 0);
 }
 
+// The bar fills the last three rows of the strip from the left.
+TEST_F(Screens, ALoadThatTellsHowFarItIsIsShownSo) {
+  FadeStart = platform::Now() - 2000;
+  Loading();
+  const Colour desk = presented->Pixel(0, 460);
+  EXPECT_EQ(presented->Pixel(639, 460), desk) << "the classic load tells nothing";
+  loadProgress.all = 1300;
+  loadProgress.done = 325;
+  Loading();
+  const Colour bar = presented->Pixel(0, 460);
+  EXPECT_NE(bar, desk);
+  EXPECT_EQ(presented->Pixel(159, 459), bar);
+  EXPECT_EQ(presented->Pixel(159, 461), bar);
+  EXPECT_NE(presented->Pixel(160, 460), bar);
+  EXPECT_NE(presented->Pixel(100, 458), bar);
+  if (hasFont) {
+    EXPECT_LT(std::ranges::count(presented->Row(446), presented->Pixel(639, 446)), 640);
+  }
+  loadProgress.done = 1400;  // sounds behind the first data
+  Loading();
+  EXPECT_EQ(presented->Pixel(639, 460), bar);
+}
+
+int frames = 0;
+
+TEST_F(Screens, ALoadThatTellsHowFarItIsShowsAFrameEveryTenthOfASecond) {
+  frames = 0;
+  hooks.framePresented = [] { ++frames; };
+  int64_t pumps = 0;
+  const auto pumpUntil = [&](uint32_t ms) {
+    platform::UseVirtualClock(1'000'000 + ms);
+    PumpLoad();
+    ++pumps;
+  };
+  LoadRunning = true;
+  pumpUntil(0);
+  EXPECT_EQ(frames, 0) << "the classic load tells nothing";
+  loadProgress.all = 10;
+  loadProgress.shown = 1'000'000;
+  pumpUntil(99);
+  EXPECT_EQ(frames, 0);
+  pumpUntil(100);
+  pumpUntil(150);
+  EXPECT_EQ(frames, 1);
+  pumpUntil(200);
+  EXPECT_EQ(frames, 2);
+  LoadRunning = false;  // a preview's
+  pumpUntil(400);
+  EXPECT_EQ(frames, 2);
+}
+
 TEST_F(Screens, TheBootListOpensLinesAndOverwritesTheLast) {
   PrintBoot(u"one", false);
   PrintBoot(u"two");

@@ -1,5 +1,6 @@
 // The probe's check: each finding on its line, and nothing on a chart that is well.
 #include "tests/tools/probe.h"
+#include "tools/media_files/encoded.h"
 
 namespace qlm {
 namespace {
@@ -108,6 +109,41 @@ TEST_F(CheckTest, FilesThatAreNotThere) {
   ExpectOne({"#STAGEFILE s.png"}, 12, "picture", "tried s.png");
   WriteData(u"text.bmp", "no picture");
   ExpectOne({"#BMP02 text.bmp"}, 12, "picture", "is no picture");
+}
+
+TEST_F(CheckTest, TellsWhatTheWideReadingTakesForAMissingFile) {
+  const auto sound = [](media::Coding coding) { return media::EncodedSound(coding, {0, 0.5F}, 1, 44100); };
+  WriteData(u"snare.ogg", sound(media::Coding::kVorbis));
+  ExpectOne({"#WAV02 snare.wav"}, 12, "sound",
+            "tried snare.wav, snare.mp3 and snare.wavwav; the wide reading takes snare.ogg");
+  WriteData(u"snare.wav", sound(media::Coding::kWav24));
+  ExpectOne({"#WAV02 snare.wav"}, 12, "sound",
+            "snare.wav is there, but is no sound that the game can load; the wide reading can");
+  WriteBmp("q.png", 2, 2);
+  ExpectOne({"#BMP02 q.bmp"}, 12, "picture", "tried q.bmp; the wide reading takes q.png");
+}
+
+TEST_F(CheckTest, InTheWideReadingTheyAreNotMissing) {
+  const auto wide = [&](const std::vector<std::string>& lines) {
+    return Probe({"check", "--wide", With(lines)}).output;
+  };
+  WriteData(u"snare.opus", media::EncodedSound(media::Coding::kOpus, {0, 0.5F}, 1, 48000));
+  WriteBmp("q.png", 2, 2);
+  const std::string fine = wide({"#WAV02 snare.wav", "#BMP02 q.bmp", "#STAGEFILE q.jpg"});
+  EXPECT_FALSE(fine.find("\"sound\"") != std::string::npos) << fine;
+  EXPECT_FALSE(fine.find("\"picture\"") != std::string::npos) << fine;
+  EXPECT_TRUE(Holds(wide({"#WAV02 kick.wav"}),
+                    "no such file; tried kick.wav and the same as .wav, .ogg, .flac, .opus and .mp3"));
+  EXPECT_TRUE(Holds(wide({"#BMP02 r.bmp"}),
+                    "no such file; tried r.bmp and the same as .bmp, .png, .jpg, .jpeg and .gif"));
+  WriteData(u"kick.ogg", "OggS and no more");
+  EXPECT_TRUE(Holds(wide({"#WAV02 kick.wav"}), "kick.ogg is there, but is no sound that the game can load"));
+}
+
+TEST_F(CheckTest, VideoIsNotPlayed) {
+  WriteData(u"film.mpg", "pictures that move");
+  ExpectOne({"#BMP02 film.mpg"}, 12, "picture",
+            "film.mpg is a video, and none is played: its place stays dark");
 }
 
 TEST_F(CheckTest, LargePicturesDoNotShow) {
