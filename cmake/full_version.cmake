@@ -1,5 +1,5 @@
-# Run at each build: writes OUTPUT, a header with the version of the source in SOURCE, where it is another than before.
-#   cmake -DSOURCE=folder -DVERSION=0.1.0 -DOUTPUT=full_version.h -P full_version.cmake
+# Run at each build: writes OUTPUT, a source file with the version of what is in SOURCE, where it is another than before.
+#   cmake -DSOURCE=folder -DVERSION=0.1.0 -DOUTPUT=full_version.cpp -P full_version.cmake
 # Without OUTPUT prints the version.
 
 # git(VARIABLE WORD...): what it prints; empty where it fails.
@@ -28,8 +28,8 @@ if(EXISTS ${SOURCE}/.git)
 endif()
 
 if(OUTPUT)
-  set(text "// The version of the source, written by the build.\n#pragma once\n\n")
-  string(APPEND text "inline constexpr char16_t kFullVersion[] = u\"${full}\";\n")
+  set(text "// The version of the source, written by the build.\n#include \"shell/version.h\"\n\n")
+  string(APPEND text "namespace qlm {\n\nText FullVersion() { return u\"${full}\"; }\n\n}  // namespace qlm\n")
   file(CONFIGURE OUTPUT ${OUTPUT} CONTENT "${text}" @ONLY)
 else()
   execute_process(COMMAND ${CMAKE_COMMAND} -E echo ${full})

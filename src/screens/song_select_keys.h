@@ -10,8 +10,8 @@ namespace qlm {
 // A key by its number, or a controller's input from 256 on, goes down on a list screen.
 void ProcessKey_SongSelect(int32_t key);
 
-// On the list of jukeboxes: opens the one of that name, with the chart of the lowest level in hand. Without one
-// nothing happens.
+// On the list of jukeboxes: opens the one of that name, with the chart of the lowest level in hand. Without
+// one nothing happens.
 void OpenOnEasiest(TextView jukebox);
 
 }  // namespace qlm

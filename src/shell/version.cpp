@@ -1,7 +1,5 @@
-// The version numbers come from the build.
+// The version numbers come from the build, and so does the whole of FullVersion().
 #include "shell/version.h"
-
-#include "full_version.h"
 
 namespace qlm {
 
@@ -11,7 +9,5 @@ Text VersionText() {
   const Version version = ProgramVersion();
   return Join(version.major, u".", version.minor, u"(", version.revision, u")");
 }
-
-Text FullVersion() { return kFullVersion; }
 
 }  // namespace qlm
