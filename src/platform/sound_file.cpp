@@ -2,6 +2,7 @@
 #include "platform/sound_file.h"
 
 #include <sndfile.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <bit>
@@ -137,14 +138,15 @@ DecodedSound DecodeSoundFile(std::string_view bytes, size_t most, DecodingOrders
 
 DecodedSound DecodeSoundFileAt(const std::string& systemPath, size_t most, DecodingOrders* orders) {
   const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(systemPath.c_str(), "rbe"));
-  if (file == nullptr || fseeko(file.get(), 0, SEEK_END) != 0) return Failed(DecodeError::kBroken);
-  const int64_t length = ftello(file.get());
-  if (length > kLongestFile) return Failed(DecodeError::kTooLong);
+  struct stat info {};
+  if (file == nullptr || fstat(fileno(file.get()), &info) != 0 || !S_ISREG(info.st_mode)) {
+    return Failed(DecodeError::kBroken);
+  }
+  if (info.st_size > kLongestFile) return Failed(DecodeError::kTooLong);
   std::string bytes;
-  if (length < 0 || !WithinMemory([&] { bytes.resize(static_cast<size_t>(length)); })) {
+  if (!WithinMemory([&] { bytes.resize(static_cast<size_t>(info.st_size)); })) {
     return Failed(DecodeError::kTooLong);
   }
-  std::rewind(file.get());
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
   return DecodeSoundFile(bytes, most, orders);
 }

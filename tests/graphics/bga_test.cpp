@@ -62,7 +62,7 @@ TEST_F(Bga, OtherKindsGoToTheOtherLoader) {
 
 TEST_F(Bga, TheWideReadingFindsThePictureUnderItsOtherKinds) {
   WideCharts = true;
-  const Text folder = GetFolder(WriteData(u"song\\back.GIF", SolidBmp(1, 1, kRed)));
+  const Text folder(GetFolder(WriteData(u"song\\back.GIF", SolidBmp(1, 1, kRed))));
   const auto found = [&](TextView name) {
     Text path = Join(folder, name);
     FindWidePicture(path);
