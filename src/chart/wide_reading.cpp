@@ -257,6 +257,10 @@ int32_t WideReading::ChannelOf(TextView line) {
   return channel == 2 || channel == ObjStop || longNote || MakesObjects(channel) ? channel : 0;
 }
 
+SlotDigitsOf::SlotDigitsOf(TextView text) : before_(std::exchange(SlotBase, BaseOf(text))) {}
+
+SlotDigitsOf::~SlotDigitsOf() { SlotBase = before_; }
+
 WideReading::WideReading(TextView text) {
   UseDigits(BaseOf(text));
   StopTable.Clear();

@@ -82,6 +82,18 @@ struct WideHeader {
   void Complete(Text& title, Text& artist) const;
 };
 
+// Has the slots of a text read in its digits, those of a chart in memory apart, for as long as it lives.
+class SlotDigitsOf {
+ public:
+  explicit SlotDigitsOf(TextView text);
+  ~SlotDigitsOf();
+  SlotDigitsOf(const SlotDigitsOf&) = delete;
+  SlotDigitsOf& operator=(const SlotDigitsOf&) = delete;
+
+ private:
+  int32_t before_;
+};
+
 class WideReading {
  public:
   // Text with CR LF before its first line and at the end of each.

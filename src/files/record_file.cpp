@@ -8,6 +8,7 @@
 #include "base/paths.h"
 #include "files/scores.h"
 #include "platform/text.h"
+#include "state/settings.h"
 
 namespace qlm {
 namespace {
@@ -89,7 +90,11 @@ size_t LookedAt(size_t size, size_t events) {
 
 }  // namespace
 
-Text RecordPath(TextView chart) { return WithExtension(chart, HasExtension(chart) ? u".qpd" : u".bpd"); }
+TextView RecordExtension() { return WideCharts ? TextView(u".w.qpd") : TextView(u".qpd"); }
+
+Text RecordPath(TextView chart) {
+  return WithExtension(chart, HasExtension(chart) || WideCharts ? RecordExtension() : TextView(u".bpd"));
+}
 
 RecordFile TakeRecord(std::string_view bytes) {
   RecordFile record;

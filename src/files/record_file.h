@@ -28,6 +28,8 @@ struct RecordFile {
 // The record of a chart.
 // Quirk: of a chart without an extension it is NAME.bpd.
 Text RecordPath(TextView chart);
+// Of records, ".w.qpd" in the wide reading.
+TextView RecordExtension();
 
 // Any bytes: what is missing at their end is 0, and there are no more events than the bytes and a record
 // hold.

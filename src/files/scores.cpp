@@ -9,11 +9,15 @@
 #include "platform/files.h"
 #include "state/chart.h"
 #include "state/lists.h"
+#include "state/settings.h"
 
 namespace qlm {
 namespace {
 
-Text Beside(TextView chart) { return WithExtension(chart, u".qsd"); }
+// Plays of the wide reading have other notes, and so tables of their own.
+TextView ScoreExtension() { return WideCharts ? TextView(u".w.qsd") : TextView(u".qsd"); }
+
+Text Beside(TextView chart) { return WithExtension(chart, ScoreExtension()); }
 
 // Quirk: of the chart's folders only the last one is kept, so that charts of one name in two read-only
 // folders of one name share their table.
@@ -84,7 +88,7 @@ Text ScoredChart() {
 
 // Quirk: a table below \_qlmfiles goes on being read when the chart's folder can be written again; the table
 // that is then written beside the chart is not seen.
-Text ScoreFileOf(TextView chart) { return ReadableBeside(chart, u".qsd"); }
+Text ScoreFileOf(TextView chart) { return ReadableBeside(chart, ScoreExtension()); }
 
 Text ReadableBeside(TextView chart, TextView extension) {
   const Text beside = WithExtension(chart, extension);

@@ -2,8 +2,11 @@
 #include "library/header.h"
 
 #include <algorithm>
+#include <map>
+#include <memory>
 #include <optional>
 #include <span>
+#include <tuple>
 #include <vector>
 
 #include "base/numbers.h"
@@ -11,11 +14,14 @@
 #include "base/table.h"
 #include "chart/lines.h"
 #include "chart/reader.h"
+#include "chart/wide_reading.h"
 #include "library/progress.h"
 #include "platform/disk_search.h"
 #include "platform/heap.h"
 #include "state/chart.h"
 #include "state/lists.h"
+#include "state/settings.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
@@ -111,6 +117,106 @@ class LengthEstimate {
 
 Text RowText(TextView text) { return Text(Left(text, kLongestRowText)); }
 
+// What the wide reading makes of a header and its length.
+class WideEntry {
+ public:
+  // Takes the line unless the words of every chart are to.
+  bool Take(TextView line) {
+    if (IsNumbered(line)) return false;
+    if (BeginsWith(line, u"STOP")) {
+      Put(stops_, line, 5);
+    } else if (BeginsWith(line, u"EXBPM")) {
+      Put(tempi_, line, 6);
+    } else if (Word(line) == Word(u"BPM") && Mid(line, 4, 1) != u" ") {
+      Put(tempi_, line, 4);
+    } else {
+      return header_.Take(line);
+    }
+    return true;
+  }
+
+  void ReadData(TextView line) {
+    Assign(measure_, MeasureOf(line, 0));
+    const int32_t channel = WideReading::ChannelOf(line);
+    lastMeasure_ = MaxI32(lastMeasure_, measure_);
+    if (channel == 2) {
+      if (const std::optional<float> length = LengthOf(line)) lengths_.Put(measure_, *length);
+    } else if (channel == 3 || channel == 8 || channel == ObjStop) {
+      const Cells cells(line);
+      for (int64_t j = 0; j < cells.Count(); ++j) {
+        if (cells.IsRest(j)) continue;
+        const int32_t value = channel == 3 ? cells.Value(j) : SlotValue(cells.Letters(j));
+        events_.push_back({measure_, cells.Tick(j), channel, value});
+      }
+    }
+  }
+
+  void Complete(SongEntry& song) {
+    header_.Complete(song.title, song.artist);
+    song.title = RowText(song.title);
+    song.artist = RowText(song.artist);
+    song.lengthMs = Round(Milliseconds(song.bpm)).value_or(0);
+  }
+
+ private:
+  struct Event {
+    int32_t measure = 0;
+    int32_t tick = 0;
+    int32_t channel = 0;
+    int32_t value = 0;
+  };
+
+  static void Put(std::map<int32_t, float>& table, TextView line, int64_t digits) {
+    const std::optional<float> value = ToSingle(Argument(line, digits + 2));
+    if (value) table[SlotValue(Mid(line, digits, 2))] = *value;
+  }
+
+  static float In(const std::map<int32_t, float>& table, int32_t slot) {
+    const auto entry = table.find(slot);
+    return entry != table.end() ? entry->second : 0;
+  }
+
+  double LengthOfMeasure(int32_t measure) const {
+    const float* const length = lengths_.Find(measure);
+    return length != nullptr && *length != 0 ? kMeasureUnits * double{*length} : kMeasureUnits;
+  }
+
+  // Up to the end of the last measure that has a length. At one place tempi come before stops.
+  double Milliseconds(double tempo) {
+    std::stable_sort(events_.begin(), events_.end(), [](const Event& a, const Event& b) {
+      return std::tuple(a.measure, a.tick, a.channel) < std::tuple(b.measure, b.tick, b.channel);
+    });
+    double ms = 0;
+    const auto pass = [&](double units) {
+      if (tempo > 0) ms += std::max(units, 0.0) * kUnitRate / tempo;
+    };
+    auto event = events_.begin();
+    for (int32_t measure = 0; measure <= MinI32(lastMeasure_, lengths_.kLast); ++measure) {
+      const double length = LengthOfMeasure(measure);
+      int32_t tick = 0;
+      for (; event != events_.end() && event->measure <= measure; ++event) {
+        pass((event->tick - tick) * length / kMeasureUnits);
+        tick = event->tick;
+        const double next = event->channel == 3   ? event->value
+                            : event->channel == 8 ? In(tempi_, event->value)
+                                                  : 0;
+        if (event->channel == ObjStop) pass(In(stops_, event->value));
+        if (next > 0) tempo = next;
+      }
+      pass((kMeasureUnits - tick) * length / kMeasureUnits);
+    }
+    return ms;
+  }
+
+  WideHeader header_;
+  std::map<int32_t, float> tempi_;
+  std::map<int32_t, float> stops_;
+  std::vector<Event> events_;
+  Table<float, 1024> lengths_;  // of measures; 0 is not given
+  int32_t lastMeasure_ = 0;
+  int32_t measure_ = 0;
+};
+
 // Quirk: only the leading letters are compared, so a tempo table's #BPM01 counts as #BPM, and its value, cut
 // at the wrong place, does not convert.
 void ReadWord(SongEntry& song, TextView line) {
@@ -132,20 +238,39 @@ void ReadWord(SongEntry& song, TextView line) {
   }
 }
 
-void TakeText(SongEntry& song, std::string_view bytes) {
-  const ChartText chart = DecodeChart(bytes);
-  const TextView text = chart.text;
-  LengthEstimate length;
+template <typename TakeLine>
+void ForLines(TextView text, TakeLine take) {
   for (size_t place = FindCommand(text, 0); place != TextView::npos;) {
     const size_t end = FindLineEnd(text, place);
-    const TextView line = text.substr(place, end - place);
+    take(text.substr(place, end - place));
+    place = FindCommand(text, end);
+  }
+}
+
+void TakeWideText(SongEntry& song, std::string_view bytes) {
+  const ChartText chart = WideReading::Decode(bytes);
+  const SlotDigitsOf digits(chart.text);
+  const auto entry = std::make_unique<WideEntry>();
+  ForLines(chart.text, [&](TextView line) {
+    if (IsNumbered(line)) {
+      entry->ReadData(line);
+    } else if (!entry->Take(line)) {
+      ReadWord(song, line);
+    }
+  });
+  entry->Complete(song);
+}
+
+void TakeText(SongEntry& song, std::string_view bytes) {
+  const ChartText chart = DecodeChart(bytes);
+  LengthEstimate length;
+  ForLines(chart.text, [&](TextView line) {
     if (IsNumbered(line)) {
       length.ReadLine(line);
     } else {
       ReadWord(song, line);
     }
-    place = FindCommand(text, end);
-  }
+  });
   song.lengthMs = length.Milliseconds(song.bpm).value_or(0);
 }
 
@@ -164,7 +289,7 @@ void ReadBMSHeaderBytes(TextView path, int32_t index, std::string_view bytes) {
   song.player = 1;
   song.playLevel = 3;
   song.rank = 2;
-  if (!platform::WithinMemory([&] { TakeText(song, bytes); }))
+  if (!platform::WithinMemory([&] { WideCharts ? TakeWideText(song, bytes) : TakeText(song, bytes); }))
     ReportUnreadable(path, u"There is no memory for it");
 }
 

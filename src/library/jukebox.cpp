@@ -13,6 +13,7 @@
 #include "platform/heap.h"
 #include "platform/message_box.h"
 #include "state/lists.h"
+#include "state/settings.h"
 
 namespace qlm {
 namespace {
@@ -58,7 +59,9 @@ void SaveJukeList(TextView path, bool quiet) {
 Text JukeboxOf(TextView folder) {
   if (folder.ends_with(u'\\') || folder.ends_with(u'/')) folder.remove_suffix(1);
   // find_last_of gives the greatest number, and so a 0 behind it, where there is none.
-  return DataPath(Join(u"jukelist\\", folder.substr(folder.find_last_of(u"\\/") + 1), u".qbl"));
+  return DataPath(Join(u"jukelist\\", folder.substr(folder.find_last_of(u"\\/") + 1), JukeboxExtension()));
 }
+
+TextView JukeboxExtension() { return WideCharts ? TextView(u".qwl") : TextView(u".qbl"); }
 
 }  // namespace qlm

@@ -14,5 +14,7 @@ void SaveJukeList(TextView path, bool quiet);
 // The list file of a searched folder, which is named by the folder's last part; one separator behind it does
 // not count.
 Text JukeboxOf(TextView folder);
+// ".qbl"; ".qwl" for lists made by the wide reading, so that neither reading sees those of the other.
+TextView JukeboxExtension();
 
 }  // namespace qlm

@@ -4,6 +4,7 @@
 #include "base/log.h"
 #include "base/paths.h"
 #include "files/course_files.h"
+#include "library/jukebox.h"
 #include "library/scan.h"
 #include "library/song_list.h"
 #include "state/courses.h"
@@ -28,7 +29,7 @@ void AddFile(const Text& path) {
 void UpdateJukeList() {
   DebugLog(u"[UpdateJukeList]");
   ClearList();
-  for (const Text& path : SearchFiles(DataPath(u"jukelist\\"), u"*.qbl")) AddFile(path);
+  for (const Text& path : SearchFiles(DataPath(u"jukelist\\"), Join(u"*", JukeboxExtension()))) AddFile(path);
   library.jukeList = songList;
   library.lastJuke = lastSong;
   // Quirk: the last index, one less than there are.

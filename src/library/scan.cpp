@@ -15,6 +15,7 @@
 #include "platform/disk_search.h"
 #include "platform/message_box.h"
 #include "state/lists.h"
+#include "state/settings.h"
 
 namespace qlm {
 namespace {
@@ -132,7 +133,7 @@ std::vector<Text> SearchFiles(TextView folder, TextView patterns) {
 
 void ScanFolder(TextView folder) {
   const Running running;
-  for (const Text& path : SearchFiles(folder, u"*.bms;*.bme")) {
+  for (const Text& path : SearchFiles(folder, WideCharts ? u"*.bms;*.bme;*.bml" : u"*.bms;*.bme")) {
     if (library.scanStopped) break;
     AddSong(path);
     PumpSearch();

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "chart/loading.h"
+#include "chart/wide_reading.h"
 #include "files/course_files.h"
 #include "platform/timers.h"
 #include "play/object_events.h"
@@ -55,6 +56,7 @@ bool StillInHand(int32_t row, TextView path) {
 // The place of the first sounding object, with the sounds there and just behind it loaded. Nothing when there
 // is none, or when the list has moved on to another row meanwhile.
 std::optional<int32_t> LoadFirstSounds(int32_t row) {
+  if (TakeWidePreview()) return 0;
   std::optional<int32_t> first;
   for (int32_t index = 0; index < objCount; ++index) {
     const ChartObj* obj = FindObj(index);

@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "chart/preparation.h"
+#include "chart/wide_reading.h"
 #include "graphics/bga.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
@@ -23,6 +24,7 @@
 #include "state/sounds.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
@@ -44,6 +46,8 @@ void TakeHeader(const SongEntry& song) {
   HdrRank = song.rank;
   HdrVolWav = song.volWav;
   HdrTotal = song.total;
+  // A course that was made by the classic reading has 0 where nothing is given.
+  if (WideCharts) ChartVolume = song.volWav > 0 ? VolumeOf(song.volWav) : 0;
 }
 
 void ShowTitles() {

@@ -8,6 +8,7 @@
 
 #include "base/paths.h"
 #include "base/text.h"
+#include "files/record_file.h"
 #include "files/scores.h"
 #include "platform/files.h"
 #include "state/lists.h"
@@ -35,7 +36,7 @@ void CheckRow(size_t row) {
       cleared && row < songCleared.size()) {
     songCleared[row] = *cleared;
   }
-  if (row < songHasRecord.size() && FileExists(ReadableBeside(entry.path, u".qpd")))
+  if (row < songHasRecord.size() && FileExists(ReadableBeside(entry.path, RecordExtension())))
     songHasRecord[row] = true;
 }
 

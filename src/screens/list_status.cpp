@@ -46,6 +46,10 @@ void DrawStatusLines() {
     DrawSprite(kLeft - 4, 180, kWideTagSprite);
     DrawText(kLeft, 180, u"[spShuffle ON]", 0);
   }
+  if (WideCharts) {
+    DrawSprite(kLeft - 4, 212, kSmallTagSprite);
+    DrawText(kLeft, 211, u"[WIDE ON]", 0);
+  }
   if (DEMOMode) {
     DrawSprite(kLeft - 4, 196, kSmallTagSprite);
     DrawText(kLeft, 195, u"[DEMO ON]", 0);

@@ -19,6 +19,7 @@
 #include "state/sounds.h"
 #include "state/timeline.h"
 #include "state/transcript.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
@@ -75,7 +76,7 @@ void SetStartVolume(const SoundBufferPtr& buffer) {
       // keeps its own.
       if (const SoundBufferPtr* other = WavBuffer.Find(loopCounter)) SetVolume(*other, (1000 - passed) * 5);
       break;
-    default: SetVolume(buffer, kChartVolume);
+    default: SetVolume(buffer, MinI32(kChartVolume + ChartVolume, 0));
   }
 }
 

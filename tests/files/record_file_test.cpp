@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "state/settings.h"
 #include "tests/support/bytes.h"
 #include "tests/support/game_test.h"
 
@@ -149,6 +150,13 @@ TEST(RecordFile, ImpossibleCountsTakeNoMemory) {
 TEST(RecordPath, LiesBesideTheChart) {
   EXPECT_EQ(RecordPath(u"\\a.b\\c.d.bms"), u"\\a.b\\c.d.qpd");
   EXPECT_EQ(RecordPath(u"\\a.b\\chart"), u"\\a.b\\chart.bpd");
+}
+
+TEST(RecordPath, WidePlaysHaveRecordsOfTheirOwn) {
+  WideCharts = true;
+  EXPECT_EQ(RecordPath(u"\\a.b\\c.d.bms"), u"\\a.b\\c.d.w.qpd");
+  EXPECT_EQ(RecordPath(u"\\a.b\\chart"), u"\\a.b\\chart.w.qpd");
+  WideCharts = false;
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "platform/files.h"
 #include "state/chart.h"
 #include "state/lists.h"
+#include "state/settings.h"
 #include "tests/support/bytes.h"
 #include "tests/support/game_test.h"
 
@@ -328,6 +329,21 @@ TEST(FolderIsReadOnly, IsSoWithoutAnyRightToWrite) {
   fs::remove(name);
   EXPECT_FALSE(platform::FolderIsReadOnly(folder)) << "there is none";
   EXPECT_FALSE(platform::FolderIsReadOnly(u""));
+}
+
+TEST_F(ScoresTest, WidePlaysHaveTablesOfTheirOwn) {
+  SaveScoreDat();
+  SaveScoreDat();
+  WideCharts = true;
+  LoadScoreDat();
+  EXPECT_EQ(scores.playCount, 0);
+  SaveScoreDat();
+  EXPECT_EQ(ScoreFileOf(u"\\a\\c.bms"), u"\\a\\c.w.qsd");
+  EXPECT_EQ(ScoreFileOf(u"\\a\\c.qcl"), u"\\a\\c.w.qsd");
+  EXPECT_EQ(ReadBytes(WithExtension(BMSPath, u".w.qsd")).substr(0, 4), FromHex("01 00 00 00"));
+  WideCharts = false;
+  LoadScoreDat();
+  EXPECT_EQ(scores.playCount, 2);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include "state/chart.h"
 #include "state/lists.h"
+#include "state/settings.h"
+#include "state/slots.h"
 #include "tests/support/game_test.h"
 
 namespace qlm {
@@ -215,6 +217,42 @@ TEST_F(HeaderTest, TempoChangesMayFillTheTable) {
   std::vector<Text> lines = {u"#BPM 125", u"#00111:01"};
   for (int line = 0; line < 1001; ++line) lines.push_back(u"#00003:7D");
   EXPECT_EQ(Read(lines).lengthMs, 0);
+}
+
+// --- the wide reading ---
+
+TEST_F(HeaderTest, WideEntriesFollowTheWideReading) {
+  WideCharts = true;
+  const SongEntry& song = ReadBytes(
+      "#TITLE Song\n#SUBTITLE mix\n#ARTIST me\n#SUBARTIST you\n#DIFFICULTY 3\n#BPM 120\n#WAVZZ a.ogg\n");
+  EXPECT_EQ(song.title, u"Song mix [HYPER]");
+  EXPECT_EQ(song.artist, u"me you");
+  EXPECT_EQ(song.bpm, 120);
+  EXPECT_EQ(song.numWav, 1);
+}
+
+TEST_F(HeaderTest, AWideLengthCountsTempiByTableStopsAndTheLastMeasure) {
+  WideCharts = true;
+  // Measure 0 at 120 lasts 2000 ms, half of it 1000. Measure 1: half at 120, half at 240.5, and a stop of 48
+  // at that: 500 + 248.96 + 249.48. Measure 2 at 240.5: 997.92.
+  EXPECT_EQ(Read({u"#BPM 120", u"#BPMZZ 240.5", u"#STOP0Z 48", u"#00108:00ZZ", u"#00109:000Z", u"#00211:01"})
+                .lengthMs,
+            2000 + 1000 + 249 + 499 + 998);
+  // With a measure of half its length.
+  EXPECT_EQ(Read({u"#BPM 125", u"#00002:0.5", u"#00011:01"}).lengthMs, 960);
+}
+
+TEST_F(HeaderTest, AWideLengthOfMeasuresBeyondTheTableEnds) {
+  WideCharts = true;
+  EXPECT_EQ(Read({u"#BPM 125", u"#9E811:01"}).lengthMs, 1025 * 1920);
+  EXPECT_EQ(Read({u"#BPM 0", u"#00111:01"}).lengthMs, 0);
+}
+
+TEST_F(HeaderTest, TheDigitsOfTheChartInMemoryStay) {
+  WideCharts = true;
+  SlotBase = 62;
+  Read({u"#BPM 120"});
+  EXPECT_EQ(SlotBase, 62);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "platform/surface.h"
 #include "state/courses.h"
 #include "state/lists.h"
+#include "state/settings.h"
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
 
@@ -455,6 +456,37 @@ TEST_F(ScanTest, CoursesFollowTheRowThatMakesOne) {
   EXPECT_EQ(numsongs, 0);
   EXPECT_TRUE(CourseSongs.empty());
   EXPECT_EQ(log, (Texts{u"[UpdateCourseList]", u"1 course(s) has detected."}));
+}
+
+// --- the wide reading ---
+
+TEST_F(ScanTest, TheWideReadingFindsBmlToo) {
+  Chart(u"a.bms");
+  Chart(u"b.bml");
+  ScanFolder(Folder());
+  EXPECT_EQ(Found(), (Texts{u"a.bms"}));
+  WideCharts = true;
+  ScanFolder(Folder());
+  EXPECT_EQ(Found(), (Texts{u"a.bms", u"b.bml"}));
+}
+
+TEST_F(ScanTest, EachReadingHasListsOfItsOwn) {
+  WriteText(u"bms\\one\\a.bms", u"\n#TITLE A\n");  // line feeds alone
+  SearchIn(u"<CURRENTDIR>\\bms\\one\r\n");
+  EXPECT_TRUE(MakeBMSListFile(false));
+  const std::string classic = ReadBytes(DataPath(u"jukelist\\one.qbl"));
+  EXPECT_EQ(ReadListFile(classic).rows[0].title, u"");
+  WideCharts = true;
+  UpdateJukeList();
+  EXPECT_TRUE(Titles().empty());  // so that the start makes a list
+  EXPECT_TRUE(MakeBMSListFile(false));
+  EXPECT_EQ(Titles(), (Texts{u"one"}));
+  EXPECT_EQ(songList[0].path, DataPath(u"jukelist\\one.qwl"));
+  EXPECT_EQ(ReadListFile(ReadBytes(DataPath(u"jukelist\\one.qwl"))).rows[0].title, u"A");
+  EXPECT_EQ(ReadBytes(DataPath(u"jukelist\\one.qbl")), classic);
+  WideCharts = false;
+  UpdateJukeList();
+  EXPECT_EQ(songList[0].path, DataPath(u"jukelist\\one.qbl"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "base/hooks.h"
 #include "base/log.h"
+#include "base/paths.h"
 #include "platform/timers.h"
 #include "state/lists.h"
 #include "state/message.h"
@@ -224,6 +225,31 @@ TEST_F(PreviewTest, EmptyListIsNotPreviewed) {
   songList.clear();
   StartPreview();
   EXPECT_FALSE(Running());
+}
+
+TEST_F(PreviewTest, AWideChartMayNameItsPreview) {
+  const Text chart =
+      u"\r\n#PREVIEW c.wav\r\n#BPM 1250\r\n#WAV01 a.wav\r\n#WAV03 b.wav\r\n#00111:0103\r\n#00211:01\r\n";
+  songList[0].path = WriteText(u"song\\b.bms", chart);
+  WideCharts = true;
+  StartPreview();
+  EXPECT_TRUE(Running());
+  EXPECT_EQ(GetFileName(WavHeldName[1]), u"c.wav");
+  EXPECT_EQ(objCount, 2);
+  EXPECT_EQ(playPos, 0);
+  Tick(19);
+  EXPECT_TRUE(Running());
+  Tick(40);  // the sound of 20 ms has ended
+  EXPECT_FALSE(Running());
+}
+
+TEST_F(PreviewTest, APreviewThatIsMissingLeavesTheChart) {
+  songList[0].path = WriteText(u"song\\b.bms", u"\r\n#PREVIEW none.wav\r\n#WAV01 a.wav\r\n#00111:01\r\n");
+  WideCharts = true;
+  StartPreview();
+  EXPECT_TRUE(Running());
+  EXPECT_EQ(GetFileName(WavHeldName[1]), u"a.wav");
+  EXPECT_EQ(playPos, 192);
 }
 
 }  // namespace

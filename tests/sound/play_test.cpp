@@ -12,6 +12,7 @@
 #include "state/settings.h"
 #include "state/timeline.h"
 #include "state/transcript.h"
+#include "state/wide_chart.h"
 #include "tests/sound/sound_test.h"
 #include "tests/support/allocations.h"
 
@@ -593,6 +594,16 @@ TEST_F(SoundStarts, APressTakesNoMemoryAndLogsNothing) {
   }
   EXPECT_EQ(Allocations(), before);
   EXPECT_TRUE(log.empty());
+}
+
+TEST_F(SoundStarts, TheVolumeOfTheChartIsAdded) {
+  LoadSound(1, u"a.wav", {10000});
+  ChartVolume = -602;
+  PlayWav(1, 0, 0);
+  EXPECT_EQ(Render(1), Samples({2812}));  // -11.02 dB
+  ChartVolume = 600;                      // no louder than the sample
+  PlayWav(1, 0, 0);
+  EXPECT_EQ(Render(1), Samples({10000}));
 }
 
 }  // namespace
