@@ -183,7 +183,13 @@ TEST_F(KillTest, StockOfAnInstalledGame) {
   for (int i = 0; i < Kills(); ++i) {
     fs::remove_all(data);
     Process program(command, environment);
-    std::this_thread::sleep_for(Microseconds(Draw(life)));
+    if (i % 2 == 0) {
+      std::this_thread::sleep_for(Microseconds(Draw(life)));
+    } else {
+      while (!fs::exists(data / "_qlmfiles/1") && program.Running()) {
+      }
+      std::this_thread::sleep_for(Microseconds(Draw(20'000)));
+    }
     program.Kill();
     program.Wait();
     parts += fs::exists(data / "_qlmfiles/1") && !fs::exists(data / "_qlmfiles/stock.txt") ? 1 : 0;
