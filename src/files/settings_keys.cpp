@@ -93,6 +93,7 @@ constexpr SettingKey kOwnKeys[] = {
     {u"quillmarch", u"NetPort", &NetPort, u"21520", u"21520"},
     {u"quillmarch", u"NetAddress", &NetAddress, u"", u""},
     {u"quillmarch", u"MenuLanguage", &MenuLanguage, u"", u""},
+    {u"quillmarch", u"WatchSkins", &WatchSkins, u"False", u"False"},
 };
 
 // A program's folder may have been moved since it wrote this path, with the skins in it.

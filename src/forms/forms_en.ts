@@ -324,6 +324,14 @@
         <translation>The skin that each mode of play loads. A change in a play (F9) is kept here.</translation>
     </message>
     <message>
+        <source>スキンのファイルが変わったら読み直す</source>
+        <translation>Read a skin anew when one of its files changes</translation>
+    </message>
+    <message>
+        <source>スキンを作る人のために、保存するたびに画面へ反映します。間違いは画面に行番号で示し、直るまで前のスキンのまま続けます。</source>
+        <translation>For authors of skins: what they save is on the screen at once. What is wrong stands there with its line, and the skin before stays until it is mended.</translation>
+    </message>
+    <message>
         <source>スクラッチ配置</source>
         <translation>Side of the turntable</translation>
     </message>

@@ -251,6 +251,10 @@ QWidget* MakeSkinPanel(Controls& controls) {
   rows.Add(
       controls.Note("それぞれの時にロードするスキンを割り当てます。なお、プレイ中に変更(F9キー)した場合は"
                     "そのファイル名が保存されます。"));
+  rows.Add(
+      controls.Tick("chkWatchSkins", WatchSkins, "スキンのファイルが変わったら読み直す",
+                    "スキンを作る人のために、保存するたびに画面へ反映します。間違いは画面に行番号で示し、"
+                    "直るまで前のスキンのまま続けます。"));
   QGroupBox* const turntables = controls.Group("スクラッチ配置");
   Rows sides(turntables);
   sides.LeaveRoom();

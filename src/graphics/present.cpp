@@ -11,6 +11,7 @@
 #include "graphics/bitmaps.h"
 #include "graphics/draw.h"
 #include "graphics/flip_wait.h"
+#include "graphics/skin_watch.h"
 #include "input/input.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -160,6 +161,7 @@ void PresentFrame(bool noWait, bool quiet) {
     DrawFrameRate();
   }
   if (Debug) DrawMemory();
+  if (WatchSkins) DrawSkinTrouble();
   const bool waits = !noWait && !NOVSync;
   DoEvents();
   Rest(waits);
@@ -167,6 +169,7 @@ void PresentFrame(bool noWait, bool quiet) {
   ReadJoysticks();
   CountFrame();
   if (DDBack) DDBack->Fill(FullRect, 0);
+  if (WatchSkins) FollowSkin();
 }
 
 // Quirk: a setting above 100 is kept and counts as 100. With one of hours the boot would not end, and a play

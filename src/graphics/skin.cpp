@@ -11,6 +11,7 @@
 #include "graphics/skin_directives.h"
 #include "graphics/skin_lines.h"
 #include "graphics/skin_list.h"
+#include "graphics/skin_watch.h"
 #include "platform/files.h"
 #include "state/chart.h"
 #include "state/settings.h"
@@ -75,7 +76,7 @@ void loadSkin(TextView path, bool keep, SkinReport* report) {
     DebugLog(u"SKIN NOT EXIST!");
     return;
   }
-  ReadSkinFile(path, report);
+  ReadSkinFile(path, report == nullptr && WatchSkins ? NewWatchedReport() : report);
   ListLines();
   CountTitleChars();
   SkinPath = path;

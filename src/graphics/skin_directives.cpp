@@ -50,13 +50,10 @@ void ReadSided(SkinReading& in, BySide<SkinPos>& table, SkinPart part, AtEdge at
 
 // The pictures.
 
-// A name with a drive stands as it is.
-Text PicturePath(TextView name) { return name.find(u':') == TextView::npos ? DataPath(name) : Text(name); }
-
 // Without a display there is nowhere to load it to.
 void LoadPicture(SkinReading& in, TextView name, SurfacePtr& surface) {
   if (!displayOpen) return;
-  const Text path = PicturePath(name);
+  const Text path = SkinPicturePath(name);
   Rect rect;
   LoadAnyBitmap(path, surface, rect);
   if (surface != nullptr || in.Report() == nullptr) return;
@@ -507,6 +504,10 @@ void ReadSkinLine(SkinReading& in) {
 }
 
 }  // namespace
+
+Text SkinPicturePath(TextView name) {
+  return name.find(u':') == TextView::npos ? DataPath(name) : Text(name);
+}
 
 void ReadSkin(std::string_view bytes, SkinReport* report) {
   SkinReading in(report);

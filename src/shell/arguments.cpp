@@ -109,6 +109,9 @@ platform::Program GameProgram() {
   program.options.push_back(
       {.name = "--window",
        .help = "this time in a window of twice the size, where the desktop has room for it"});
+  program.options.push_back(
+      {.name = "--watch",
+       .help = "this time reads a skin anew when one of its files changes, for its author"});
   program.options.push_back({.name = "--set",
                              .value = "NAME=VALUE",
                              .help = "a setting by its name in qlm_conf.ini, or a play option: Hidden,\n"
@@ -139,6 +142,7 @@ Launch ReadArguments(std::span<const std::string> arguments) {
   launch.wide = read.values.contains("--wide");
   launch.host = read.values.contains("--host");
   launch.window = read.values.contains("--window");
+  launch.watch = read.values.contains("--watch");
   launch.connect = LastValue(read, "--connect");
   launch.open = platform::DecodeUtf8(LastValue(read, "--open"));
   if (const auto settings = read.values.find("--set"); settings != read.values.end()) {

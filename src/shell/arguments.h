@@ -15,6 +15,7 @@ struct Launch {
   bool once = false;           // --once: the program ends behind the charts of the command line
   bool scan = false;           // --scan: charts are searched for anew
   bool window = false;         // --window: in a window of twice the size, where the desktop has room
+  bool watch = false;          // --watch: skins are read anew when their files change
   Text open;                   // --open: the list opens on this jukebox; empty for the list of jukeboxes
   bool noMenu = false;         // --no-menu: the game starts without its startup menu
   bool host = false;           // --host: a battle's session is opened

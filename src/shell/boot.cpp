@@ -217,6 +217,7 @@ int Main(const Launch& launch) {
   if (launch.demo) UseThisRun(DEMOMode, true);
   if (launch.window) PlayInWindow();
   if (launch.wide) UseThisRun(WideCharts, true);
+  if (launch.watch) UseThisRun(WatchSkins, true);
   ConnectHooks();
   platform::OnDisplayGone(SaveWithoutDisplay);
   platform::EndOnHangup();

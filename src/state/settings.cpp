@@ -21,6 +21,7 @@ void ResetSettings() {
   Scaling = 0;
   LoadBudget = 0;
   WideCharts = false;
+  WatchSkins = false;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
   SoundBlock = 256;
   LateBlocks = 0;

@@ -1,40 +1,26 @@
 // Start values of the skin.
 #include "state/skin.h"
 
+#include <tuple>
+
 namespace qlm {
+namespace {
+
+template <typename References>
+struct ValuesOf;
+template <typename... Ts>
+struct ValuesOf<std::tuple<Ts&...>> {
+  using Type = std::tuple<Ts...>;
+};
+template <typename References>
+using Values = typename ValuesOf<References>::Type;
+
+}  // namespace
 
 void ClearSkinTables() {
-  Clip.Clear();
-  ClipList = {};
-  Number.Clear();
-  NoteSkin.Clear();
-  LayerClip.Clear();
-  LayerX.Clear();
-  LayerY.Clear();
-  LayerWide.Clear();
-  LayerList = {};
-  ScoreCountPos = {};
-  JudgePos = {};
-  JudgeLinePos = {};
-  BombPos = {};
-  LinePos = {};
-  LineList = {};
-  KeyPos = {};
-  BlinkPos = {};
-  ClassPos = {};
-  LenPos = {};
-  LenUsed = {};
-  ScorePos = JPointPos = MaxPos = {};
-  GaugeNumPos = GaugePos = GaugeBackPos = ExGaugePos = ExGaugeBackPos = {};
-  FanPos = {};
-  OptionPos = {};
-  JudgeY = 480;
-  GaugeStep = 0;
-  BpmPos = PlayPos1 = PlayFullPos = CountPos = StagePos = FpsPos = {};
-  ComboNumber = 0;
-  TitleRect = {};
-  BgaRect = {};
-  NoMissClip = MaxComboClip = PressureClip = ComboGraphClip = ComboGraphBackClip = 0;
+  constexpr int16_t kLowestLine = 480;
+  SkinTables() = Values<decltype(SkinTables())>();
+  JudgeY = kLowestLine;
 }
 
 void ResetSkin() {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <tuple>
 #include <vector>
 
 #include "base/table.h"
@@ -151,6 +152,15 @@ inline int16_t SkinIndex = 0;            // its place in skinList
 inline std::array<Text, 3> SkinMapPath;  // 1P, 2P, DP; kept in the settings file
 inline std::array<int16_t, 3> SkinMapIndex{};
 
+// The tables above, all of which a load of a skin writes.
+inline auto SkinTables() {
+  return std::tie(Clip, ClipList, Number, NoteSkin, LayerClip, LayerX, LayerY, LayerWide, LayerList,
+                  ScoreCountPos, JudgePos, JudgeLinePos, BombPos, LinePos, LineList, KeyPos, BlinkPos,
+                  ClassPos, LenPos, LenUsed, ScorePos, JPointPos, MaxPos, GaugeNumPos, GaugePos, GaugeBackPos,
+                  ExGaugePos, ExGaugeBackPos, FanPos, OptionPos, JudgeY, GaugeStep, BpmPos, PlayPos1,
+                  PlayFullPos, CountPos, StagePos, FpsPos, ComboNumber, TitleRect, BgaRect, NoMissClip,
+                  MaxComboClip, PressureClip, ComboGraphClip, ComboGraphBackClip);
+}
 // What a load of a skin clears.
 void ClearSkinTables();
 void ResetSkin();

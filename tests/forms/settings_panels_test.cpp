@@ -46,6 +46,10 @@ const TickCase kTicks[] = {
      "クリアした曲はリストで文字色が変わります。但し仮実装"},
     {"chkDebugDisp", &Debug, "Debug", ""},
     {"chkHalfsize", &Halfsize, "ハーフ(奇)", ""},
+    {"chkWatchSkins", &WatchSkins, "スキンのファイルが変わったら読み直す",
+     "スキンを作る人のために、保存するたびに画面へ反映します。間違いは画面に行番号で示し、直るまで前のスキン"
+     "のまま"
+     "続けます。"},
     {"chkWindowed", &Windowed, "Windowモード(同時にDirectBltをチェックすべし)", ""},
 };
 

@@ -60,6 +60,8 @@ TEST_F(CommandLineTest, DoubleDashWordsAreTakenOut) {
   EXPECT_EQ(launch.open, u"");
   EXPECT_TRUE(ReadArguments(std::vector<std::string>{"--no-menu"}).noMenu);
   EXPECT_TRUE(ReadArguments(std::vector<std::string>{"--window"}).window);
+  EXPECT_FALSE(launch.watch);
+  EXPECT_TRUE(ReadArguments(std::vector<std::string>{"--watch"}).watch);
   EXPECT_EQ(ReadArguments(std::vector<std::string>{"--open", "曲"}).open, u"曲");
   EXPECT_EQ(launch.answer, "");
   EXPECT_EQ(launch.wrong, "");

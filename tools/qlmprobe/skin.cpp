@@ -2,6 +2,7 @@
 #include "graphics/skin.h"
 #include "graphics/clips.h"
 #include "graphics/display.h"
+#include "graphics/skin_check.h"
 #include "graphics/skin_report.h"
 #include "state/chart.h"
 #include "state/settings.h"
@@ -9,7 +10,6 @@
 #include "state/surfaces.h"
 #include "tools/qlmprobe/commands.h"
 #include "tools/qlmprobe/engine.h"
-#include "tools/qlmprobe/skin_check.h"
 
 namespace probe {
 namespace {

@@ -1,5 +1,5 @@
 // Checks of a skin that has been read: what its lines name, and where they put it.
-#include "tools/qlmprobe/skin_check.h"
+#include "graphics/skin_check.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,16 +8,8 @@
 #include "state/skin.h"
 #include "state/surfaces.h"
 
-namespace probe {
+namespace qlm {
 namespace {
-
-using qlm::AtEdge;
-using qlm::Join;
-using qlm::Rect;
-using qlm::SkinPart;
-using qlm::SkinReport;
-using qlm::Text;
-using qlm::TextView;
 
 // The area on which the pictures of a chart are composed, whatever a skin asks for.
 constexpr int32_t kBgaSide = 256;
@@ -26,7 +18,7 @@ constexpr int32_t kFirstCode = 33;
 constexpr int32_t kLastCode = 126;
 
 Text TwoDigits(int64_t number) {
-  const Text hex = qlm::Hex(static_cast<uint32_t>(number));
+  const Text hex = Hex(static_cast<uint32_t>(number));
   return hex.size() < 2 ? Join(u"0", hex) : hex;
 }
 
@@ -56,35 +48,35 @@ class Checker {
   }
 
   void CheckClips() {
-    for (int64_t n = 0; n <= qlm::Clip.kLast; ++n) {
-      const qlm::SkinClip& clip = qlm::Clip[n];
+    for (int64_t n = 0; n <= Clip.kLast; ++n) {
+      const SkinClip& clip = Clip[n];
       const int32_t line = LineOf(&clip);
       if (line == 0) continue;
       if (clip.width < 1 || clip.height < 1) {
         Add(line, u"a clip of ", clip.width, u" by ", clip.height, u" pixels shows nothing");
         continue;
       }
-      const qlm::SurfacePtr& sheet = qlm::SkinFile[clip.file];
+      const SurfacePtr& sheet = SkinFile[clip.file];
       if (!sheet) continue;
       int64_t frame = 0;
-      while (frame < clip.frames && Inside(*qlm::FrameOf(clip, frame), sheet->Bounds())) ++frame;
+      while (frame < clip.frames && Inside(*FrameOf(clip, frame), sheet->Bounds())) ++frame;
       if (frame == clip.frames) continue;
-      Add(line, u"frame ", frame, u", ", Sides(*qlm::FrameOf(clip, frame)), u", lies outside its picture of ",
+      Add(line, u"frame ", frame, u", ", Sides(*FrameOf(clip, frame)), u", lies outside its picture of ",
           sheet->Width(), u" by ", sheet->Height(), u" pixels and is not drawn");
     }
   }
 
   void CheckNumbers() {
-    for (int64_t n = 0; n <= qlm::Number.kLast; ++n) {
-      const qlm::SkinNumber& number = qlm::Number[n];
+    for (int64_t n = 0; n <= Number.kLast; ++n) {
+      const SkinNumber& number = Number[n];
       const int32_t line = LineOf(&number);
       if (line == 0) continue;
       if (number.width < 1 || number.height < 1) {
         Add(line, u"digits of ", number.width, u" by ", number.height, u" pixels show nothing");
         continue;
       }
-      const qlm::SurfacePtr& sheet = qlm::SkinFile[number.file];
-      for (size_t glyph = 0; sheet && glyph < qlm::kGlyphs; ++glyph) {
+      const SurfacePtr& sheet = SkinFile[number.file];
+      for (size_t glyph = 0; sheet && glyph < kGlyphs; ++glyph) {
         const Rect& rect = number.rects[glyph];
         if (Inside(rect, sheet->Bounds())) continue;
         Add(line, u"glyph ", static_cast<int64_t>(glyph), u", ", Sides(rect),
@@ -96,12 +88,12 @@ class Checker {
   }
 
   void CheckFont() {
-    const int32_t line = LineOf(&qlm::SysFont);
-    const qlm::SurfacePtr& sheet = qlm::SkinFile[1];
+    const int32_t line = LineOf(&SysFont);
+    const SurfacePtr& sheet = SkinFile[1];
     if (line == 0) return;
-    if (qlm::SysFontW == 0 || qlm::SysFontH == 0) return Add(line, u"cells without a size show nothing");
+    if (SysFontW == 0 || SysFontH == 0) return Add(line, u"cells without a size show nothing");
     for (int32_t code = kFirstCode; sheet && code <= kLastCode; ++code) {
-      const Rect& cell = qlm::SysFont[code - 32];
+      const Rect& cell = SysFont[code - 32];
       if (Inside(cell, sheet->Bounds())) continue;
       const Text letter(1, static_cast<char16_t>(code));
       return Add(line, u"the cell of ", letter, u", ", Sides(cell), u", lies outside its picture of ",
@@ -110,9 +102,9 @@ class Checker {
   }
 
   void CheckBackground() {
-    const qlm::SurfacePtr& picture = qlm::DDSkinBack;
+    const SurfacePtr& picture = DDSkinBack;
     if (!picture || (picture->Width() >= 640 && picture->Height() >= 480)) return;
-    Add(LineOf(&qlm::DDSkinBack), u"a background of ", picture->Width(), u" by ", picture->Height(),
+    Add(LineOf(&DDSkinBack), u"a background of ", picture->Width(), u" by ", picture->Height(),
         u" pixels is not drawn: it must have 640 by 480");
   }
 
@@ -120,8 +112,8 @@ class Checker {
     for (const SkinReport::Place& place : report_.places) {
       if (!IsSet(place.part, place.index)) continue;
       const bool number = place.part == SkinPart::kNumber;
-      const int64_t width = number ? qlm::Number[place.index].width : qlm::Clip[place.index].width;
-      const int64_t height = number ? qlm::Number[place.index].height : qlm::Clip[place.index].height;
+      const int64_t width = number ? Number[place.index].width : Clip[place.index].width;
+      const int64_t height = number ? Number[place.index].height : Clip[place.index].height;
       const int64_t right = place.x + width;
       const int64_t bottom = place.y + height;
       if (width < 1 || height < 1) continue;
@@ -136,10 +128,10 @@ class Checker {
   }
 
   void CheckValues() {
-    if (qlm::JudgeY < 1 || qlm::JudgeY > 480) {
-      Add(LineOf(&qlm::JudgeY), u"notes are judged off the screen, at y ", qlm::JudgeY);
+    if (JudgeY < 1 || JudgeY > 480) {
+      Add(LineOf(&JudgeY), u"notes are judged off the screen, at y ", JudgeY);
     }
-    for (const Rect& bga : qlm::BgaRect) {
+    for (const Rect& bga : BgaRect) {
       const int32_t line = LineOf(&bga);
       if (line == 0) continue;
       if (bga.right > kBgaSide || bga.bottom > kBgaSide) {
@@ -176,8 +168,8 @@ class Checker {
   bool IsSet(SkinPart part, int64_t index) const {
     switch (part) {
       case SkinPart::kSheet: return report_.files.contains(index);
-      case SkinPart::kClip: return qlm::Clip.Holds(index) && LineOf(&qlm::Clip[index]) != 0;
-      case SkinPart::kNumber: return qlm::Number.Holds(index) && LineOf(&qlm::Number[index]) != 0;
+      case SkinPart::kClip: return Clip.Holds(index) && LineOf(&Clip[index]) != 0;
+      case SkinPart::kNumber: return Number.Holds(index) && LineOf(&Number[index]) != 0;
     }
     return false;
   }
@@ -204,4 +196,4 @@ std::vector<SkinReport::Remark> CheckSkin(const SkinReport& report) {
   return checker.Finish();
 }
 
-}  // namespace probe
+}  // namespace qlm

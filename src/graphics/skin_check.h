@@ -5,10 +5,10 @@
 
 #include "graphics/skin_report.h"
 
-namespace probe {
+namespace qlm {
 
 // The remarks of the reading and those on the skin as a whole, which stands loaded, by line. Each ends in the
 // line's text.
-std::vector<qlm::SkinReport::Remark> CheckSkin(const qlm::SkinReport& report);
+std::vector<SkinReport::Remark> CheckSkin(const SkinReport& report);
 
-}  // namespace probe
+}  // namespace qlm
