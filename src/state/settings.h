@@ -68,7 +68,7 @@ inline int32_t NetPort = 21520;  // of a battle's session; 1 to 65535
 inline Text NetAddress;  // HOST or HOST:PORT of the session to join; empty: the local network is asked
 
 inline bool WatchSkins = false;  // a skin is read anew when one of its files changes
-inline Text brd;  // skin of the screens outside a play, with its full path
+inline Text brd;                 // skin of the screens outside a play, with its full path
 
 void ResetSettings();
 

@@ -72,7 +72,7 @@ TEST_F(LibraryTest, AChartThatBringsItsProcessDownIsNamedAndTheOthersAreChecked)
   WriteData(u"lib\\b.bms", endless);
   Good("lib/c.bms");
   const ProcessResult result =
-      qlm::Run({"sh", "-c", "ulimit -t 1; exec " QLM_BINARY_DIR "/qlmprobe library " + At("lib")});
+      qlm::Run({"sh", "-c", "ulimit -S -t 1; exec " QLM_BINARY_DIR "/qlmprobe library " + At("lib")});
   EXPECT_EQ(result.output,
             Line("lib/a.bms", "\"state\": \"clean\"") +
                 Line("lib/b.bms", "\"state\": \"crashed\", \"signal\": 24") +
