@@ -18,6 +18,10 @@
 #include "sound/slots.h"
 #include "state/chart.h"
 #include "state/options.h"
+#include "state/settings.h"
+#include "state/slots.h"
+#include "state/sounds.h"
+#include "tools/media_files/encoded.h"
 #include "tools/media_files/wav.h"
 
 namespace {
@@ -117,6 +121,87 @@ void ReadMp3Chart(benchmark::State& state) {
   ReadChartOf(state, game, bytes, u".mp3");
 }
 BENCHMARK(ReadMp3Chart)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// A sound as keys have them: it begins at once and dies away, bright and a little rough.
+std::vector<float> Struck(uint32_t frames) {
+  std::vector<float> samples;
+  uint32_t noise = 1;
+  for (uint32_t i = 0; i < frames; ++i) {
+    noise = noise * 1664525 + 1013904223;
+    const double fade = std::exp(-3.0 * i / frames);
+    const double tone = 0.3 * std::sin(0.00001 * i * i) + 0.2 * std::sin(0.05 * i) +
+                        static_cast<int16_t>(noise >> 16) / 32768.0 / 8;
+    samples.push_back(static_cast<float>(fade * tone));
+    samples.push_back(static_cast<float>(fade * tone * 0.8));
+  }
+  return samples;
+}
+
+constexpr int32_t kSoundsOfToday = 1300;
+
+// A folder as charts of today have it: 1,300 sounds, as .wav in the chart and as Ogg Vorbis beside it, 50 MB
+// in stereo. The argument is the encoder's quality in tenths; the sounds are as long as the bytes allow, a
+// fifth of them very short, some long.
+class FolderOfToday {
+ public:
+  FolderOfToday(const BenchGame& game, int64_t quality) {
+    constexpr double kBytes = 50e6;
+    constexpr double kLengths[] = {0.2, 0.6, 0.8, 1.0, 1.2, 0.2, 0.7, 1.0, 1.5, 2.8};
+    std::vector<std::string> files;
+    for (double scale = 1; files.empty(); scale *= kBytes / bytes) {
+      bytes = 0;
+      for (const double length : kLengths) {
+        const auto frames = static_cast<uint32_t>(44100 * 1.7 * scale * length);
+        files.push_back(media::EncodedSound(media::Coding::kVorbis, Struck(frames), 2, 44100,
+                                            static_cast<double>(quality) / 10));
+        bytes += static_cast<double>(files.back().size()) * kSoundsOfToday / std::size(kLengths);
+        seconds += 1.7 * scale * length * kSoundsOfToday / std::size(kLengths);
+      }
+      if (std::abs(bytes - kBytes) < kBytes / 200) break;
+      files.clear();
+      seconds = 0;
+    }
+    SlotBase = 62;
+    Text lines = u"\r\n#BASE 62";
+    for (int32_t slot = 1; slot <= kSoundsOfToday; ++slot) {
+      game.WriteData(Join(u"song\\sound", slot, u".ogg"), files[static_cast<size_t>(slot) % files.size()]);
+      lines += Join(u"\r\n#WAV", SlotName(slot), u" sound", slot, u".wav");
+    }
+    chart = game.WriteData(u"song\\chart.bms", platform::EncodeUtf8(lines));
+  }
+
+  Text chart;
+  double bytes = 0;
+  double seconds = 0;
+};
+
+void ReadFolderOfToday(benchmark::State& state) {
+  const BenchGame game;
+  const FolderOfToday folder(game, state.range(0));
+  RealHiSpeed = 1;
+  WideCharts = true;
+  platform::OpenSoundDevice(platform::SoundOutput::kOffline);
+  // The folder has stood unchanged for a while, as a chart's has.
+  std::this_thread::sleep_for(std::chrono::seconds(4));
+  for (auto _ : state) {
+    ReleaseAllSounds();
+    BMSInit();
+    BMSRead(folder.chart);
+  }
+  if (WavBuffer.Find(kSoundsOfToday) == nullptr || WavBuffer[kSoundsOfToday] == nullptr)
+    state.SkipWithError("not all sounds were loaded");
+  state.counters["MB"] = folder.bytes / 1e6;
+  state.counters["seconds of sound"] = folder.seconds;
+  state.counters["MiB in memory"] = static_cast<double>(platform::SoundBytesHeld()) / (1 << 20);
+  ReleaseAllSounds();
+  platform::CloseSoundDevice();
+}
+BENCHMARK(ReadFolderOfToday)
+    ->Arg(4)
+    ->Arg(6)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
 
 void Reload(benchmark::State& state) {
   const BenchGame game;

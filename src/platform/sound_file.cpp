@@ -60,13 +60,20 @@ struct Close {
 };
 using File = std::unique_ptr<SNDFILE, Close>;
 
-// A sample of -1 to 1 in 16 bits, by the sum with a number so large that no bits stay behind the point. What
+// A sample of -1 to 1 in 16 bits: cut by its bits, since comparisons of floats keep the compiler from working
+// on many at a time, and rounded by the sum with a number so large that no bits stay behind the point. What
 // is no number is silence.
 int16_t Sample16(float sample) {
+  constexpr uint32_t kSign = 0x80000000;
+  constexpr uint32_t kEndless = 0x7F800000;
   constexpr float kRounder = 12582912.0F;  // 1.5 * 2^23
-  const float number = sample == sample ? sample : 0.0F;
-  const float held = std::min(std::max(number * 32768.0F, -32768.0F), 32767.0F);
-  return static_cast<int16_t>(std::bit_cast<int32_t>(held + kRounder) - std::bit_cast<int32_t>(kRounder));
+  const auto bits = std::bit_cast<uint32_t>(sample);
+  uint32_t size = bits & ~kSign;
+  size = size > kEndless ? 0 : size;
+  size = std::min(size, std::bit_cast<uint32_t>(1.0F));
+  const float held = std::bit_cast<float>(size | (bits & kSign));
+  const int32_t whole = std::bit_cast<int32_t>(held * 32768.0F + kRounder) - std::bit_cast<int32_t>(kRounder);
+  return static_cast<int16_t>(std::min(whole, 32767));
 }
 
 // Through a piece of whole samples, which the compiler works on many at a time.
