@@ -131,9 +131,11 @@ std::vector<Text> SearchFiles(TextView folder, TextView patterns) {
   return library.foundFiles;
 }
 
+TextView ChartPatterns() { return WideCharts ? u"*.bms;*.bme;*.bml" : u"*.bms;*.bme"; }
+
 void ScanFolder(TextView folder) {
   const Running running;
-  for (const Text& path : SearchFiles(folder, WideCharts ? u"*.bms;*.bme;*.bml" : u"*.bms;*.bme")) {
+  for (const Text& path : SearchFiles(folder, ChartPatterns())) {
     if (library.scanStopped) break;
     AddSong(path);
     PumpSearch();

@@ -15,6 +15,8 @@ void FindFiles(TextView folder, TextView patterns, bool recurse);
 // The same for a list of its own, with the folders in it.
 std::vector<Text> SearchFiles(TextView folder, TextView patterns);
 
+// What charts are called: two patterns, and one more in the wide reading.
+TextView ChartPatterns();
 // Appends all charts of a folder and of those in it to the active list. Events run meanwhile.
 void ScanFolder(TextView folder);
 

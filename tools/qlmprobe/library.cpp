@@ -15,7 +15,6 @@
 #include "platform/files.h"
 #include "platform/text.h"
 #include "state/lists.h"
-#include "state/settings.h"
 #include "tools/qlmprobe/check_facts.h"
 #include "tools/qlmprobe/commands.h"
 #include "tools/qlmprobe/engine.h"
@@ -77,10 +76,9 @@ std::string Crashed(const Text& path, int signal) {
 std::vector<Text> FindCharts(const std::vector<std::string>& folders) {
   qlm::hooks.unreadable = [](TextView path, TextView why) { unreadable.emplace_back(path, why); };
   qlm::library.scanNoLimit = true;
-  const TextView patterns = qlm::WideCharts ? u"*.bms;*.bme;*.bml" : u"*.bms;*.bme";
   std::vector<Text> charts;
   for (const std::string& folder : folders) {
-    const std::vector<Text> found = qlm::SearchFiles(GamePath(folder), patterns);
+    const std::vector<Text> found = qlm::SearchFiles(GamePath(folder), qlm::ChartPatterns());
     charts.insert(charts.end(), found.begin(), found.end());
   }
   qlm::hooks.unreadable = nullptr;
