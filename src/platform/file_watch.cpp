@@ -65,9 +65,10 @@ bool FileWatch::Changed() {
       // Some were lost, and any file may be among them.
       if ((event.mask & IN_Q_OVERFLOW) != 0) changed = true;
       const std::u16string folded = FoldName(DecodeUtf8(name));
-      changed = changed || std::any_of(files_.begin(), files_.end(), [&](const Followed& file) {
-                  return file.folder == event.wd && file.name == folded;
-                });
+      changed =
+          changed || std::any_of(files_.begin(), files_.end(), [&, folder = event.wd](const Followed& file) {
+            return file.folder == folder && file.name == folded;
+          });
     }
   }
 }
