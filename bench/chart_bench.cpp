@@ -1,4 +1,4 @@
-// Reading and preparing of charts: an ASCII one and one full of Shift-JIS, both written here.
+// Reading and preparing of charts: an ASCII one and one full of Shift-JIS and one of today, all written here.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -86,6 +86,42 @@ void Read(benchmark::State& state, const std::string& chart) {
 void ReadAscii(benchmark::State& state) { Read(state, AsciiChart()); }
 void ReadShiftJis(benchmark::State& state) { Read(state, ShiftJisChart()); }
 
+// 70,000 notes as charts of today have them: sounds of base 36, stops, tempi by table, long notes, UTF-8 text
+// and bare line feeds.
+std::string WideChart() {
+  constexpr TextView kDigits = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  const auto slot = [&](int value) {
+    return Text{kDigits[static_cast<size_t>(value / 36)], kDigits[static_cast<size_t>(value % 36)]};
+  };
+  Text chart =
+      u"#PLAYER 1\n#TITLE 春の海\n#SUBTITLE ~remix~\n#BPM 150\n#LNOBJ ZZ\n#STOP01 24\n#BPM0Z 172.5\n";
+  for (int value = 1; value < 1295; ++value) {
+    chart += Join(u"#WAV", slot(value), u" 太鼓_", slot(value), u".wav\n");
+  }
+  for (int measure = 0; measure < 500; ++measure) {
+    const auto line = [&](TextView channel, int cells, auto cell) {
+      chart += Join(u"#", Padded(measure, 3), channel, u":");
+      for (int j = 0; j < cells; ++j) chart += cell(j);
+      chart += u"\n";
+    };
+    for (const TextView channel : {u"11", u"12", u"13", u"14", u"15", u"16", u"18", u"19"}) {
+      line(channel, 16, [&](int j) { return slot((measure + j * 7) % 1294 + 1); });
+    }
+    for (const TextView channel : {u"51", u"52"}) {
+      line(channel, 12, [&](int j) { return slot(j + 1); });
+    }
+    if (measure % 8 == 0) line(u"09", 1, [](int) { return Text(u"01"); });
+    if (measure % 8 == 4) line(u"08", 1, [](int) { return Text(u"0Z"); });
+  }
+  return platform::EncodeUtf8(chart);
+}
+
+void ReadWide(benchmark::State& state) {
+  WideCharts = true;
+  Read(state, WideChart());
+  WideCharts = false;
+}
+
 void ReadHeaderShiftJis(benchmark::State& state) {
   const Ground ground;
   const std::string chart = ShiftJisChart();
@@ -118,6 +154,7 @@ void Prepare(benchmark::State& state) {
 
 BENCHMARK(ReadAscii)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadShiftJis)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadWide)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadHeaderShiftJis)->Unit(benchmark::kMillisecond);
 BENCHMARK(Prepare)->Unit(benchmark::kMillisecond);
 

@@ -1,4 +1,4 @@
-// Reads and prepares any bytes as a chart.
+// Reads and prepares any bytes as a chart, in both readings.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -12,12 +12,32 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
 
 void Check(bool holds) {
   if (!holds) __builtin_trap();
+}
+
+void ReadAndCheck(TextView path, std::string_view bytes) {
+  BMSInit();
+  BMSReadBytes(path, bytes);
+  BMSPrepare();
+
+  Check(objs.size() == static_cast<size_t>(numObjs) + 1);
+  Check(objCount >= 2 && keySoundCount >= 0);
+  Check(WideCharts || (LongNotes.empty() && Stops.empty()));
+  for (int32_t i = 0; i < objCount && i <= numObjs; ++i) {
+    const ChartObj& obj = objs[static_cast<size_t>(i)];
+    Check(obj.channel >= (WideCharts ? ObjLongNoteEnd : ObjSongChange) && obj.channel != 0);
+    Check(obj.channel <= 49 || (WideCharts && IsMine(obj.channel)));
+    Check(obj.tick >= 0 && obj.tick <= kMeasureUnits);
+  }
+  for (const LongNote& note : LongNotes) Check(note.head >= 0 && note.head < objCount);
+  for (size_t i = 1; i < Stops.size(); ++i)
+    Check(Stops[i].before == Stops[i - 1].before + Stops[i - 1].units);
 }
 
 void Run(std::string_view bytes) {
@@ -47,16 +67,9 @@ void Run(std::string_view bytes) {
   BMSPrepare(&report);
   for (const ChartFinding& found : report.findings) Check(found.line >= 1);
 
-  BMSInit();
-  BMSReadBytes(kPath, bytes);
-  BMSPrepare();
-
-  Check(objs.size() == static_cast<size_t>(numObjs) + 1);
-  Check(objCount >= 2 && keySoundCount >= 0);
-  for (int32_t i = 0; i < objCount && i <= numObjs; ++i) {
-    const ChartObj& obj = objs[static_cast<size_t>(i)];
-    Check(obj.channel >= ObjSongChange && obj.channel <= 49 && obj.channel != 0);
-    Check(obj.tick >= 0 && obj.tick <= kMeasureUnits);
+  for (const bool wide : {true, false}) {
+    WideCharts = wide;
+    ReadAndCheck(kPath, bytes);
   }
 }
 

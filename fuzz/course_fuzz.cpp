@@ -17,6 +17,7 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
@@ -56,6 +57,25 @@ void AddSong(const Folder& folder, std::string_view bytes) {
   CourseSongs.push_back(song);
 }
 
+void LoadAndCheck() {
+  BMSLoadCourse();
+
+  Check(CourseMode && objs.size() == static_cast<size_t>(numObjs) + 1);
+  Check(shortageRaised || (CourseSong == 0 && BasePos == 0));
+  int32_t songs = 0;
+  for (int32_t i = 0; i < objCount && i <= numObjs; ++i) {
+    const ChartObj& obj = objs[static_cast<size_t>(i)];
+    Check(obj.channel >= (WideCharts ? ObjLongNoteEnd : ObjSongChange) && obj.channel != 0);
+    Check(obj.channel <= 49 || (WideCharts && IsMine(obj.channel)));
+    Check(obj.tick >= 0 && obj.tick <= kMeasureUnits);
+    if (obj.channel != ObjSongChange) continue;
+    ++songs;
+    Check(obj.value >= 0 && obj.value < numsongs);
+  }
+  // Without a shortage each song has its marker.
+  Check(shortageRaised || songs == numsongs);
+}
+
 void Run(std::string_view bytes) {
   static const Folder folder;
   platform::UseVirtualClock(1'000'000);
@@ -81,21 +101,10 @@ void Run(std::string_view bytes) {
     bytes.remove_prefix(cut + 1);
   }
   numsongs = static_cast<uint8_t>(CourseSongs.size());
-  BMSLoadCourse();
-
-  Check(CourseMode && objs.size() == static_cast<size_t>(numObjs) + 1);
-  Check(shortageRaised || (CourseSong == 0 && BasePos == 0));
-  int32_t songs = 0;
-  for (int32_t i = 0; i < objCount && i <= numObjs; ++i) {
-    const ChartObj& obj = objs[static_cast<size_t>(i)];
-    Check(obj.channel >= ObjSongChange && obj.channel <= 49 && obj.channel != 0);
-    Check(obj.tick >= 0 && obj.tick <= kMeasureUnits);
-    if (obj.channel != ObjSongChange) continue;
-    ++songs;
-    Check(obj.value >= 0 && obj.value < numsongs);
+  for (const bool wide : {true, false}) {
+    WideCharts = wide;
+    LoadAndCheck();
   }
-  // Without a shortage each song has its marker.
-  Check(shortageRaised || songs == numsongs);
 }
 
 }  // namespace

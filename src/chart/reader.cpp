@@ -158,7 +158,7 @@ bool LineReader::ReadLines(TextView text) {
     place = FindCommand(text, end);
   }
   if (report_ != nullptr) report_->EndOfLines();
-  if (wide_) wide_->End(folder_, firstObj);
+  if (wide_) platform::WithinMemory([&] { wide_->End(folder_, firstObj); });
   return true;
 }
 

@@ -8,11 +8,14 @@
 
 #include "base/log.h"
 #include "base/numbers.h"
+#include "base/paths.h"
 #include "base/rnd.h"
 #include "chart/reader.h"
 #include "platform/text.h"
+#include "sound/buffers.h"
 #include "sound/slots.h"
 #include "state/session.h"
+#include "state/settings.h"
 #include "state/slots.h"
 #include "state/sounds.h"
 #include "state/timeline.h"
@@ -417,7 +420,33 @@ void WideWalk::End() {
             [](const LongNote& a, const LongNote& b) { return a.head < b.head; });
 }
 
-// --- preview ---
+// --- song select ---
+
+bool WideWouldSound() {
+  constexpr size_t kAsked = 16;
+  if (WideCharts) return false;
+  std::vector<int32_t> used;
+  SlotTable<bool> seen;
+  for (int64_t i = 0; i < std::min<int64_t>(objCount, static_cast<int64_t>(objs.size())); ++i) {
+    const ChartObj& obj = objs[static_cast<size_t>(i)];
+    if (obj.channel != 1 && !IsNoteChannel(obj.channel)) continue;
+    const Text* const file = WavFile.Find(obj.value);
+    if (file == nullptr || file->empty() || !seen.Holds(obj.value)) continue;
+    if (!std::exchange(seen[obj.value], true)) used.push_back(obj.value);
+  }
+  const size_t asked = std::min(used.size(), kAsked);
+  size_t missing = 0, found = 0;
+  for (size_t i = 0; i < asked; ++i) {
+    Text file = WavFile[used[i * used.size() / asked]];
+    if (FileExists(file) || FileExists(WithExtension(file, u".mp3"))) continue;
+    ++missing;
+    WideCharts = true;
+    FindWideSound(file);
+    WideCharts = false;
+    if (FileExists(file)) ++found;
+  }
+  return missing * 2 > asked && found > 0;
+}
 
 bool TakeWidePreview() {
   if (HdrPreview.empty() || objs.size() < 2 || !(HdrBPM > 0)) return false;

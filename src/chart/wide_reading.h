@@ -152,6 +152,11 @@ int32_t VolumeOf(int32_t percent);
 // A slot of BpmTable of its own for a tempo of a course, whose songs would share the slots otherwise.
 int32_t AddCourseTempo(float tempo);
 
+// Whether the wide reading would let a chart sound that the classic one has loaded: of up to 16 of the sounds
+// that its notes and its background use, spread over all of them, more than half have no file, and the wide
+// reading finds one for at least one of those. Nothing is decoded for it.
+bool WideWouldSound();
+
 // Turns the chart that was loaded into its #PREVIEW: the one sound and a bar line at its end. False when it
 // has none that can be loaded; the chart then stays.
 bool TakeWidePreview();

@@ -80,6 +80,14 @@
         <translation>Release used pictures</translation>
     </message>
     <message>
+        <source>最近の書式のBMSを読む(Wide)</source>
+        <translation>Read charts of today (wide reading)</translation>
+    </message>
+    <message>
+        <source>FFより先の番号、停止、ロングノート、UTF-8などを読みます。スコアは別に保存されます。</source>
+        <translation>Slots beyond FF, stops, long notes, UTF-8 and more. Scores are kept apart.</translation>
+    </message>
+    <message>
         <source>プレイ中BGAが必要なくなった時点でメモリから解放します。</source>
         <translation>Frees a picture's memory once the play needs it no more.</translation>
     </message>

@@ -77,6 +77,9 @@ QWidget* LoadingGroup(Controls& controls) {
   rows.Add(controls.LabelFor(course, "Course play時:"), course);
   rows.Add(controls.Tick("chkBGARelease", BMPRelease, "BGA逐次解放を有効にする",
                          "プレイ中BGAが必要なくなった時点でメモリから解放します。"));
+  rows.Add(
+      controls.Tick("chkWide", WideCharts, "最近の書式のBMSを読む(Wide)",
+                    "FFより先の番号、停止、ロングノート、UTF-8などを読みます。スコアは別に保存されます。"));
   rows.Add(controls.Button("cmdKeyCfg", "キーコンフィグ"));
   rows.End();
   return group;

@@ -115,6 +115,8 @@ void StartPreview() {
   const Text path = songList[static_cast<size_t>(row)].path;
   ShowMessage(Join(u"load:", path));
   const std::optional<int32_t> first = Load(path, row);
+  if (!LoadAbort && WideWouldSound())
+    ShowMessage(u"MOST SOUNDS ARE MISSING: START WITH --wide, OR TICK IT IN THE MENU");
   if (!first) return;
 
   SeekChart(*first, true);

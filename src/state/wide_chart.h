@@ -34,7 +34,7 @@ inline std::vector<LongNote> LongNotes;  // in order of their heads
 // drawn leaves it out.
 struct Stop {
   int32_t pos = 0;     // where it begins
-  int32_t units = 0;   // its length, above 0
+  int64_t units = 0;   // its length, above 0
   int64_t before = 0;  // the lengths of all stops before it together
 };
 inline std::vector<Stop> Stops;  // by pos

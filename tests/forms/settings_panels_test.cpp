@@ -29,6 +29,8 @@ struct TickCase {
 const TickCase kTicks[] = {
     {"chkBGARelease", &BMPRelease, "BGA逐次解放を有効にする",
      "プレイ中BGAが必要なくなった時点でメモリから解放します。"},
+    {"chkWide", &WideCharts, "最近の書式のBMSを読む(Wide)",
+     "FFより先の番号、停止、ロングノート、UTF-8などを読みます。スコアは別に保存されます。"},
     {"chkPreview", &BMSPreview, "BMS Preview 機能を有効にする", "曲セレ時にその曲をプレビューできます。"},
     {"chkDontStretch", &DontStretch, "拡大処理を無効にする",
      "拡大処理を行わないようにします。遅いグラフィック用。"},

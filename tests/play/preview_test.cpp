@@ -252,5 +252,26 @@ TEST_F(PreviewTest, APreviewThatIsMissingLeavesTheChart) {
   EXPECT_EQ(playPos, 192);
 }
 
+TEST_F(PreviewTest, AChartThatIsMostlySilentIsOfferedTheWideReading) {
+  const Text offer = u"MOST SOUNDS ARE MISSING: START WITH --wide, OR TICK IT IN THE MENU";
+  const auto previewed = [&](TextView wavs) {
+    songList[0].path = WriteText(u"song\\b.bms", Join(u"\r\n", wavs, u"\r\n#00111:010203\r\n"));
+    StartPreview();
+    EndPreview();
+    StartPreview();
+    return message.text;
+  };
+  WriteData(u"song\\d.ogg", "none of its bytes are asked for");
+  const Text three =
+      u"#WAV01 a.wav\r\n#WAV02 d.wav\r\n#WAV03 e.wav";  // of which two are missing, one found as .ogg
+  const Text two = u"#WAV01 a.wav\r\n#WAV02 b.wav\r\n#WAV03 d.wav";   // one is missing
+  const Text lost = u"#WAV01 a.wav\r\n#WAV02 e.wav\r\n#WAV03 f.wav";  // and nobody has them
+  EXPECT_EQ(previewed(three), offer);
+  EXPECT_NE(previewed(two), offer);
+  EXPECT_NE(previewed(lost), offer);
+  WideCharts = true;
+  EXPECT_NE(previewed(three), offer);
+}
+
 }  // namespace
 }  // namespace qlm

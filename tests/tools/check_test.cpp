@@ -26,12 +26,22 @@ class CheckTest : public ProbeTest {
     EXPECT_TRUE(Holds(result.output,
                       "{\"line\": " + std::to_string(line) + ", \"kind\": \"" + kind + "\", \"text\": \""));
     EXPECT_TRUE(Holds(result.output, words));
+    // What the wide reading makes of the fault is told beside it.
+    EXPECT_EQ(CountOf(result.output, "\"kind\"") - CountOf(result.output, "\"kind\": \"wide\""), 1U)
+        << result.output;
+  }
+  static size_t CountOf(const std::string& text, const std::string& words) {
     size_t count = 0;
-    for (size_t at = result.output.find("\"kind\""); at != std::string::npos;
-         at = result.output.find("\"kind\"", at + 1)) {
-      ++count;
-    }
-    EXPECT_EQ(count, 1U) << result.output;
+    for (size_t at = text.find(words); at != std::string::npos; at = text.find(words, at + 1)) ++count;
+    return count;
+  }
+  // Expects this finding on what the wide reading makes otherwise.
+  void ExpectWide(const std::vector<std::string>& lines, int line, const std::string& words) const {
+    const ProcessResult result = Probe({"check", With(lines)});
+    EXPECT_TRUE(Holds(result.output, "{\"line\": " + std::to_string(line) +
+                                         ", \"kind\": \"wide\", \"text\": \"" + words + "\"}"));
+    const ProcessResult wide = Probe({"check", "--wide", With(lines)});
+    EXPECT_EQ(CountOf(wide.output, "\"kind\": \"wide\""), 0U);
   }
   void ExpectNone(const std::vector<std::string>& lines) const {
     const ProcessResult result = Probe({"check", With(lines)});
@@ -236,6 +246,30 @@ TEST_F(CheckTest, MoreObjectsThanFit) {
     lines.push_back(std::string("#").append(digits).append("01:").append(cells));
   }
   ExpectOne(lines, 0, "objects", "room for 65536");
+}
+
+TEST_F(CheckTest, WhatTheWideReadingMakesOtherwiseIsTold) {
+  ExpectWide({"#00111:010Z", "#00112:0Z"}, 12,
+             "2 lines with slots beyond FF: the wide reading has a place for each");
+  ExpectWide({"#WAV0Z x.wav"}, 12, "1 line with slots beyond FF: the wide reading has a place for each");
+  ExpectWide({"#BASE 62"}, 12,
+             "1 line with #BASE 62: the wide reading tells capital and small letters of slots apart");
+  ExpectWide({"#STOP01 48", "#00109:01"}, 12, "2 lines with stops: the wide reading makes them");
+  ExpectWide({"#00111:01", "#00151:0101"}, 13, "1 line with long notes: the wide reading has them");
+  ExpectWide({"#001D1:01"}, 12, "1 line with mines: the wide reading shows them, and they do no harm");
+  ExpectWide({"#SETRANDOM 1"}, 12, "1 line with blocks beyond #IF and #ENDIF: the wide reading follows them");
+  ExpectWide({"#DIFFICULTY 2"}, 12,
+             "1 line with a second title or artist, or a difficulty: the wide reading shows it");
+  ExpectWide({"#VOLWAV 50"}, 12, "1 line with #VOLWAV: the wide reading plays at this volume");
+  ExpectWide({"#001SC:01"}, 12,
+             "1 line with scroll speeds of the chart: the wide reading passes them over too");
+}
+
+TEST_F(CheckTest, NotesAndLengthsOfBothReadingsAreCompared) {
+  ExpectWide({"#00111:01", "#00151:0101"}, 0, "the wide reading finds 2 notes, and the classic one 1");
+  // One measure of two seconds behind the first, and a stop of 96 units at 120: one second.
+  ExpectWide({"#STOP01 96", "#00109:01", "#00111:01"}, 0,
+             "by the wide reading the chart lasts 5 s, and by the classic one 4 s");
 }
 
 }  // namespace

@@ -47,12 +47,13 @@ qlm::ChartReport ReadForAuthor(qlm::TextView path, const std::string& bytes) {
 
 std::vector<Finding> CheckChart(const qlm::Text& path) {
   Findings findings;
-  const qlm::ChartReport report =
-      ReadForAuthor(path, CheckText(findings, platform::ReadFile(path).value_or(std::string())));
+  const std::string bytes = platform::ReadFile(path).value_or(std::string());
+  const qlm::ChartReport report = ReadForAuthor(path, CheckText(findings, bytes));
   TellReport(findings, report);
   CheckWhole(findings, report);
   CheckFiles(findings, report, path);
   CheckTables(findings, path);
+  if (!qlm::WideCharts) CheckWide(findings, bytes, path);
   return findings.InOrder();
 }
 
