@@ -221,10 +221,9 @@ QWidget* AudioPanel::MakeTapGroup(Controls& controls) {
   connect(button, &QPushButton::clicked, [this] { StartTaps(); });
   rows->addWidget(button);
   rows->addWidget(tapResult_ = Told("lblTaps"));
-  rows->addWidget(
-      controls.Note("+はキーが音より後です。測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くま"
-                    "での全部です。音の遅れ"
-                    "とキーの遅れと叩く人の癖(たいてい数十ms早い)を分けることはできません。"));
+  rows->addWidget(controls.Note(
+      "+はキーが音より後。測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くまでの全部です。音の"
+      "遅れとキーの遅れと叩く人の癖(たいてい数十ms早い)は分けられません。"));
   rows->addStretch(1);
   return group;
 }

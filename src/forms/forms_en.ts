@@ -500,7 +500,7 @@ This folder cannot be added. The list cannot hold these characters of its name: 
         <translation>Tap any key with each of 20 clicks. The first four are not counted. Esc stops it.</translation>
     </message>
     <message>
-        <source>+はキーが音より後です。測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くまでの全部です。音の遅れとキーの遅れと叩く人の癖(たいてい数十ms早い)を分けることはできません。</source>
+        <source>+はキーが音より後。測れるのは、音を作ってから耳に届き、手が動き、キーがここに届くまでの全部です。音の遅れとキーの遅れと叩く人の癖(たいてい数十ms早い)は分けられません。</source>
         <translation>+ means that the key came later. What is measured is the whole way from the making of a click to your ear, your hand and the key's arrival here: the delay of the sound, that of the key, and your own habit (most people tap some tens of ms early) cannot be told apart.</translation>
     </message>
     <message>
