@@ -154,6 +154,8 @@ TEST_F(ProbeTest, WrongUsageHasItsOwnStatus) {
                                                        {"frame", chart, "--at", "0"},
                                                        {"frame", chart, "--at", "soon", "--out", "x"},
                                                        {"audio", chart},
+                                                       {"video", chart},
+                                                       {"video", chart, "--out", "x", "--record", "y"},
                                                        {"play", chart, "--fps", "0"},
                                                        {"play", chart, "--set", "HiSpeed"},
                                                        {"play", chart, "--set", "HiSpeed=fast"},
@@ -173,7 +175,7 @@ TEST_F(ProbeTest, HelpNamesEveryCommand) {
   EXPECT_TRUE(Holds(result.output, "Usage: qlmprobe COMMAND FILE"));
   EXPECT_TRUE(Holds(result.output, "\n  title "));
   for (const std::string command :
-       {"chart", "course", "header", "play", "frame", "audio", "check", "skin", "keys", "dump"}) {
+       {"chart", "course", "header", "play", "frame", "audio", "video", "check", "skin", "keys", "dump"}) {
     EXPECT_TRUE(Holds(result.output, "\n  " + command + " "));
     const ProcessResult own = Probe({command, "--help"});
     EXPECT_EQ(own.exitStatus, 0);

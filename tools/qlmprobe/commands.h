@@ -15,6 +15,7 @@ int TitleCommand(Arguments& arguments);
 int PlayCommand(Arguments& arguments);
 int FrameCommand(Arguments& arguments);
 int AudioCommand(Arguments& arguments);
+int VideoCommand(Arguments& arguments);
 int BattleCommand(Arguments& arguments);
 int CheckCommand(Arguments& arguments);
 int LibraryCommand(Arguments& arguments);

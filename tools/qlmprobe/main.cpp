@@ -75,14 +75,20 @@ Options PlayOptions() {
   };
 }
 
+constexpr const char* kRecordGroup = "Options of a play's record and its score";
+
+platform::Option ReplayOption() {
+  return {.name = "--replay",
+          .value = "FILE.qpd",
+          .help = "plays a record again, which takes the place of hands and machine",
+          .group = kRecordGroup};
+}
+
 Options RecordOptions() {
-  const std::string group = "Options of a play's record and its score";
+  const std::string group = kRecordGroup;
   return {
       {.name = "--record", .value = "FILE.qpd", .help = "records the play and writes it", .group = group},
-      {.name = "--replay",
-       .value = "FILE.qpd",
-       .help = "plays a record again, which takes the place of hands and machine",
-       .group = group},
+      ReplayOption(),
       {.name = "--scores",
        .value = "FILE.qsd",
        .help = "ranks the play in this score table as the game does, and writes it; a new\n"
@@ -182,6 +188,12 @@ std::vector<Command> Commands() {
                 load,
                 common})},
        probe::AudioCommand},
+      {{"video",
+        "Pictures and sound of a play or a record as one video file (MP4), made by the program ffmpeg. It\n"
+        "begins with the second in front of the chart.",
+        "FILE --out OUT.mp4 [OPTION]...", 1,
+        Joined({{needed("--out", "OUT.mp4", "the file to write")}, {ReplayOption()}, play, load, common})},
+       probe::VideoCommand},
       {{"battle",
         "Players of the real game in processes of their own on this machine, who play what a script has\n"
         "them decide: each one's log lines on the battle and its table of the players at the end.",
