@@ -34,12 +34,18 @@ double Bent(double y) {
   return Accel && JudgeY != 0 ? y * y / JudgeY : y;
 }
 
+// Of the note's picture: its edges, stretched, would be bars.
+Rect MiddleRow(const Rect& picture) {
+  const int32_t y = picture.top + picture.Height() / 2;
+  return {picture.left, y, picture.right, y + 1};
+}
+
 void DrawBody(const LaneSkin& lane, double top, double bottom) {
   const SkinClip* const clip = Clip.Find(lane.clip);
   const std::optional<int32_t> first = Round(top), last = Round(bottom);
   if (clip == nullptr || !first || !last) return;
   StretchShadedFromSheet(
-      clip->file, clip->rect,
+      clip->file, MiddleRow(clip->rect),
       RectOf(lane.x, *first, int64_t{lane.x} + clip->rect.Width(), int64_t{*last} + clip->rect.Height()),
       platform::Shade::kHalf);
 }

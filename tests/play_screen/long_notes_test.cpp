@@ -38,6 +38,16 @@ TEST_F(LongNotesTest, ABodyReachesFromTheEndToTheHead) {
   EXPECT_EQ(Extent(kBody), (Rect{100, 140, 120, 290}));
 }
 
+TEST_F(LongNotesTest, ABodyHasTheMiddleRowOfItsNoteAndNotItsEdges) {
+  SkinFile[1]->Fill({0, 0, 20, 5}, 0xFF0000);
+  SkinFile[1]->Fill({0, 6, 20, 10}, 0x0000FF);
+  LayLongNote(11, 100, 250);
+  Draw();
+  EXPECT_EQ(Extent(kBody), (Rect{100, 140, 120, 290}));
+  EXPECT_EQ(Find(0x7F0000), (Corner{-1, -1}));
+  EXPECT_EQ(Find(0x00007F), (Corner{-1, -1}));
+}
+
 TEST_F(LongNotesTest, ABodyIsCutAtTheLineAndAtTheUpperEdge) {
   LayLongNote(11, 100, 900);
   objCursor = 1;
