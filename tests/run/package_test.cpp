@@ -203,6 +203,19 @@ TEST_F(PackageTest, ALaterVersionLeavesWhatThePersonChanged) {
   EXPECT_EQ(Read(list), brought);
 }
 
+// Files of at most 64 KiB, as on a full disk: pictures and sounds are longer.
+TEST_F(PackageTest, SaysWhatCouldNotBeWrittenAndTriesAgain) {
+  const fs::path program = Installed() / "bin/quillmarch";
+  const std::string limited = "trap '' XFSZ; ulimit -f 64; exec " + program.string() + " --once -P";
+  ProcessResult start = Start("/bin/bash", {"-c", limited});
+  EXPECT_NE(start.errors.find("not all of them could be written"), std::string::npos) << start.errors;
+  EXPECT_TRUE(fs::exists(Data() / "songs/march/march5.bms"));
+  EXPECT_FALSE(fs::exists(Data() / "_qlmfiles/stock.txt"));
+  start = Start(program, {"--once", "-P"});
+  EXPECT_EQ(start.errors.find("not all of them"), std::string::npos) << start.errors;
+  EXPECT_EQ(StockBelow(Data()), StockBelow(Installed() / "share/quillmarch"));
+}
+
 TEST_F(PackageTest, TheProbeReadsTheStockAndWritesNothing) {
   const fs::path song = Installed() / "share/quillmarch/songs/march/march5.bms";
   const ProcessResult play = Start(Installed() / "bin/qlmprobe", {"play", song});
@@ -283,6 +296,32 @@ TEST_F(PackageTest, ADesktopTakesTheEntryAndTheFileTypes) {
   }
   EXPECT_NE(Read(share / "applications/quillmarch.desktop").find("\nMimeType=text/x-bms;\n"),
             std::string::npos);
+}
+
+// A source of its own, from the first commit to the one behind a tag.
+TEST(FullVersion, CountsTheCommitsSinceTheVersionWasTagged) {
+  const fs::path source = fs::temp_directory_path() / ("full_version-" + std::to_string(getpid()));
+  fs::create_directories(source);
+  const auto version = [&] {
+    return qlm::Run({"cmake", "-DSOURCE=" + source.string(), "-DVERSION=0.1.0", "-P",
+                     QLM_SOURCE_DIR "/cmake/full_version.cmake"})
+        .output;
+  };
+  const auto git = [&](std::vector<std::string> words) {
+    words.insert(words.begin(), {"git", "-C", source, "-c", "user.name=a", "-c", "user.email=a@b"});
+    return qlm::Run(words).output;
+  };
+  EXPECT_EQ(version(), "0.1.0\n");
+  git({"init", "-q"});
+  EXPECT_EQ(version(), "0.1.0\n");
+  git({"commit", "-q", "--allow-empty", "-m", "one"});
+  git({"commit", "-q", "--allow-empty", "-m", "two"});
+  EXPECT_EQ(version(), "0.1.0+2.g" + git({"rev-parse", "--short=7", "HEAD"}));
+  git({"tag", "v0.1.0"});
+  EXPECT_EQ(version(), "0.1.0\n");
+  git({"commit", "-q", "--allow-empty", "-m", "three"});
+  EXPECT_EQ(version(), "0.1.0+1.g" + git({"rev-parse", "--short=7", "HEAD"}));
+  fs::remove_all(source);
 }
 
 }  // namespace
