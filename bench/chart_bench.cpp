@@ -68,8 +68,9 @@ std::string ShiftJisChart() {
   return platform::EncodeCp932(chart);
 }
 
-void Read(benchmark::State& state, const std::string& chart) {
+void Read(benchmark::State& state, const std::string& chart, bool wide = false) {
   const Ground ground;
+  WideCharts = wide;
   const Text path = ground.WriteData(u"song\\chart.bms", chart);
   int64_t objects = 0;
   for (auto _ : state) {
@@ -116,11 +117,7 @@ std::string WideChart() {
   return platform::EncodeUtf8(chart);
 }
 
-void ReadWide(benchmark::State& state) {
-  WideCharts = true;
-  Read(state, WideChart());
-  WideCharts = false;
-}
+void ReadWide(benchmark::State& state) { Read(state, WideChart(), true); }
 
 void ReadHeaderShiftJis(benchmark::State& state) {
   const Ground ground;

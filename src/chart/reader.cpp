@@ -10,6 +10,7 @@
 #include "base/paths.h"
 #include "base/rnd.h"
 #include "chart/chart_report.h"
+#include "chart/drawn_speed.h"
 #include "chart/lines.h"
 #include "chart/random_blocks.h"
 #include "chart/random_lane.h"
@@ -194,22 +195,23 @@ void LineReader::ReadCells(TextView line) {
   const Cells cells(line);
   const int64_t count = cells.Count();
   const int32_t first = objCount;
+  int32_t channel = channel_;
   for (int64_t j = 0; j < count; ++j) {
     if (cells.IsRest(j)) continue;
     // Quirk: the map is applied again at each note, so that a shuffled keymap spreads one line over the lanes
     // of its cycle.
-    channel_ = ChannelMap[channel_];
-    if (channel_ >= 20) {
+    channel = ChannelMap[channel];
+    if (channel >= 20) {
       // Quirk: invisible objects of either side count here too.
       sideUsed[1] = true;
       ++TotalNotes[1];
-    } else if (channel_ >= 11) {
-      if (channel_ >= 18) uses89 = true;
+    } else if (channel >= 11) {
+      if (channel >= 18) uses89 = true;
       sideUsed[0] = true;
       ++TotalNotes[0];
     }
     if (ChartObj* obj = AddObj()) {
-      obj->channel = channel_;
+      obj->channel = channel;
       obj->measure = measure_;
       obj->tick = cells.Tick(j);
       Assign(obj->pos, PosOf(measure_, obj->tick));
@@ -217,6 +219,7 @@ void LineReader::ReadCells(TextView line) {
       obj->speedMul = DrawnSpeed();
     }
   }
+  channel_ = channel;
   if (report_ != nullptr) report_->Data(line, measure_, channel_, first);
 }
 
@@ -400,8 +403,6 @@ void ForcePlayer(int32_t first) {
 }
 
 }  // namespace
-
-float DrawnSpeed() { return FourDMode ? Rnd() * 0.5F + 1.0F : 1.0F; }
 
 void BMSInit() {
   DebugLog(u"[BMSInit] Initializing values");

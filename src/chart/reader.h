@@ -23,9 +23,6 @@ constexpr int64_t kLongestChart = int64_t{256} << 20;
 // True, with a word in the log and on the screen, for a file that is longer.
 bool RefuseLongChart(TextView path);
 
-// What an object is drawn with: a speed of its own, or the common one.
-float DrawnSpeed();
-
 // Raises the fatal message if the object table is too small or could not be made, once since BMSInit. True
 // when it did: the load then stops.
 bool ReportShortage();

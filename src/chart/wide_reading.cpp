@@ -10,7 +10,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/rnd.h"
-#include "chart/reader.h"
+#include "chart/drawn_speed.h"
 #include "platform/text.h"
 #include "sound/buffers.h"
 #include "sound/slots.h"

@@ -266,7 +266,7 @@ TEST_F(CheckTest, WhatTheWideReadingMakesOtherwiseIsTold) {
 }
 
 TEST_F(CheckTest, NotesAndLengthsOfBothReadingsAreCompared) {
-  ExpectWide({"#00111:01", "#00151:0101"}, 0, "the wide reading finds 2 notes, and the classic one 1");
+  ExpectWide({"#00111:01", "#00152:0101"}, 0, "the wide reading finds 3 notes, and the classic one 2");
   // One measure of two seconds behind the first, and a stop of 96 units at 120: one second.
   ExpectWide({"#STOP01 96", "#00109:01", "#00111:01"}, 0,
              "by the wide reading the chart lasts 5 s, and by the classic one 4 s");

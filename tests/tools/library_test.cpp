@@ -26,12 +26,12 @@ TEST_F(LibraryTest, EachChartHasALineInTheOrderOfFoldersAndNames) {
   Good("lib/deep/er/and/d.bms");
   WriteWav("lib\\deep\\er\\and\\x.wav", {1});
   const ProcessResult result = Probe({"library", At("lib")});
-  EXPECT_EQ(result.output,
-            Line("lib/A.bms", "\"state\": \"clean\"") +
-                Line("lib/b.bms", "\"state\": \"found\", \"findings\": {\"cell\": 1, \"number\": 2}") +
-                Line("lib/c.bme", "\"state\": \"clean\"") +
-                Line("lib/deep/er/and/d.bms", "\"state\": \"clean\"") +
-                "{\"charts\": 4, \"clean\": 3, \"found\": 1, \"unreadable\": 0, \"crashed\": 0}\n");
+  EXPECT_EQ(
+      result.output,
+      Line("lib/A.bms", "\"state\": \"clean\"") +
+          Line("lib/b.bms", "\"state\": \"found\", \"findings\": {\"cell\": 1, \"number\": 2, \"wide\": 1}") +
+          Line("lib/c.bme", "\"state\": \"clean\"") + Line("lib/deep/er/and/d.bms", "\"state\": \"clean\"") +
+          "{\"charts\": 4, \"clean\": 3, \"found\": 1, \"unreadable\": 0, \"crashed\": 0}\n");
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_EQ(result.errors, "") << "no progress where nobody watches";
 }

@@ -166,7 +166,9 @@ void CheckWide(Findings& findings, std::string_view bytes, TextView path) {
     findings.Add(0, "wide", u"UTF-8 text: the wide reading decodes it");
   }
   const qlm::ChartText chart = qlm::WideReading::Decode(bytes);
-  if (chart.converted || bytes.starts_with('#')) {
+  // CR alone at every line's end is converted in both readings.
+  const bool otherEnds = chart.converted && bytes.find('\n') != std::string_view::npos;
+  if (otherEnds || bytes.starts_with('#')) {
     findings.Add(0, "wide",
                  u"commands on the first line, or behind LF or CR alone: the wide reading reads them");
   }
