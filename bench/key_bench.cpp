@@ -207,8 +207,9 @@ int Run(int presses, int32_t block) {
 }  // namespace qlm
 
 int main(int count, char** words) {
+  // What is no number counts as 0, and so as the least.
   const auto number = [&](int word, int fallback) {
-    return count > word ? std::atoi(words[word]) : fallback;
+    return count > word ? static_cast<int>(std::strtol(words[word], nullptr, 10)) : fallback;
   };
   return qlm::Run(std::clamp(number(1, 300), 1, 100'000), std::clamp(number(2, 128), 16, 4096));
 }

@@ -51,7 +51,7 @@ void AddTone(std::vector<int16_t>& samples, size_t first, size_t frames, double 
 platform::SoundBufferPtr SoundOf(const std::vector<int16_t>& samples) {
   const platform::SoundFormat format{.tag = 1, .channels = 1, .samplesPerSec = kRate, .bitsPerSample = 16};
   const auto bytes = std::as_bytes(std::span(samples));
-  const platform::SoundBufferPtr sound =
+  platform::SoundBufferPtr sound =
       platform::CreateSoundBuffer({.flags = 0, .bytes = static_cast<uint32_t>(bytes.size())}, format).buffer;
   if (sound != nullptr) sound->Write(0, {reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
   return sound;
@@ -231,9 +231,12 @@ QWidget* AudioPanel::MakeTapGroup(Controls& controls) {
 // The device opens behind the event, so that the panel is seen before a sound server is asked.
 void AudioPanel::showEvent(QShowEvent* event) {
   if (controls_ != nullptr) Make();
-  QTimer::singleShot(0, this, [this] {
-    if (isVisible() && !open_) Open();
-  });
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        if (isVisible() && !open_) Open();
+      },
+      Qt::QueuedConnection);
   QWidget::showEvent(event);
 }
 

@@ -36,7 +36,7 @@ std::optional<BlockWatch> watch;
 std::atomic<bool> drains = false;
 
 void AskedForBlock(void* user, Uint8* bytes, int length) {
-  constexpr int32_t kBytesAFrame = 4;
+  constexpr int64_t kBytesAFrame = 4;
   constexpr std::chrono::milliseconds kLongerThanAnyDevice(150);
   if (drains.exchange(false, std::memory_order_relaxed)) std::this_thread::sleep_for(kLongerThanAnyDevice);
   const int64_t now = Microseconds();
