@@ -169,7 +169,11 @@ void HoldNearestRow() {
   listCursor = NearestRow();
   NoteHeldRow();
   const bool heldNone = std::exchange(songFind.holdsNone, false);
-  if (songFind.heldRow == before && !heldNone) return;
+  if (songFind.heldRow == before && !heldNone) {
+    // A preview that is being loaded gives up when its row goes to another place.
+    if (previewLoading) RestartPreviewTimer();
+    return;
+  }
   songSelect.listScroll = kWheelStops;
   chexec();
   if (network.NetActive) SendCurSongData(false);

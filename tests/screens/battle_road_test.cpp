@@ -1,10 +1,12 @@
 // The road of a battle's song, with a script in the place of the network.
 #include "net/fields.h"
 #include "net/messages.h"
+#include "net/players.h"
 #include "net/session.h"
 #include "platform/session.h"
 #include "play/input.h"
 #include "screens/list_cursor.h"
+#include "screens/song_find.h"
 #include "screens/song_select.h"
 #include "state/chart.h"
 #include "state/gauge.h"
@@ -15,6 +17,7 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
+#include "state/song_find.h"
 #include "state/song_select.h"
 #include "tests/net/scripted_session.h"
 #include "tests/screens/list_ground.h"
@@ -169,6 +172,26 @@ TEST_F(BattleRoad, CursorAndOptionsAreShownToTheOthers) {
     Press(key);
     EXPECT_EQ(session.sent.size(), key == kKeyDown || key == kKeyF1 ? 1U : 0U) << key;
   }
+}
+
+// Everybody searches in their own list; the others see where it leads, and nothing while it leads nowhere
+// new.
+TEST_F(BattleRoad, TheOthersSeeTheRowThatASearchLeadsTo) {
+  BecomeHost(false);
+  ShowCharts({u"apple", u"banana", u"cherry"});
+  Press(kKeySlash);
+  session.sent.clear();
+  TypeInFindLine(u'a');
+  EXPECT_EQ(session.sent.size(), 0U) << "apple is still in hand";
+  TypeInFindLine(u'n');
+  ASSERT_EQ(session.sent.size(), 1U);
+  EXPECT_EQ(OwnNetUser().songB, u"banana");
+  TypeInFindLine(13);
+  enterEaten = false;
+  Decide();
+  EXPECT_EQ(GameState, kStateBattleSongs);
+  Press(kKeySlash);
+  EXPECT_FALSE(songFind.typing) << "while the others are waited for";
 }
 
 }  // namespace

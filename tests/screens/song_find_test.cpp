@@ -7,6 +7,7 @@
 #include "library/jukebox.h"
 #include "library/lists.h"
 #include "library/song_list.h"
+#include "platform/clock.h"
 #include "platform/kana.h"
 #include "platform/timers.h"
 #include "screens/list_cursor.h"
@@ -336,6 +337,22 @@ TEST_F(SongFindTest, TheFoundRowIsPlayed) {
   EXPECT_EQ(LinesBeginning(u"[BMSLoad] 2.bms"), 1);
   EXPECT_EQ(GameState, kStateSongSelect);
   EXPECT_EQ(Titles(), "apricot") << "the part is in use behind the play, too";
+}
+
+// The row that is being loaded goes to another place of the list, where the load does not look for it.
+TEST_F(SongFindTest, APreviewWhoseRowMovesBeginsAnew) {
+  ShowCharts({u"apple", u"banana"});
+  listCursor = 1;
+  chexec();
+  StopPreviewTimer();
+  previewLoading = true;
+  Find(u"ban");
+  previewLoading = false;
+  EXPECT_EQ(Held(), "banana");
+  BMSPreview = 1;
+  platform::UseVirtualClock(platform::Now() + 1001);
+  platform::RunDueTimers();
+  EXPECT_EQ(LinesBeginning(u"[BMSLoad] 1.bms"), 1);
 }
 
 TEST_F(SongFindTest, CharactersOfTwoUnitsGoAsOne) {
