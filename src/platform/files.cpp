@@ -180,7 +180,7 @@ std::optional<std::string> ReadFilePart(std::u16string_view path, int64_t offset
   if (!WithinMemory([&] { bytes.resize(static_cast<size_t>(std::clamp<int64_t>(length, 0, left))); }))
     return {};
   if (bytes.empty()) return bytes;
-  if (fseeko(file.get(), offset, SEEK_SET) != 0) return std::nullopt;
+  if (offset != 0 && fseeko(file.get(), offset, SEEK_SET) != 0) return std::nullopt;
   bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
   return bytes;
 }

@@ -25,16 +25,15 @@ int64_t Budget() {
   return total > 0 ? static_cast<int64_t>(total / 2 / 1024) : INT64_MAX / kMiB;
 }
 
+int64_t Held() { return platform::SoundBytesHeld() + static_cast<int64_t>(platform::Surface::BytesHeld()); }
+
 }  // namespace
 
-int64_t LoadBudgetLeft() {
-  const int64_t held = platform::SoundBytesHeld() + static_cast<int64_t>(platform::Surface::BytesHeld());
-  return Budget() * kMiB - held;
-}
+int64_t LoadBudgetLeft() { return Budget() * kMiB - Held(); }
 
 bool OverLoadBudget(TextView path) {
   const int64_t budget = Budget();
-  if (LoadBudgetLeft() >= 0) return false;
+  if (Held() <= budget * kMiB) return false;
   const Text words = Join(u"over the load budget of ", budget, u" MiB: ", GetFileName(path));
   DebugLog(Join(u"# ", words));
   if (!told) {
