@@ -231,12 +231,7 @@ QWidget* AudioPanel::MakeTapGroup(Controls& controls) {
 // The device opens behind the event, so that the panel is seen before a sound server is asked.
 void AudioPanel::showEvent(QShowEvent* event) {
   if (controls_ != nullptr) Make();
-  QMetaObject::invokeMethod(
-      this,
-      [this] {
-        if (isVisible() && !open_) Open();
-      },
-      Qt::QueuedConnection);
+  if (!open_) watch_->start(0);
   QWidget::showEvent(event);
 }
 
@@ -255,10 +250,10 @@ void AudioPanel::Open() {
 }
 
 void AudioPanel::Close() {
+  if (watch_ != nullptr) watch_->stop();
   if (!open_) return;
   open_ = false;
   drains_ = 0;
-  watch_->stop();
   StopTaps();
   toneSound_.reset();
   platform::CloseSoundDevice();
@@ -273,6 +268,7 @@ void AudioPanel::PlayTone() {
 }
 
 void AudioPanel::Watch() {
+  if (!open_) return Open();
   ShowDevice();
   if (clicks_ == nullptr) return;
   if (clicks_->Playing()) {

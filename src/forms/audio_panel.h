@@ -41,7 +41,7 @@ class AudioPanel : public QWidget {
   void Open();
   void Close();
   void PlayTone();
-  // What has changed by itself, five times a second.
+  // What has changed by itself, five times a second; the first time, it opens the device.
   void Watch();
   // All that is told of the device, in the language that is shown.
   void ShowDevice();
