@@ -433,8 +433,9 @@ void PumpWindowEvents(const WindowEvents& events) {
 
 bool WaitForWindowEvents(int64_t until, bool eachMs) {
   constexpr int64_t kMillisecond = 1000;
-  if (SDL_WasInit(SDL_INIT_EVENTS) == 0) return false;
+  const bool hasEvents = SDL_WasInit(SDL_INIT_EVENTS) != 0;
   if (ClockIsVirtual()) {
+    if (!hasEvents) return false;
     SDL_PumpEvents();
     return SDL_PeepEvents(nullptr, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) > 0;
   }
@@ -442,7 +443,12 @@ bool WaitForWindowEvents(int64_t until, bool eachMs) {
     const int64_t left = (until - Microseconds()) / kMillisecond;
     if (left < 1) return false;
     const int wait = static_cast<int>(eachMs ? 1 : std::min<int64_t>(left, kMillisecond));
-    if (SDL_WaitEventTimeout(nullptr, wait) != 0 || eachMs) return true;
+    if (!hasEvents) {
+      SleepFor(static_cast<uint32_t>(wait));
+    } else if (SDL_WaitEventTimeout(nullptr, wait) != 0) {
+      return true;
+    }
+    if (eachMs) return true;
   }
 }
 

@@ -90,7 +90,7 @@ void PumpWindowEvents(const WindowEvents& events);
 
 // Waits until there are events to pump, and says true, or until `until`, in Microseconds(), and says false.
 // With `eachMs` also says true about every millisecond, for what sends no events. On the virtual clock it
-// tells at once whether there are any.
+// tells at once whether there are any. Also waits without a window, and where there are no events at all.
 bool WaitForWindowEvents(int64_t until, bool eachMs);
 // Frames that the window's screen shows in a second; 60 without a window or where it is not known.
 int32_t RefreshRate();

@@ -7,8 +7,10 @@
 #include <set>
 #include <string>
 
+#include "platform/clock.h"
 #include "platform/message_box.h"
 #include "platform/window_keys.h"
+#include "tests/support/virtual_keyboard.h"
 
 namespace platform {
 namespace {
@@ -24,6 +26,41 @@ TEST(NoDriver, OpeningFailsAndTellsWhy) {
   ShowFrame(Surface(640, 480), true);
   PumpWindowEvents({});
 }
+
+// Before anything opened the window library.
+TEST(WaitForEvents, WaitsWhereThereAreNone) {
+  UseRealClock();
+  const int64_t begin = Microseconds();
+  EXPECT_FALSE(WaitForWindowEvents(begin + 20'000, false));
+  EXPECT_GE(Microseconds() - begin, 19'000) << "to the millisecond";
+  EXPECT_FALSE(WaitForWindowEvents(begin, false)) << "a moment that is over";
+}
+
+TEST(WaitForEvents, EndsWithAnEventAndBeforeItsMomentOnlyThen) {
+  UseRealClock();
+  const qlm::VirtualKeyboard keyboard;
+  const int64_t begin = Microseconds();
+  EXPECT_FALSE(WaitForWindowEvents(begin + 20'000, false));
+  EXPECT_GE(Microseconds() - begin, 19'000);
+  qlm::VirtualKeyboard::Key(4, true);
+  EXPECT_TRUE(WaitForWindowEvents(Microseconds() + 60'000'000, false)) << "or it takes a minute";
+  PumpWindowEvents({});
+  EXPECT_TRUE(WaitForWindowEvents(Microseconds() + 60'000'000, true)) << "about a millisecond later";
+}
+
+TEST(WaitForEvents, TakesNoTimeOnTheVirtualClock) {
+  UseVirtualClock(1'000'000);
+  EXPECT_FALSE(WaitForWindowEvents(Microseconds() + 60'000'000, true));
+  const qlm::VirtualKeyboard keyboard;
+  EXPECT_FALSE(WaitForWindowEvents(Microseconds() + 60'000'000, true));
+  qlm::VirtualKeyboard::Key(4, true);
+  EXPECT_TRUE(WaitForWindowEvents(0, false));
+  PumpWindowEvents({});
+  EXPECT_FALSE(WaitForWindowEvents(0, false));
+  UseRealClock();
+}
+
+TEST(RefreshRateTest, IsTheUsualOneWithoutAWindow) { EXPECT_EQ(RefreshRate(), 60); }
 
 // 960 is 89% of 1080, 1920 is 89% of 2160.
 TEST(PlaceFrame, TakesAWholeNumberWhereThatFillsMostOfOneSide) {

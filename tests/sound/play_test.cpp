@@ -562,6 +562,14 @@ TEST_F(SystemSounds, TheLogTellsTheDevicesBlocks) {
   EXPECT_TRUE(Logged(u"    * Sound device: dummy, 44100Hz, blocks of 256 frames"));
 }
 
+TEST_F(SystemSounds, TheDeviceTakesTheBlocksOfTheSetting) {
+  setenv("SDL_AUDIODRIVER", "dummy", 1);
+  SoundBlock = 1024;
+  InitDS();
+  unsetenv("SDL_AUDIODRIVER");
+  EXPECT_TRUE(Logged(u"    * Sound device: dummy, 44100Hz, blocks of 1024 frames"));
+}
+
 TEST_F(SystemSounds, AreGivenBackWithTheDevice) {
   WriteSound(u"ready", {9});
   InitDS(platform::SoundOutput::kOffline);
