@@ -100,6 +100,7 @@ void End(Child& child) {
 // Waits until one of them has something to say, and gives those that have come to their end.
 std::vector<Child> WaitForSome(std::vector<Child>& running) {
   std::vector<pollfd> pipes;
+  pipes.reserve(running.size());
   for (const Child& child : running) pipes.push_back({child.pipe, POLLIN, 0});
   std::vector<Child> ended;
   if (poll(pipes.data(), pipes.size(), -1) <= 0) return ended;
