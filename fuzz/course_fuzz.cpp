@@ -101,10 +101,8 @@ void Run(std::string_view bytes) {
     bytes.remove_prefix(cut + 1);
   }
   numsongs = static_cast<uint8_t>(CourseSongs.size());
-  for (const bool wide : {true, false}) {
-    WideCharts = wide;
-    LoadAndCheck();
-  }
+  WideCharts = (options & 64) != 0;
+  LoadAndCheck();
 }
 
 }  // namespace
