@@ -116,6 +116,7 @@ class KillTest : public testing::Test {
     std::printf(
         "%-24s %5d kills: the old file %5d times, the new one %5d times, killed while it wrote %5d times\n",
         file.filename().c_str(), Kills(), old, written, caught);
+    std::fflush(stdout);
   }
 
   int64_t Draw(int64_t most) { return std::uniform_int_distribution<int64_t>(0, most)(random_); }
