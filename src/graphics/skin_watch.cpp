@@ -72,6 +72,7 @@ std::vector<SkinReport::Remark> FindingsOf(const SkinReport& report, TextView sk
 
 std::vector<Text> TextsOf(const std::vector<SkinReport::Remark>& findings) {
   std::vector<Text> texts;
+  texts.reserve(findings.size());
   for (const SkinReport::Remark& finding : findings) texts.push_back(finding.text);
   return texts;
 }

@@ -85,9 +85,9 @@ void TakeKnownReadings() {
 void TakeWholeList() {
   songFind.filtered = true;
   songFind.clearCheckRow = songSelect.clearCheckRow;
-  songFind.rows = std::move(songList);
-  songFind.cleared = std::move(songCleared);
-  songFind.hasRecord = std::move(songHasRecord);
+  songFind.rows = std::exchange(songList, {});
+  songFind.cleared = std::exchange(songCleared, {});
+  songFind.hasRecord = std::exchange(songHasRecord, {});
   songFind.keys.clear();
   songFind.keys.reserve(songFind.rows.size());
   for (const SongEntry& row : songFind.rows) songFind.keys.push_back(KeyOf(row));

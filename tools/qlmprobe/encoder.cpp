@@ -48,6 +48,7 @@ std::vector<std::string> Words(const std::string& file) {
   dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
   signal(SIGPIPE, SIG_DFL);
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   execvp(kProgram, pointers.data());
