@@ -43,6 +43,7 @@ struct GameWindow {
 std::optional<GameWindow> game;
 bool displayTaken = false;
 bool takesCharacters = false;
+SDL_Rect inputMethodPlace{};    // as it was told last
 bool dropTaken = false;         // of the items that are being dropped, the first has been reported
 WindowPlacement lastPlacement;  // of the window that was closed
 
@@ -410,6 +411,7 @@ bool DisplayAvailable() {
 void TakeCharacters(bool take) {
   if (!game || take == takesCharacters) return;
   takesCharacters = take;
+  inputMethodPlace = {};
   take ? SDL_StartTextInput() : SDL_StopTextInput();
 }
 
@@ -421,6 +423,9 @@ void PlaceInputMethod(const Rect& place) {
   const SDL_Rect rect{static_cast<int>(frame->left) + across(place.left),
                       static_cast<int>(frame->top) + down(place.top), across(place.Width()),
                       down(place.Height())};
+  // An input method is told over a bus, which must not happen with every frame.
+  if (SDL_RectEquals(&rect, &inputMethodPlace) == SDL_TRUE) return;
+  inputMethodPlace = rect;
   SDL_SetTextInputRect(&rect);
 }
 

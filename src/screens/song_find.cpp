@@ -216,7 +216,8 @@ void LeaveLine() {
 }
 
 void Type(int32_t character) {
-  if (character == u'/' && songFind.slashHeld && KeyHeld[kKeySlash]) return;
+  const bool opens = KeyHeld[kKeySlash] || KeyHeld[kKeyPadSlash];
+  if (character == u'/' && songFind.slashHeld && opens) return;
   songFind.slashHeld = false;
   songFind.composing.clear();
   if (songFind.words.size() >= kLongestLine) return;
@@ -273,7 +274,7 @@ int32_t RowsOfWholeList() {
 
 void ReadOnForFinding() {
   constexpr int32_t kRowsInAFrame = 512;
-  constexpr int32_t kLookUpsInAFrame = 64;
+  constexpr int32_t kLookUpsInAFrame = 128;
   if (!songFind.filtered || songFind.readRows == songFind.rows.size()) return;
   const std::vector<FoundWord> words = FoundWords(songFind.words);
   const size_t end = std::min(songFind.rows.size(), songFind.readRows + kRowsInAFrame);

@@ -170,14 +170,18 @@ TEST_F(SongFindTest, NoKeyOfTheListActsWhileWordsAreTyped) {
 
 TEST_F(SongFindTest, TheSlashThatOpensTheLineIsNotTyped) {
   ShowCharts({u"a/b", u"c"});
-  KeyHeld[kKeySlash] = true;
-  hooks.keyDown(kKeySlash);
-  Type(u"//");
-  EXPECT_EQ(songFind.words, u"");
-  KeyHeld[kKeySlash] = false;
-  Type(u"/");
-  EXPECT_EQ(songFind.words, u"/");
-  EXPECT_EQ(Titles(), "a/b");
+  for (const int32_t key : {kKeySlash, kKeyPadSlash}) {
+    KeyHeld[key] = true;
+    hooks.keyDown(key);
+    Type(u"//");
+    EXPECT_EQ(songFind.words, u"");
+    KeyHeld[key] = false;
+    Type(u"/");
+    EXPECT_EQ(songFind.words, u"/");
+    EXPECT_EQ(Titles(), "a/b");
+    Esc();
+    enterEaten = false;
+  }
 }
 
 TEST_F(SongFindTest, WhereNothingIsFoundEnterWaitsForOtherWords) {
