@@ -1,5 +1,7 @@
 // The list screens under the stock pictures, against stored frames.
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "graphics/bga.h"
 #include "graphics/display.h"
 #include "graphics/skin.h"
+#include "graphics/skin_watch.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/font.h"
@@ -274,6 +277,23 @@ TEST_F(ListFramesTest, FoundCourses) {
   songSelect.listScroll = 0;
   DrawList();
   Expect("select-find-courses");
+}
+
+// Its author has just saved a line with a mistake, and one that names a picture that is not there.
+TEST_F(ListFramesTest, ASkinThatIsNotTaken) {
+  WatchSkins = true;
+  Jukeboxes();
+  const std::string skin = SystemFolder() + "/mine.brd";
+  std::filesystem::copy_file(QLM_BINARY_DIR "/_qlmfiles/qlm_scr.brd", skin);
+  loadSkin(platform::InnerPath(skin), false);
+  DrawList();
+  std::ofstream(skin, std::ios::app) << "\r\n#CLIP99 1,0,wide,8,8\r\n#FILE09 nowhere.png\r\n";
+  for (const uint32_t ms : {0U, 100U, 200U}) {
+    SetTime(kNow + ms);
+    DrawList();
+  }
+  Expect("skin-not-taken");
+  ForgetWatchedSkin();
 }
 
 TEST_F(ListFramesTest, AnEmptyList) {
