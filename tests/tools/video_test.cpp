@@ -178,6 +178,25 @@ TEST_F(VideoTest, AnEndFromOutsideLeavesNothing) {
   ExpectNothingLeft();
 }
 
+// The chart lasts for 9.6 s and the release behind it; the program in the encoder's place keeps what it is
+// sent.
+TEST_F(VideoTest, ATerminalIsToldOfEachSecond) {
+  FakeEncoder("for file; do :; done; exec /bin/cat > \"${file#file:}\"\n");
+  const std::string command = QLM_BINARY_DIR "/qlmprobe video " + chart_ + " --out " + At("out.mp4") +
+                              " --fps 10 --limit 1000 --data " + SystemFolder();
+  const ProcessResult result = qlm::Run({"script", "-qec", command, "/dev/null"},
+                                        {{"PATH", At("bin") + ":/usr/bin:/bin"}, {"SHELL", "/bin/sh"}});
+  EXPECT_EQ(result.exitStatus, 0) << result.output;
+  EXPECT_TRUE(Holds(result.output, "\r\033[K0 of 10 s (0%)\r\033[K1 of 10 s (10%)"));
+  EXPECT_TRUE(Holds(result.output, "\r\033[K{"));
+  // The head, and 21 turns of a picture and its sound: ten in front of the chart and those from 0 to 1000 ms.
+  constexpr size_t kPicture = 8 + 640 * 480 * 4;
+  constexpr size_t kSound = 8 + kRate / 10 * 4;
+  constexpr size_t kHead = 12 + 12 + (8 + 56) + (12 + 8 + 56 + 8 + 40) + (12 + 8 + 56 + 8 + 16) + 12;
+  EXPECT_EQ(fs::file_size(At("out.mp4")), kHead + 21 * (kPicture + kSound));
+  EXPECT_EQ(BytesOf(At("out.mp4")).substr(0, 12), std::string("RIFF\0\0\0\0AVI ", 12));
+}
+
 TEST_F(VideoTest, AMissingChartIsToldBeforeAnythingIsBegun) {
   FakeEncoder(": > " + At("begun") + "\n");
   const ProcessResult result = qlm::Run(
