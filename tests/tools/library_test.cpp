@@ -46,6 +46,14 @@ TEST_F(LibraryTest, NothingFoundIsNothingWrong) {
                     "{\"charts\": 2, \"clean\": 2, \"found\": 0, \"unreadable\": 0, \"crashed\": 0}\n"));
 }
 
+// The classic length of a chart leaves its table tempi out.
+TEST_F(LibraryTest, WhatTheWideReadingMakesOtherwiseIsNoFault) {
+  Good("lib/a.bms", {"#BPM02 240", "#00108:02", "#03011:01"});
+  const ProcessResult result = Probe({"library", At("lib")});
+  EXPECT_TRUE(Holds(result.output, Line("lib/a.bms", "\"state\": \"clean\", \"findings\": {\"wide\": 1}")));
+  EXPECT_EQ(result.exitStatus, 0);
+}
+
 TEST_F(LibraryTest, TheOrderIsTheSameWhicheverChartIsDoneFirst) {
   // Each is longer than the one behind it.
   for (int i = 0; i < 20; ++i) {
