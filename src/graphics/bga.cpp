@@ -14,6 +14,7 @@
 #include "state/load_budget.h"
 #include "state/message.h"
 #include "state/settings.h"
+#include "state/slots.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
 
@@ -143,7 +144,7 @@ void BgaLoad(int32_t slot) {
   BmpHeldName[slot] = file;
   BmpSurface[slot].reset();
   platform::WithinMemory([&] { LoadChartPicture(file, BmpSurface[slot], BmpRect[slot]); });
-  const Text name = Hex(static_cast<uint32_t>(slot));
+  const Text name = MessageSlot(slot);
   const int32_t ms = platform::Elapsed(platform::Now(), begin);
   const Rect& rect = BmpRect[slot];
   ShowMessage(Join(u"BGA LOAD: ", name, u" (in ", ms, u"ms)"));

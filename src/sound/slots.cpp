@@ -80,7 +80,7 @@ void loadwav(int32_t slot) {
     DebugLog(complete);
     return;
   }
-  ShowMessage(Join(u"WAV LOAD: ", Hex(static_cast<uint32_t>(slot)), u" (in ", took, u"ms)"));
+  ShowMessage(Join(u"WAV LOAD: ", MessageSlot(slot), u" (in ", took, u"ms)"));
   DebugLog(complete);
   if (WavBuffer[slot] != nullptr) {
     WavFrequency[slot] = WavBuffer[slot]->Frequency();

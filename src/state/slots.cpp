@@ -37,6 +37,10 @@ Text SlotName(int32_t slot) {
   return {kDigits[static_cast<size_t>(slot / SlotBase)], kDigits[static_cast<size_t>(slot % SlotBase)]};
 }
 
+Text MessageSlot(int32_t slot) {
+  return LastSlot == kLastHexSlot ? Hex(static_cast<uint32_t>(slot)) : SlotName(slot);
+}
+
 void ResetSlots() {
   SlotBase = 16;
   SetLastSlot(kLastHexSlot);

@@ -22,6 +22,9 @@ void SetCourseLastSlot(int32_t last);
 // The two digits by which the chart names the slot.
 Text SlotName(int32_t slot);
 
+// The same for messages and the log, which give hexadecimal ones without a leading 0.
+Text MessageSlot(int32_t slot);
+
 void ResetSlots();
 
 }  // namespace qlm

@@ -24,6 +24,7 @@ TEST_F(SlotsTest, ClassicTablesHave256) {
   EXPECT_EQ(WavFile.Find(256), nullptr);
   EXPECT_EQ(SlotName(0x1A), u"1A");
   EXPECT_EQ(SlotName(256), u"??");
+  EXPECT_EQ(MessageSlot(0xA), u"A");
 }
 
 TEST_F(SlotsTest, WideTablesHave1296AndShrinkAgain) {
@@ -43,6 +44,7 @@ TEST_F(SlotsTest, WideTablesHave1296AndShrinkAgain) {
   EXPECT_EQ(CourseWavFile[127].Last(), 255);  // no course is read
   EXPECT_EQ(SlotName(1295), u"ZZ");
   EXPECT_EQ(SlotName(36), u"10");
+  EXPECT_EQ(MessageSlot(10), u"0A");
   WavHeldName[1295] = Text(u"gone");
   WideCharts = false;
   Read({});

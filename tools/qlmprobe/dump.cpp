@@ -121,7 +121,7 @@ using PutBytes = void (*)(Json& json, std::string_view bytes);
 PutBytes PutterFor(TextView path) {
   if (IsNamed(path, kSettingsFile)) return PutSettingsFile;
   const Text extension = qlm::GetExtension(path);
-  if (extension == u"QBL") return PutList;
+  if (extension == u"QBL" || extension == u"QWL") return PutList;
   if (extension == u"QCL") return PutCourse;
   if (extension == u"QSD") return PutScores;
   if (extension == u"QPD") return PutRecord;
