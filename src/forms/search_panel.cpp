@@ -165,8 +165,9 @@ void SearchPanel::Remove() {
       !Ask(Words("削除"), ToQt(GetFileName(folder)) + Words("を削除してもよろしいですか?"))) {
     return;
   }
-  // The one that a search writes for this folder.
-  platform::DeleteFile(JukeboxOf(SearchedFolder(folder).value_or(folder)));
+  // Those that searches of both readings write for this folder.
+  const Text jukebox = JukeboxOf(SearchedFolder(folder).value_or(folder));
+  for (const TextView extension : {u".qbl", u".qwl"}) platform::DeleteFile(WithExtension(jukebox, extension));
   delete item;
 }
 

@@ -192,6 +192,7 @@ TEST_F(SearchPanelTest, RemovingAsksAndDeletesTheJukebox) {
   WriteSearchFile(u"<CURRENTDIR>\\one\\\r\n\\deep\\two\r\n");
   const Text one = WriteData(u"_qlmfiles\\jukelist\\one.qbl", "");
   const Text two = WriteData(u"_qlmfiles\\jukelist\\two.qbl", "");
+  const Text wideTwo = WriteData(u"_qlmfiles\\jukelist\\two.qwl", "");
   Open();
   Select(1);
   Box box = BoxDuring([&] { Press("cmdAdd1"); }, "いいえ(&N)");
@@ -202,6 +203,7 @@ TEST_F(SearchPanelTest, RemovingAsksAndDeletesTheJukebox) {
   BoxDuring([&] { Press("cmdAdd1"); }, "はい(&Y)");
   EXPECT_EQ(Listed(), Strings{"<CURRENTDIR>/one/"});
   EXPECT_FALSE(FileExists(two));
+  EXPECT_FALSE(FileExists(wideTwo));
   EXPECT_TRUE(FileExists(one));
   // Only the list has changed.
   EXPECT_EQ(SearchFile(), "<CURRENTDIR>\\one\\\r\n\\deep\\two\r\n");
