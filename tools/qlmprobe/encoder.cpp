@@ -31,6 +31,10 @@ void TellMissing() {
       stderr);
 }
 
+void TellNoStart(int why) {
+  std::fprintf(stderr, "qlmprobe: ffmpeg cannot be started: %s\n", std::strerror(why));
+}
+
 std::vector<std::string> Words(const std::string& file) {
   return {kProgram, "-hide_banner", "-loglevel", "error", "-y",
           // What comes down the pipe.
@@ -40,6 +44,16 @@ std::vector<std::string> Words(const std::string& file) {
           "-b:a", "192k", "-movflags", "+faststart", "-f", "mp4", "file:" + file};
 }
 
+constexpr std::array kEnds = {SIGINT, SIGTERM, SIGHUP};
+
+// The signals that end this program wait, or come again.
+void HoldEnds(bool hold) {
+  sigset_t ends;
+  sigemptyset(&ends);
+  for (const int number : kEnds) sigaddset(&ends, number);
+  sigprocmask(hold ? SIG_BLOCK : SIG_UNBLOCK, &ends, nullptr);
+}
+
 // Becomes the program, with `input` as its standard input. A failure to do so is told through `told`.
 [[noreturn]] void BecomeProgram(std::vector<std::string> words, int input, int told) {
   // What ends the probe from the terminal is the probe's to tell.
@@ -47,6 +61,7 @@ std::vector<std::string> Words(const std::string& file) {
   dup2(input, STDIN_FILENO);
   dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
   signal(SIGPIPE, SIG_DFL);
+  HoldEnds(false);
   std::vector<char*> pointers;
   pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
@@ -84,8 +99,13 @@ bool Encoder::Start(const std::string& file, int32_t picturesPerSecond) {
   signal(SIGPIPE, SIG_IGN);
   int data[2];
   int told[2];
-  if (pipe2(data, O_CLOEXEC) != 0 || pipe2(told, O_CLOEXEC) != 0) return false;
+  if (pipe2(data, O_CLOEXEC) != 0 || pipe2(told, O_CLOEXEC) != 0) {
+    TellNoStart(errno);
+    return false;
+  }
   const std::vector<std::string> words = Words(begun_);
+  // None may come while the program runs and nobody would end it.
+  HoldEnds(true);
   program_ = fork();
   if (program_ == 0) BecomeProgram(words, data[0], told[1]);
   close(data[0]);
@@ -93,7 +113,8 @@ bool Encoder::Start(const std::string& file, int32_t picturesPerSecond) {
   pipe_ = data[1];
   if (begun_.size() < fileToRemove.size()) begun_.copy(fileToRemove.data(), begun_.size());
   programToEnd = program_;
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) signal(number, EndAtOnce);
+  for (const int number : kEnds) signal(number, EndAtOnce);
+  HoldEnds(false);
   int why = program_ < 0 ? errno : 0;
   const bool became = program_ > 0 && read(told[0], &why, sizeof why) == 0;
   close(told[0]);
@@ -101,7 +122,7 @@ bool Encoder::Start(const std::string& file, int32_t picturesPerSecond) {
     if (why == ENOENT) {
       TellMissing();
     } else {
-      std::fprintf(stderr, "qlmprobe: ffmpeg cannot be started: %s\n", std::strerror(why));
+      TellNoStart(why);
     }
     Close();
     if (program_ > 0) KillProgram();
