@@ -15,7 +15,7 @@ DecodedSound SoundOf(std::string samples) {
   return sound;
 }
 
-DecodingWork Gives(std::string samples) {
+DecodingWork Gives(const std::string& samples) {
   return [samples](DecodingOrders*) { return SoundOf(samples); };
 }
 
