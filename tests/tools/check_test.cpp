@@ -265,6 +265,13 @@ TEST_F(CheckTest, WhatTheWideReadingMakesOtherwiseIsTold) {
              "1 line with scroll speeds of the chart: the wide reading passes them over too");
 }
 
+TEST_F(CheckTest, WhatTheWideReadingMakesOtherwiseIsNoFault) {
+  const ProcessResult result = Probe({"check", With({"#BPM01 240", "#00108:01", "#00111:01"})});
+  EXPECT_TRUE(Holds(result.output, "\"kind\": \"wide\", \"text\": \"by the wide reading the chart lasts"));
+  EXPECT_EQ(CountOf(result.output, "\"kind\""), 1U);
+  EXPECT_EQ(result.exitStatus, 0);
+}
+
 TEST_F(CheckTest, NotesAndLengthsOfBothReadingsAreCompared) {
   ExpectWide({"#00111:01", "#00152:0101"}, 0, "the wide reading finds 3 notes, and the classic one 2");
   // One measure of two seconds behind the first, and a stop of 96 units at 120: one second.

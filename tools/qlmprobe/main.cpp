@@ -205,7 +205,7 @@ std::vector<Command> Commands() {
        probe::BattleCommand},
       {{"check",
         "What in a chart the game will not play as its author means it, with line numbers.\n"
-        "Exit status 0 when nothing was found, 1 otherwise.",
+        "Exit status 0 when nothing was found but what the wide reading makes otherwise, else 1.",
         "FILE... [OPTION]...", SIZE_MAX, common},
        probe::CheckCommand},
       {{"library",
