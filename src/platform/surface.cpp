@@ -305,7 +305,7 @@ bool Surface::StretchWithin(const Rect& clip, const Rect& to, const Surface& sou
       const Colour* const pixels = source.PixelsFrom(from.left, from.top + rows[row]);
       for (int32_t i = 0; i < seen.Width(); ++i) {
         const Colour colour = pixels[columns[i]];
-        target[i] = leftOut(colour) ? target[i] : colour;
+        if (!leftOut(colour)) target[i] = colour;
       }
     }
   });

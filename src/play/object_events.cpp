@@ -1,6 +1,9 @@
 // The cursors that walk the object table and the key sound changes.
 #include "play/object_events.h"
 
+#include <cstdint>
+#include <span>
+
 #include "base/numbers.h"
 #include "base/rnd.h"
 #include "play/judgement.h"
@@ -106,13 +109,15 @@ void PassObjects() {
 }
 
 void LoadSoundsAhead() {
+  // Held for the loop, which passes hundreds of objects in each turn of a dense chart.
+  const std::span<const uint8_t> loaded(WavLoaded.begin(), WavLoaded.end());
   for (loopCounter = objCursor + 1; loopCounter <= objCount; ++loopCounter) {
     const ChartObj* obj = FindObj(loopCounter);
     if (obj == nullptr || !(obj->pos <= playPos + kAheadUnits)) return;
     if (!Sounds(*obj)) continue;
-    if (const uint8_t* loaded = WavLoaded.Find(obj->value); loaded != nullptr && *loaded <= 254) {
-      loadwav(obj->value);
-    }
+    // Below 0 becomes a number beyond all slots.
+    const auto slot = static_cast<uint32_t>(obj->value);
+    if (slot < loaded.size() && loaded[slot] <= 254) loadwav(obj->value);
   }
 }
 
