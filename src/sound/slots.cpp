@@ -58,8 +58,12 @@ void loadwav(int32_t slot) {
   if (slot == 0) return;
   TextView word;
   Text* wanted = WantedFile(slot, word);
-  if (wanted != nullptr && *wanted != WavHeldName[slot]) FindWideSound(*wanted);
-  if (wanted == nullptr || *wanted == WavHeldName[slot]) {
+  bool there = wanted == nullptr || *wanted == WavHeldName[slot];
+  if (!there) {
+    FindWideSound(*wanted);
+    there = *wanted == WavHeldName[slot];
+  }
+  if (there) {
     DebugLog(Join(word, slot, u" > cancelled"));
     ReadySlot(slot);
     return;
