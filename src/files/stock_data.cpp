@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,40 +19,7 @@ constexpr TextView kDataFolder = u"\\_qlmfiles";
 // What was brought: the version, then for each file its sum and its path, a line each, in UTF-8.
 constexpr TextView kListName = u"stock.txt";
 
-// Paths below the stock, and the sum of what each held when it was brought.
-using Sums = std::map<std::string, uint64_t>;
-
 constexpr size_t kSumDigits = 16;
-
-struct Brought {
-  std::string version;
-  Sums sums;
-};
-
-Brought ReadList() {
-  Brought brought;
-  const std::string text = platform::ReadFile(DataPath(kListName)).value_or("");
-  size_t begin = 0;
-  for (size_t end = 0; (end = text.find('\n', begin)) != std::string::npos; begin = end + 1) {
-    const std::string line = text.substr(begin, end - begin);
-    if (begin == 0) {
-      brought.version = line;
-    } else if (line.size() > kSumDigits + 1) {
-      brought.sums[line.substr(kSumDigits + 1)] = std::strtoull(line.c_str(), nullptr, 16);
-    }
-  }
-  return brought;
-}
-
-bool WriteList(const Brought& brought) {
-  std::string text = brought.version + "\n";
-  for (const auto& [path, sum] : brought.sums) {
-    std::array<char, kSumDigits + 1> digits{};
-    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(sum));
-    text.append(digits.data()).append(" ").append(path).append("\n");
-  }
-  return platform::WriteFile(DataPath(kListName), text);
-}
 
 // All files below a folder, their paths beginning with a "\".
 void AddFiles(TextView folder, TextView path, std::vector<Text>& files) {
@@ -80,6 +46,30 @@ bool IsToBeBrought(TextView own, uint64_t stockSum, std::optional<uint64_t> befo
 
 }  // namespace
 
+StockList TakeStockList(std::string_view text) {
+  StockList list;
+  size_t begin = 0;
+  for (size_t end = 0; (end = text.find('\n', begin)) != std::string_view::npos; begin = end + 1) {
+    const std::string line(text.substr(begin, end - begin));
+    if (begin == 0) {
+      list.version = line;
+    } else if (line.size() > kSumDigits + 1) {
+      list.sums[line.substr(kSumDigits + 1)] = std::strtoull(line.c_str(), nullptr, 16);
+    }
+  }
+  return list;
+}
+
+std::string StockListBytes(const StockList& list) {
+  std::string text = list.version + "\n";
+  for (const auto& [path, sum] : list.sums) {
+    std::array<char, kSumDigits + 1> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(sum));
+    text.append(digits.data()).append(" ").append(path).append("\n");
+  }
+  return text;
+}
+
 uint64_t ContentSum(std::string_view bytes) {
   uint64_t sum = 0xCBF2'9CE4'8422'2325;
   for (const char byte : bytes) sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100'0000'01B3;
@@ -97,8 +87,8 @@ DataPlace FindDataPlace(TextView program) {
 }
 
 bool BringStock(TextView stock, TextView version, void (*begins)()) {
-  const Brought before = ReadList();
-  Brought brought{platform::EncodeUtf8(version), {}};
+  const StockList before = TakeStockList(platform::ReadFile(DataPath(kListName)).value_or(""));
+  StockList brought{platform::EncodeUtf8(version), {}};
   if (before.version == brought.version) return true;
   begins();
   bool whole = true;
@@ -122,7 +112,7 @@ bool BringStock(TextView stock, TextView version, void (*begins)()) {
   }
   // The list promises what it names, so it goes to the disk last.
   platform::WaitForDisk(AppPath);
-  return whole && WriteList(brought);
+  return whole && platform::WriteFile(DataPath(kListName), StockListBytes(brought));
 }
 
 }  // namespace qlm

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <string>
 #include <string_view>
 
 #include "base/text.h"
@@ -22,6 +24,15 @@ DataPlace FindDataPlace(TextView program);
 // are written. False when a file could not be read or written; the rest was brought, and the next start tries
 // again. `begins` is called once before the first file is written.
 bool BringStock(TextView stock, TextView version, void (*begins)());
+
+// What was brought last.
+struct StockList {
+  std::string version;
+  std::map<std::string, uint64_t> sums;  // by path below the stock: the sum of what was brought there
+};
+// The file stock.txt in any bytes: a line that is too short, or has no end, says nothing.
+StockList TakeStockList(std::string_view text);
+std::string StockListBytes(const StockList& list);
 
 // By which a file is known again: FNV-1a, 64 bits.
 uint64_t ContentSum(std::string_view bytes);
