@@ -52,9 +52,9 @@ void DrawBody(const LaneSkin& lane, double top, double bottom) {
 
 void DrawBody(const ChartObj& head, const Extent& seen) {
   const LaneSkin& lane = NoteSkin[head.channel - 10];
-  const double middle = JudgeY / 2;
+  const int32_t middle = JudgeY / 2;
   if (HalfField && head.channel % 2 == 0) return DrawBody(lane, middle + seen.from, middle + seen.to);
-  const double base = HalfField ? middle : JudgeY;
+  const int32_t base = HalfField ? middle : JudgeY;
   const auto height = [&](double distance) { return Bent(std::max(base - distance * head.speedMul, 0.0)); };
   DrawBody(lane, height(seen.to) + lane.yOffset, height(seen.from) + lane.yOffset);
 }
@@ -64,7 +64,7 @@ void DrawBody(const ChartObj& head, const Extent& seen) {
 void DrawLongNotes() {
   if (LongNotes.empty() || Stealth) return;
   const double here = ShownPlace(playPos);
-  const double farthest = HalfField ? JudgeY / 2 : JudgeY;
+  const int32_t farthest = HalfField ? JudgeY / 2 : JudgeY;
   for (const LongNote& note : LongNotes) {
     const ChartObj* const head = FindObj(note.head);
     if (head == nullptr) return;

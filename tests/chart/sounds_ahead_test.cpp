@@ -23,6 +23,9 @@
 namespace qlm {
 namespace {
 
+// Slots and the files that they name.
+using Names = std::vector<std::pair<int32_t, Text>>;
+
 class SoundsAheadTest : public ChartTest {
  protected:
   SoundsAheadTest() {
@@ -52,6 +55,21 @@ class SoundsAheadTest : public ChartTest {
     }
     return lines;
   }
+  // All sounds anew, none of them ahead of its turn.
+  void LoadOneByOne(const Names& names) {
+    ReleaseAllSounds();
+    WavLengthMs.Clear();
+    log.clear();
+    for (const auto& [slot, file] : names) {
+      WavFile[slot] = Join(AppPath, u"\\song\\", file);
+      loadwav(slot);
+    }
+  }
+  void ExpectLines(const std::vector<Text>& expected) const {
+    const std::vector<Text> lines = SoundLines();
+    ASSERT_EQ(expected.size(), lines.size());
+    for (size_t i = 0; i < lines.size(); ++i) EXPECT_EQ(Utf8(expected[i]), Utf8(lines[i])) << i;
+  }
 };
 
 // What the slots hold: length and rate, 0 for none.
@@ -62,8 +80,6 @@ std::vector<std::pair<float, int32_t>> Slots() {
   }
   return slots;
 }
-
-using Names = std::vector<std::pair<int32_t, Text>>;
 
 // Sounds of all kinds, each many times.
 Names ManySounds() {
@@ -104,16 +120,8 @@ TEST_F(SoundsAheadTest, GivesTheSameAsOneByOne) {
   EXPECT_GT(std::ranges::count(ahead, u"acmStreamCloseに失敗\n続ける？"), 60);
   EXPECT_FLOAT_EQ(WavLengthMs[24], 39 * 384 / 32.0F);  // 24 * 5 % 8 is 0: all frames but the first
 
-  ReleaseAllSounds();
-  WavLengthMs.Clear();
-  log.clear();
-  for (const auto& [slot, file] : names) {
-    WavFile[slot] = Join(AppPath, u"\\song\\", file);
-    loadwav(slot);
-  }
-  const std::vector<Text> oneByOne = SoundLines();
-  ASSERT_EQ(ahead.size(), oneByOne.size());
-  for (size_t i = 0; i < ahead.size(); ++i) EXPECT_EQ(Utf8(ahead[i]), Utf8(oneByOne[i])) << i;
+  LoadOneByOne(names);
+  ExpectLines(ahead);
   EXPECT_EQ(slots, Slots());
 }
 
@@ -167,16 +175,8 @@ TEST_F(SoundsAheadTest, TheWideReadingGivesTheSameAsOneByOneToo) {
   EXPECT_EQ(slots[18], (std::pair(WavLengthMs[18], 44100)));  // 18 is 0 of 9: bell.ogg
   EXPECT_EQ(slots[20], (std::pair(3000 / 22.05F, 22050)));
 
-  ReleaseAllSounds();
-  WavLengthMs.Clear();
-  log.clear();
-  for (const auto& [slot, file] : names) {
-    WavFile[slot] = Join(AppPath, u"\\song\\", file);
-    loadwav(slot);
-  }
-  const std::vector<Text> oneByOne = SoundLines();
-  ASSERT_EQ(ahead.size(), oneByOne.size());
-  for (size_t i = 0; i < ahead.size(); ++i) EXPECT_EQ(Utf8(ahead[i]), Utf8(oneByOne[i])) << i;
+  LoadOneByOne(names);
+  ExpectLines(ahead);
   EXPECT_EQ(slots, Slots());
 }
 
