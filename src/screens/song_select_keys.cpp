@@ -324,7 +324,7 @@ void ProcessKey_SongSelect(int32_t key) {
 }
 
 void OpenOnEasiest(TextView jukebox) {
-  const auto rows = [] { return std::span(songList).first(static_cast<size_t>(lastSong + 1)); };
+  const auto rows = [] { return std::span(songList).first(static_cast<size_t>(int64_t{lastSong} + 1)); };
   const auto named = std::ranges::find(rows(), jukebox, &SongEntry::title);
   if (named == rows().end()) return;
   listCursor = static_cast<int32_t>(named - rows().begin());

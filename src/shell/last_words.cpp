@@ -32,7 +32,7 @@ TextView OutcomeWord(Outcome outcome) {
 const SongEntry* HarderChart(int32_t level) {
   if (GameState != kStateSongSelect) return nullptr;
   const SongEntry* next = nullptr;
-  for (const SongEntry& row : std::span(songList).first(static_cast<size_t>(lastSong + 1))) {
+  for (const SongEntry& row : std::span(songList).first(static_cast<size_t>(int64_t{lastSong} + 1))) {
     if (row.playLevel > level && (next == nullptr || row.playLevel < next->playLevel)) next = &row;
   }
   return next;
