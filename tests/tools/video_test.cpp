@@ -24,6 +24,8 @@ std::string BytesOf(const std::string& file) {
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
+const std::string kProbe = QLM_BINARY_DIR "/qlmprobe";
+
 // At 125 beats a minute a position unit lasts 10 ms. The one note stands at the first of measure 1, 1920 ms
 // into the chart. At 50 turns a second it falls in turn 96; behind the 50 turns of the pre-roll that is
 // picture 146, and 2920 ms into the video.
@@ -53,17 +55,9 @@ class VideoTest : public ProbeTest {
   }
 
   std::vector<std::string> Command(std::vector<std::string> options = {}) const {
-    std::vector<std::string> words = {QLM_BINARY_DIR "/qlmprobe",
-                                      "video",
-                                      chart_,
-                                      "--out",
-                                      At("out.mp4"),
-                                      "--fps",
-                                      "50",
-                                      "--data",
-                                      SystemFolder(),
-                                      "--skin",
-                                      At("_qlmfiles/bomb.brd")};
+    std::vector<std::string> words = {
+        kProbe, "video",  chart_,         "--out",  At("out.mp4"),           "--fps",
+        "50",   "--data", SystemFolder(), "--skin", At("_qlmfiles/bomb.brd")};
     words.insert(words.end(), options.begin(), options.end());
     return words;
   }
@@ -199,8 +193,8 @@ TEST_F(VideoTest, ATerminalIsToldOfEachSecond) {
 
 TEST_F(VideoTest, AMissingChartIsToldBeforeAnythingIsBegun) {
   FakeEncoder(": > " + At("begun") + "\n");
-  const ProcessResult result = qlm::Run(
-      {QLM_BINARY_DIR "/qlmprobe", "video", At("none.bms"), "--out", At("out.mp4")}, {{"PATH", At("bin")}});
+  const ProcessResult result =
+      qlm::Run({kProbe, "video", At("none.bms"), "--out", At("out.mp4")}, {{"PATH", At("bin")}});
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_FALSE(fs::exists(At("begun")));
   ExpectNothingLeft();
