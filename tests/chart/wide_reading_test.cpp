@@ -289,7 +289,7 @@ TEST_F(WideReadingTest, AChartWithFewerBlocksThanNamedGoesOn) {
 }
 
 TEST_F(WideReadingTest, ASwitchReadsFromItsCaseToTheNextSkip) {
-  const auto switched = [](Text word) {
+  const auto switched = [](TextView word) {
     return std::vector<Text>{Join(u"#SETSWITCH ", word),
                              u"#CASE 1",
                              u"#00101:01",

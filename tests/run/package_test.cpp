@@ -61,7 +61,8 @@ class PackageTest : public testing::Test {
   static void SetUpTestSuite() {
     folder = fs::temp_directory_path() / ("package_test-" + std::to_string(getpid()));
     fs::create_directories(folder / "root");
-    made = qlm::Run({QLM_SOURCE_DIR "/tools/package", "--build", QLM_BINARY_DIR, "--out", folder}, {}, 600);
+    const std::string tool = QLM_SOURCE_DIR "/tools/package";
+    made = qlm::Run({tool, "--build", QLM_BINARY_DIR, "--out", folder}, {}, 600);
     if (made.exitStatus != 0) return;
     qlm::Run({"dpkg-deb", "-x", Only(folder, ".deb"), folder / "root"});
     qlm::Run({"tar", "-C", folder, "-xf", Only(folder, ".tar.zst")});
@@ -305,10 +306,9 @@ TEST_F(PackageTest, ADesktopTakesTheEntryAndTheFileTypes) {
 TEST(FullVersion, CountsTheCommitsSinceTheVersionWasTagged) {
   const fs::path source = fs::temp_directory_path() / ("full_version-" + std::to_string(getpid()));
   fs::create_directories(source);
+  const std::string script = QLM_SOURCE_DIR "/cmake/full_version.cmake";
   const auto version = [&] {
-    return qlm::Run({"cmake", "-DSOURCE=" + source.string(), "-DVERSION=0.1.0", "-P",
-                     QLM_SOURCE_DIR "/cmake/full_version.cmake"})
-        .output;
+    return qlm::Run({"cmake", "-DSOURCE=" + source.string(), "-DVERSION=0.1.0", "-P", script}).output;
   };
   const auto git = [&](std::vector<std::string> words) {
     words.insert(words.begin(), {"git", "-C", source, "-c", "user.name=a", "-c", "user.email=a@b"});
