@@ -16,6 +16,7 @@
 #include "platform/sound_device.h"
 #include "state/settings.h"
 #include "tests/forms/menu_test.h"
+#include "tests/forms/until.h"
 
 namespace qlm {
 namespace {
@@ -112,10 +113,10 @@ TEST_F(AudioPanelTest, TheDeviceIsToldAndWhatWasLateInTheLastPlay) {
   EXPECT_EQ(Label("lblSoundDevice"), "dummy, 音は聞こえません");
   EXPECT_EQ(Label("lblLateBlocks"), "いま 0、前回のプレイ 12");
   EXPECT_EQ(Label("lblSoundAhead"), "まだ測っていません");
-  QTest::qWait(50);  // for the first blocks
+  EXPECT_TRUE(Until([] { return platform::SoundAheadMicroseconds() > 0; })) << "the first blocks";
   Press("cmdMeasureSound");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Label("lblSoundAhead").ends_with(" ms"); }));
-  EXPECT_TRUE(QTest::qWaitFor([] { return platform::LateSoundBlocks() > 0; }));
+  EXPECT_TRUE(Until([&] { return Label("lblSoundAhead").ends_with(" ms"); }));
+  EXPECT_TRUE(Until([] { return platform::LateSoundBlocks() > 0; }));
   EXPECT_EQ(Label("lblLateBlocks"), "いま 0、前回のプレイ 12") << "the gap was wanted";
 }
 
@@ -139,7 +140,7 @@ TEST_F(AudioPanelTest, TheTestToneIsAnAForASecond) {
   Press("cmdTone");
   constexpr std::uintmax_t kTwoSeconds = 2 * 176400;
   const std::uintmax_t before = std::filesystem::file_size(file);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::file_size(file) > before + kTwoSeconds; }));
+  EXPECT_TRUE(Until([&] { return std::filesystem::file_size(file) > before + kTwoSeconds; }));
   Close();
   std::ifstream in(file, std::ios::binary);
   const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
@@ -183,8 +184,7 @@ TEST_F(AudioPanelTest, TooFewTapsGiveNoResult) {
   setenv("SDL_DISKAUDIODELAY", "0", 1);
   Show("disk");
   Press("cmdTap");
-  EXPECT_TRUE(
-      QTest::qWaitFor([&] { return Label("lblTaps") == "足りません。8回以上、音の近くで叩いてください。"; }));
+  EXPECT_TRUE(Until([&] { return Label("lblTaps") == "足りません。8回以上、音の近くで叩いてください。"; }));
   EXPECT_EQ(Button("cmdTap").text().toStdString(), "始める");
 }
 

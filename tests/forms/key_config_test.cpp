@@ -26,6 +26,7 @@
 #include "forms/language.h"
 #include "input/input.h"
 #include "state/settings.h"
+#include "tests/forms/until.h"
 #include "tests/support/game_test.h"
 #include "tests/support/virtual_stick.h"
 
@@ -33,13 +34,6 @@ namespace qlm {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Waits, as briefly as it can, until the dialog has come so far.
-template <typename Condition>
-testing::AssertionResult Until(Condition condition) {
-  if (QTest::qWaitFor(condition, 5000)) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << "it never came to that";
-}
 
 // The open dialog, as a person sees and works it.
 class Form {
@@ -106,8 +100,8 @@ class Form {
   }
   std::string HeldLine() const { return Find<QLabel>("lblHeld").text().toStdString(); }
 
-  // For as long as it takes to poll the controllers twice.
-  static void Poll() { QTest::qWait(30); }
+  // For as long as it takes to poll the controllers several times.
+  static void Poll() { QTest::qWait(100); }
 
  private:
   QDialog& dialog_;

@@ -30,6 +30,7 @@
 #include "state/network.h"
 #include "state/settings.h"
 #include "tests/forms/menu_test.h"
+#include "tests/forms/until.h"
 
 namespace qlm {
 namespace {
@@ -408,7 +409,7 @@ TEST_F(MenuNetworkTest, GameOfAClientStartsWhenTheHostSaysSo) {
   EXPECT_FALSE(network.NetHost);
   EXPECT_FALSE(Button("cmdServer").isEnabled());
   EXPECT_FALSE(Button("cmdConnect").isEnabled());
-  EXPECT_TRUE(QTest::qWaitFor([&] { return menu->StartsGame(); }, 10000));
+  EXPECT_TRUE(Until([&] { return menu->StartsGame(); }));
   EXPECT_FALSE(menu->isVisible());
   EXPECT_EQ(network.NetUserCount, 2);
 }

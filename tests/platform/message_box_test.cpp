@@ -121,17 +121,17 @@ class MessageBoxTest : public testing::Test {
     hands.join();
     ASSERT_NE(screen_, nullptr);
   }
-  // Whether it is closed within a second.
-  bool Closes() const {
-    for (int i = 0; i < 100 && open_; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  bool Closes(int seconds = 30) const {
+    for (int i = 0; i < 100 * seconds && open_; ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
     return !open_;
   }
   // False when it stays open. Its first quarter of a second does not count.
   bool CloseByKey(const std::string& key) const {
-    for (int i = 0; i < 5 && open_; ++i) {
+    for (int i = 0; i < 20 && open_; ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(250));
       display->Do({"key", key});
-      Closes();
+      Closes(1);
     }
     return !open_;
   }

@@ -29,7 +29,7 @@ fail() {
 }
 # Waits for a line in a file.
 await() {
-  for _ in $(seq 200); do
+  for _ in $(seq 600); do
     grep -q "$2" "$1" && return
     sleep 0.05
   done

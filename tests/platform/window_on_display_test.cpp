@@ -149,7 +149,7 @@ TEST_F(WindowOnDisplay, KeyHasTheNumberOfItsCode) {
     if (const int32_t key = KeyNumberOfEvdev(code); key != 0) expected.push_back(key);
   }
   display->Do(press);
-  for (int i = 0; i < 100 && seen.size() < expected.size(); ++i) {
+  for (int i = 0; i < 3000 && seen.size() < expected.size(); ++i) {
     pump();
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }

@@ -97,8 +97,11 @@ class EveningTest : public GameTest {
   }
 
   void Quit() {
-    Press("Escape");
-    const ProcessResult result = program_->Wait(10);
+    for (int i = 0; i < 100 && program_->Running(); ++i) {
+      Press("Escape");
+      Rest(200);
+    }
+    const ProcessResult result = program_->Wait(60);
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
   }
 

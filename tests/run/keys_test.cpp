@@ -55,7 +55,7 @@ class KeysTest : public GameTest {
     return {values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]};
   }
   void WaitUntilClosed(const std::string& title) const {
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 1500; ++i) {
       const ProcessResult found =
           qlm::Run({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$"}, Environment(), 20);
       if (found.exitStatus != 0) return;
@@ -88,13 +88,14 @@ class KeysTest : public GameTest {
 TEST_F(KeysTest, KeysArePressedInTheDialogAndKept) {
   ASSERT_FALSE(display_.Name().empty());
   Process program({SystemFolder() + "/quillmarch"}, Environment());
-  display_.WaitForWindow("quillmarch startup menu");
-  display_.Do({"sleep", "0.2", "key", "alt+k"});
+  display_.WaitForFocus("quillmarch startup menu");
+  display_.Do({"key", "alt+k"});
+  display_.WaitForFocus("KeyConfig");
   const Geometry form = Find("KeyConfig");
   EXPECT_GT(form.width, 600);
   // A new function by the key 2, then what would work the controls of another dialog; 62 is the right Shift.
-  display_.Do({"sleep", "0.2", "key", "--delay", "20", "a", "2", "Tab", "Escape", "Return", "Up", "62", "alt",
-               "space", "1", "1", "bracketleft"});
+  display_.Do({"key", "--delay", "20", "a", "2", "Tab", "Escape", "Return", "Up", "62", "alt", "space", "1",
+               "1", "bracketleft"});
   ClickDone();
   const std::string written = FileBytes();
   EXPECT_EQ(
@@ -103,9 +104,10 @@ TEST_F(KeysTest, KeysArePressedInTheDialogAndKept) {
       "50=23 51=25 52=28 54=12 56=12 57=12 200=12 of 802 bytes");
 
   // What was written shows in the next dialog, which another window closes.
+  display_.WaitForFocus("quillmarch startup menu");
   display_.Do({"key", "alt+k"});
-  Find("KeyConfig");
-  display_.Do({"sleep", "0.2", "key", "b"});
+  display_.WaitForFocus("KeyConfig");
+  display_.Do({"key", "b"});
   const Process other({SystemFolder() + "/quillmarch"}, Environment());
   WaitUntilClosed("KeyConfig");
   EXPECT_EQ(FileBytes(), written);

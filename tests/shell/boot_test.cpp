@@ -400,7 +400,7 @@ TEST_F(BootTest, ASecondProgramPlaysWithoutWriting) {
   Process first(
       {SystemFolder() + "/quillmarch", longChart},
       {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", "dummy"}, {"SDL_AUDIODRIVER", "dummy"}});
-  for (int i = 0; i < 1000 && !LogHolds("playloop start"); ++i) {
+  for (int i = 0; i < 3000 && !LogHolds("playloop start"); ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   ASSERT_TRUE(LogHolds("playloop start"));

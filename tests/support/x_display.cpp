@@ -80,14 +80,24 @@ platform::SurfacePtr XDisplay::Screenshot() const {
   return platform::DecodePicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
 }
 
-void XDisplay::WaitForWindow(const std::string& title) const {
-  const std::vector<std::string> command = {"xdotool", "search", "--onlyvisible", "--name",
-                                            "^" + title + "$"};
-  for (int i = 0; i < 500; ++i) {
-    if (Run(command, {{"DISPLAY", name_}}, 20).exitStatus == 0) return;
+// Asks again and again until the command succeeds.
+void XDisplay::WaitFor(const std::vector<std::string>& question, const std::string& what) const {
+  for (int i = 0; i < 1500; ++i) {
+    if (Run(question, {{"DISPLAY", name_}}, 20).exitStatus == 0) return;
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
-  ADD_FAILURE() << "no window has the title " << title;
+  ADD_FAILURE() << what;
+}
+
+void XDisplay::WaitForWindow(const std::string& title) const {
+  WaitFor({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$"},
+          "no window has the title " + title);
+}
+
+void XDisplay::WaitForFocus(const std::string& title) const {
+  WaitForWindow(title);
+  WaitFor({"sh", "-c", "xdotool getwindowfocus getwindowname | grep -qx \"$0\"", title},
+          "what is typed does not go to the window " + title);
 }
 
 void XDisplay::Do(const std::vector<std::string>& words) const {

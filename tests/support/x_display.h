@@ -25,6 +25,8 @@ class XDisplay {
   platform::SurfacePtr Screenshot() const;
   // Waits until a window is seen whose title, as a whole, fits this regular expression.
   void WaitForWindow(const std::string& title) const;
+  // The same, until it is seen and gets what is typed.
+  void WaitForFocus(const std::string& title) const;
   // Runs xdotool with these words.
   void Do(const std::vector<std::string>& words) const;
   // Where the mouse pointer stands.
@@ -40,6 +42,8 @@ class XDisplay {
   bool PressCloseButton() const;
 
  private:
+  void WaitFor(const std::vector<std::string>& question, const std::string& what) const;
+
   Process server_;
   std::string name_;
 };

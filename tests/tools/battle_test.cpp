@@ -25,7 +25,7 @@ class BattleCommandTest : public ProbeTest {
 
   // Runs a script at four times the speed of the world.
   ProcessResult Battle(const std::string& players) const {
-    std::ofstream(At("script")) << "speed 4\nseconds 40\nchart a.bms\n" << players;
+    std::ofstream(At("script")) << "speed 4\nseconds 200\nchart a.bms\n" << players;
     return Probe({"battle", At("script")});
   }
 
