@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/paths.h"
 #include "chart/preparation.h"
 #include "chart/reader.h"
 #include "state/chart.h"
@@ -23,6 +24,8 @@ Text ChartTest::Lines(const std::vector<Text>& lines) {
   for (const Text& line : lines) text += line + Text(kCrLf);
   return text;
 }
+
+Text ChartTest::Song(TextView name) { return Join(AppPath, u"\\song\\", name); }
 
 Text ChartTest::WriteChart(const std::vector<Text>& lines, TextView name) const {
   return WriteText(name, Lines(lines));

@@ -16,6 +16,8 @@ class ChartTest : public GameTest {
 
   // The lines, with CR LF before and behind each, so that the first one is seen too.
   static Text Lines(const std::vector<Text>& lines);
+  // The path of a file in the folder of the charts.
+  static Text Song(TextView name);
   Text WriteChart(const std::vector<Text>& lines, TextView name = u"song\\chart.bms") const;
   // An empty table, then a read of these lines.
   void Read(const std::vector<Text>& lines) const;
