@@ -1,4 +1,4 @@
-// Joining, the streams of messages, and what happens at a death.
+// Joining, the links to the others, the streams of messages, and what happens at a death.
 #include "platform/session_members.h"
 
 #include <algorithm>
@@ -19,23 +19,22 @@ constexpr size_t kMostUnsent = 4096;
 constexpr size_t kMostStrangers = 8;  // links that have not said what they want
 constexpr size_t kMostNotes = 100;
 
-std::u16string Number(int64_t number) {
-  std::u16string digits;
-  for (const char digit : std::to_string(number)) digits.push_back(static_cast<char16_t>(digit));
-  return digits;
-}
-
-std::u16string AddressText(const SessionAddress& address) {
-  std::u16string text;
-  for (int shift = 24; shift >= 0; shift -= 8)
-    text += Number(address.host >> shift & 0xFF) + (shift > 0 ? u"." : u":");
-  return text + Number(address.port);
-}
-
 bool IsLoopback(const SessionAddress& address) { return address.host >> 24 == 127; }
 
-bool Contains(const auto& list, const auto& value) {
-  return std::find(list.begin(), list.end(), value) != list.end();
+std::u16string Digits(int64_t number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
+
+bool Contains(const std::vector<int32_t>& ids, int32_t id) {
+  return std::find(ids.begin(), ids.end(), id) != ids.end();
+}
+
+std::u16string Words(const SessionAddress& address) {
+  std::u16string text;
+  for (int shift = 24; shift >= 0; shift -= 8)
+    text += Digits(address.host >> shift & 0xFF) + (shift > 0 ? u"." : u":");
+  return text + Digits(address.port);
 }
 
 }  // namespace
@@ -50,16 +49,19 @@ SessionMembers::Link* SessionMembers::FindLink(LinkId id) {
   return found == links_.end() ? nullptr : &found->second;
 }
 
-template <typename Run>
-void SessionMembers::ForRemaining(Run run) {
-  for (auto& [id, member] : members_) {
-    if (!member.gone) run(member);
-  }
+SessionMembers::Member* SessionMembers::SenderOn(LinkId id) {
+  const Link& link = links_.at(id);
+  return link.phase == Phase::kUp ? Find(link.member) : nullptr;
 }
 
 size_t SessionMembers::Remaining() const {
   return static_cast<size_t>(
       std::count_if(members_.begin(), members_.end(), [](const auto& each) { return !each.second.gone; }));
+}
+
+size_t SessionMembers::Applicants() const {
+  return static_cast<size_t>(std::count_if(
+      links_.begin(), links_.end(), [](const auto& each) { return each.second.phase == Phase::kApplicant; }));
 }
 
 bool SessionMembers::IsHost() const {
@@ -69,6 +71,12 @@ bool SessionMembers::IsHost() const {
 }
 
 std::vector<SessionPlayer> SessionMembers::FirstPlayers() const { return firstPlayers_; }
+
+std::optional<SearchAnswer> SessionMembers::AnswerSearch() const {
+  const size_t players = Remaining() + 1 + Applicants();
+  if (!IsHost() || players >= kMostPlayers) return std::nullopt;
+  return SearchAnswer{.session = session_, .players = static_cast<uint8_t>(players), .name = self_.name};
+}
 
 void SessionMembers::Note(std::u16string text) {
   if (notes_.size() < kMostNotes) notes_.push_back(std::move(text));
@@ -135,7 +143,7 @@ void SessionMembers::Reject(LinkId id, std::u16string_view why) {
     MarkGone(link->member, why);
     return;
   }
-  Note(u"Dropped " + AddressText(link->address) + u": " + std::u16string(why));
+  Note(u"Dropped " + Words(link->address) + u": " + std::u16string(why));
   const bool ours =
       link->phase == Phase::kCalling || link->phase == Phase::kAsking || link->phase == Phase::kProving;
   Drop(id, LinkTask::Kind::kFinish);
@@ -230,17 +238,14 @@ void SessionMembers::Take(LinkId id, const HelloFrame& hello) {
   };
   if (hello.version != kSessionVersion) {
     return refuse(Refusal::kVersion,
-                  u"it is of version " + Number(hello.version) + u", this is " + Number(kSessionVersion));
+                  u"it is of version " + Digits(hello.version) + u", this is " + Digits(kSessionVersion));
   }
   const bool isHost =
       state_ == State::kIn && std::all_of(members_.begin(), members_.end(), [this](const auto& each) {
         return each.second.gone || each.second.player.place > self_.place;
       });
   if (!isHost) return refuse(Refusal::kNotHost, u"it asks to come in, and this is not the host");
-  const auto applicants = std::count_if(
-      links_.begin(), links_.end(), [](const auto& each) { return each.second.phase == Phase::kApplicant; });
-  if (Remaining() + 1 + static_cast<size_t>(applicants) >= kMostPlayers)
-    return refuse(Refusal::kFull, u"the session is full");
+  if (Remaining() + 1 + Applicants() >= kMostPlayers) return refuse(Refusal::kFull, u"the session is full");
   link.phase = Phase::kApplicant;
   link.since = now_;
   link.name = hello.name;
@@ -251,8 +256,8 @@ void SessionMembers::Take(LinkId id, const RefusalFrame& refusal) {
   if (links_.at(id).phase != Phase::kAsking || refusal.magic != kSessionMagic)
     return Reject(id, u"it refuses what was not asked");
   if (refusal.reason == Refusal::kVersion) {
-    return FailJoin(u"the session is of version " + Number(refusal.version) + u", this is " +
-                    Number(kSessionVersion));
+    return FailJoin(u"the session is of version " + Digits(refusal.version) + u", this is " +
+                    Digits(kSessionVersion));
   }
   FailJoin(refusal.reason == Refusal::kFull ? u"the session is full" : u"that player is not the host");
 }
@@ -323,9 +328,8 @@ SessionMembers::Member& SessionMembers::AddMember(const PlayerEntry& player) {
   return member;
 }
 
-void SessionMembers::Take(LinkId id, const WelcomeFrame& welcome) {
-  Link& link = links_.at(id);
-  if (link.phase != Phase::kAsking) return Reject(id, u"it welcomes whom it was not asked for");
+// All are different players, and the newcomer is the last of them.
+bool SessionMembers::MakesSense(const WelcomeFrame& welcome) {
   std::set<int32_t> ids = {welcome.you.id};
   std::set<uint32_t> places = {welcome.you.place};
   for (const WelcomeMember& each : welcome.members) {
@@ -334,10 +338,12 @@ void SessionMembers::Take(LinkId id, const WelcomeFrame& welcome) {
   }
   ids.insert(welcome.gone.begin(), welcome.gone.end());
   const size_t players = welcome.members.size() + 1;
-  if (welcome.members.empty() || players > kMostPlayers || ids.size() != players + welcome.gone.size() ||
-      places.size() != players || *places.rbegin() != welcome.you.place || *ids.begin() < kLowestId) {
-    return Reject(id, u"its welcome makes no sense");
-  }
+  return !welcome.members.empty() && players <= kMostPlayers && ids.size() == players + welcome.gone.size() &&
+         places.size() == players && *places.rbegin() == welcome.you.place && *ids.begin() >= kLowestId;
+}
+
+// Who is here, and who has gone.
+void SessionMembers::KnowAll(const WelcomeFrame& welcome) {
   session_ = welcome.session;
   self_ = welcome.you;
   lastPlace_ = self_.place;
@@ -352,6 +358,19 @@ void SessionMembers::Take(LinkId id, const WelcomeFrame& welcome) {
     Member& member = AddMember(each.player);
     member.introduced = member.taken = true;
   }
+  // The newest first.
+  firstPlayers_ = {{self_.id, self_.name}};
+  std::vector<PlayerEntry> others;
+  for (const WelcomeMember& each : welcome.members) others.push_back(each.player);
+  std::sort(others.begin(), others.end(), [](const auto& a, const auto& b) { return a.place > b.place; });
+  for (const PlayerEntry& other : others) firstPlayers_.push_back({other.id, other.name});
+}
+
+void SessionMembers::Take(LinkId id, const WelcomeFrame& welcome) {
+  Link& link = links_.at(id);
+  if (link.phase != Phase::kAsking) return Reject(id, u"it welcomes whom it was not asked for");
+  if (!MakesSense(welcome)) return Reject(id, u"its welcome makes no sense");
+  KnowAll(welcome);
   link.phase = Phase::kUp;
   link.member = welcome.members.front().player.id;
   link.since = now_;
@@ -366,12 +385,6 @@ void SessionMembers::Take(LinkId id, const WelcomeFrame& welcome) {
   for (auto& [other, member] : members_) {
     if (!member.gone) TellGone(member);
   }
-  // The newest first.
-  firstPlayers_ = {{self_.id, self_.name}};
-  std::vector<PlayerEntry> others;
-  for (const WelcomeMember& each : welcome.members) others.push_back(each.player);
-  std::sort(others.begin(), others.end(), [](const auto& a, const auto& b) { return a.place > b.place; });
-  for (const PlayerEntry& other : others) firstPlayers_.push_back({other.id, other.name});
   FinishJoin();
 }
 
@@ -388,8 +401,7 @@ void SessionMembers::FinishJoin() {
 }
 
 void SessionMembers::Take(LinkId id, const ExpectFrame& expect) {
-  const Link& link = links_.at(id);
-  const Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
+  const Member* const sender = SenderOn(id);
   if (sender == nullptr) return Reject(id, u"it is no member");
   if (!MayAnnounce(*sender)) return;
   // The announcement follows at once: who was not announced until now never will be.
@@ -420,23 +432,26 @@ void SessionMembers::Prove(LinkId id) {
     return Reject(id, u"it is not who it says it is");
   }
   expected_.erase(expected);
-  link.phase = Phase::kUp;
-  link.since = now_;
-  member->link = id;
   SendOn(id, LinkedFrame());
-  for (std::string& bytes : std::exchange(member->unsent, {})) SendTo(*member, std::move(bytes));
+  LinkIsUp(id, *member);
   ConsiderApplicants();
 }
 
 void SessionMembers::Take(LinkId id, const LinkedFrame&) {
-  Link& link = links_.at(id);
+  const Link& link = links_.at(id);
   Member* const member = Find(link.member);
   if (link.phase != Phase::kProving || member == nullptr) return Reject(id, u"it answers what was not asked");
+  LinkIsUp(id, *member);
+  FinishJoin();
+}
+
+// It is sent what has waited for it.
+void SessionMembers::LinkIsUp(LinkId id, Member& member) {
+  Link& link = links_.at(id);
   link.phase = Phase::kUp;
   link.since = now_;
-  member->link = id;
-  for (std::string& bytes : std::exchange(member->unsent, {})) SendTo(*member, std::move(bytes));
-  FinishJoin();
+  member.link = id;
+  for (std::string& bytes : std::exchange(member.unsent, {})) SendTo(member, std::move(bytes));
 }
 
 // ---- Messages
@@ -478,8 +493,7 @@ bool SessionMembers::SpeaksForOthers(const Member& sender) const {
 }
 
 void SessionMembers::Take(LinkId id, ItemFrame& item) {
-  const Link& link = links_.at(id);
-  Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
+  Member* const sender = SenderOn(id);
   if (sender == nullptr) return Reject(id, u"it is no member");
   if (item.number <= sender->received || !Contains(item.recipients, self_.id))
     return Reject(id, u"its numbers make no sense");
@@ -495,8 +509,7 @@ void SessionMembers::Take(LinkId id, ItemFrame& item) {
 }
 
 void SessionMembers::Take(LinkId id, DirectFrame& direct) {
-  const Link& link = links_.at(id);
-  Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
+  Member* const sender = SenderOn(id);
   if (sender == nullptr) return Reject(id, u"it is no member");
   sender->undelivered.push_back({ItemKind::kMessage, direct.from, std::move(direct.body), {}});
   DeliverWhatMay();
@@ -535,7 +548,7 @@ void SessionMembers::Deliver(Member& sender) {
     if (delivery.kind == ItemKind::kMessage) {
       const bool forAnother = delivery.from != 0 && delivery.from != sender.player.id;
       if (forAnother && (!SpeaksForOthers(sender) || delivery.from < kLowestId)) {
-        Note(u"Dropped a message of " + Number(sender.player.id) + u": it speaks for another player");
+        Note(u"Dropped a message of " + Digits(sender.player.id) + u": it speaks for another player");
         continue;
       }
       GameNews& news = news_.emplace_back();
@@ -592,8 +605,7 @@ bool SessionMembers::MakeRoom(Member& sender) {
 }
 
 void SessionMembers::Take(LinkId id, const AliveFrame& alive) {
-  const Link& link = links_.at(id);
-  Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
+  Member* const sender = SenderOn(id);
   if (sender == nullptr) return;  // only a sign of life
   for (const auto& [origin, number] : alive.received) {
     Member* const other = Find(origin);
@@ -611,7 +623,7 @@ void SessionMembers::GiveUp(int32_t id, std::u16string_view why) { MarkGone(id, 
 void SessionMembers::MarkGone(int32_t id, std::u16string_view why) {
   Member* const member = Find(id);
   if (member == nullptr || member->gone) return;
-  Note(u"Player " + Number(id) + u" is gone: " + std::u16string(why));
+  Note(u"Player " + Digits(id) + u" is gone: " + std::u16string(why));
   member->gone = true;
   member->since = now_;
   member->unsent.clear();
@@ -660,8 +672,7 @@ void SessionMembers::Take(LinkId id, const ForwardFrame& forward) {
 }
 
 void SessionMembers::Take(LinkId id, const GoneFrame& gone) {
-  const Link& link = links_.at(id);
-  Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
+  Member* const sender = SenderOn(id);
   if (sender == nullptr) return Reject(id, u"it is no member");
   const int32_t senderId = sender->player.id;
   const uint32_t place = sender->player.place;
@@ -675,8 +686,7 @@ void SessionMembers::Take(LinkId id, const GoneFrame& gone) {
 }
 
 void SessionMembers::Take(LinkId id, const SettledFrame& settled) {
-  const Link& link = links_.at(id);
-  Member* const sender = link.phase == Phase::kUp ? Find(link.member) : nullptr;
+  Member* const sender = SenderOn(id);
   if (sender == nullptr) return Reject(id, u"it is no member");
   for (const int32_t each : settled.ids) {
     Member* const dead = Find(each);
@@ -757,23 +767,35 @@ void SessionMembers::ForgetSettled() {
 
 void SessionMembers::Tick() {
   if (state_ == State::kClosed) return;
-  const auto late = [this](int64_t since, int64_t most) { return now_ - since > most; };
-  std::vector<std::pair<LinkId, Link>> links(links_.begin(), links_.end());
+  GiveUpLateLinks();
+  if (hostLink_ != 0 && now_ - joinBegan_ > kMostWaitForHost) FailJoin(u"the host does not let us in");
+  GiveUpUnlinked();
+  GiveUpWhoDoNotSettle();
+  if (now_ - signBegan_ < kSignEvery) return;
+  signBegan_ = now_;
+  ForgetSettled();
+  GiveSign();
+}
+
+void SessionMembers::GiveUpLateLinks() {
+  // Giving one up can take others away.
+  const std::vector<std::pair<LinkId, Link>> links(links_.begin(), links_.end());
   for (const auto& [id, link] : links) {
     if (FindLink(id) == nullptr) continue;
-    const bool silent = late(link.heard, kGivenUpAfter);
+    const int64_t lasts = now_ - link.since;
+    const bool silent = now_ - link.heard > kGivenUpAfter;
     switch (link.phase) {
       case Phase::kSilent:
-        if (late(link.since, kMostSilence)) Reject(id, u"it does not say what it wants");
+        if (lasts > kMostSilence) Reject(id, u"it does not say what it wants");
         break;
       case Phase::kUnproven:
-        if (late(link.since, kMostLinking)) Reject(id, u"nobody announced it");
+        if (lasts > kMostLinking) Reject(id, u"nobody announced it");
         break;
       case Phase::kCalling:
-        if (late(link.since, kMostCalling)) Reject(id, u"it does not answer");
+        if (lasts > kMostCalling) Reject(id, u"it does not answer");
         break;
       case Phase::kProving:
-        if (late(link.since, kMostLinking)) Reject(id, u"it does not answer");
+        if (lasts > kMostLinking) Reject(id, u"it does not answer");
         break;
       case Phase::kApplicant:
       case Phase::kAsking:
@@ -784,17 +806,20 @@ void SessionMembers::Tick() {
         break;
     }
   }
-  if (hostLink_ != 0 && late(joinBegan_, kMostWaitForHost)) FailJoin(u"the host does not let us in");
+}
+
+// Newcomers that were announced and have made no link to this one.
+void SessionMembers::GiveUpUnlinked() {
   std::vector<int32_t> unlinked;
   ForRemaining([&](const Member& member) {
-    if (member.link == 0 && member.player.place > self_.place && late(member.since, kMostLinking))
+    if (member.link == 0 && member.player.place > self_.place && now_ - member.since > kMostLinking)
       unlinked.push_back(member.player.id);
   });
   for (const int32_t id : unlinked) MarkGone(id, u"it did not link with this one");
-  GiveUpWhoDoNotSettle();
-  if (now_ - signBegan_ < kSignEvery) return;
-  signBegan_ = now_;
-  ForgetSettled();
+}
+
+// A sign of life, which says what was received of each.
+void SessionMembers::GiveSign() {
   AliveFrame alive;
   ForRemaining([&](Member& member) {
     ForgetReceived(member);
@@ -806,14 +831,6 @@ void SessionMembers::Tick() {
       Post({LinkTask::Kind::kSendLoosely, id, bytes, {}});
     }
   }
-}
-
-std::optional<SearchAnswer> SessionMembers::AnswerSearch() const {
-  const auto applicants = std::count_if(
-      links_.begin(), links_.end(), [](const auto& each) { return each.second.phase == Phase::kApplicant; });
-  const size_t players = Remaining() + 1 + static_cast<size_t>(applicants);
-  if (!IsHost() || players >= kMostPlayers) return std::nullopt;
-  return SearchAnswer{.session = session_, .players = static_cast<uint8_t>(players), .name = self_.name};
 }
 
 }  // namespace platform

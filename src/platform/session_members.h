@@ -162,11 +162,20 @@ class SessionMembers {
     std::set<int32_t> settledBy;  // those who settled its death
   };
 
+  // Null when there is none.
   Member* Find(int32_t id);
   Link* FindLink(LinkId id);
+  // Whose link it is; null as long as it is nobody's.
+  Member* SenderOn(LinkId id);
+  // Runs for each member that is not gone.
   template <typename Run>
-  void ForRemaining(Run run);
+  void ForRemaining(Run run) {
+    for (auto& [id, member] : members_) {
+      if (!member.gone) run(member);
+    }
+  }
   size_t Remaining() const;
+  size_t Applicants() const;
 
   void Note(std::u16string text);
   void Post(LinkTask task) { tasks_.push_back(std::move(task)); }
@@ -177,6 +186,7 @@ class SessionMembers {
   void Reject(LinkId link, std::u16string_view why);
   void FailJoin(std::u16string_view why);
 
+  // A frame that has arrived.
   void Take(LinkId link, const HelloFrame& hello);
   void Take(LinkId link, const RefusalFrame& refusal);
   void Take(LinkId link, const WelcomeFrame& welcome);
@@ -190,30 +200,39 @@ class SessionMembers {
   void Take(LinkId link, const SettledFrame& settled);
   void Take(LinkId link, const AliveFrame& alive);
 
+  // Joining, links and time.
   bool Floods(Link& link, bool isMessage);
   void ConsiderApplicants();
   void LetIn(LinkId link);
   void ApplicantLost(const Link& link);
   void Prove(LinkId link);
+  static bool MakesSense(const WelcomeFrame& welcome);
+  void KnowAll(const WelcomeFrame& welcome);
   void FinishJoin();
+  void LinkIsUp(LinkId id, Member& member);
   Member& AddMember(const PlayerEntry& player);
+  void GiveUpLateLinks();
+  void GiveUpUnlinked();
+  void GiveSign();
+
+  // Messages.
   void NewcomerAnnounced(int32_t origin, const PlayerEntry& newcomer);
   bool MayAnnounce(const Member& origin);
   bool SpeaksForOthers(const Member& sender) const;
-
   void SendItem(ItemFrame item, bool toTakenOnly);
   void DeliverWhatMay();
   void Deliver(Member& sender);
   void Tell(SessionEvent event, int32_t player, std::u16string_view name = {});
+  bool Confirmed(const Member& sender, const Kept& kept, int32_t recipient) const;
+  void ForgetReceived(Member& sender);
+  bool MakeRoom(Member& sender);
 
+  // Deaths.
   void MarkGone(int32_t id, std::u16string_view why);
   void TellGone(Member& to);
   void SettleDeaths();
   void GiveUpWhoDoNotSettle();
   void ForgetSettled();
-  bool Confirmed(const Member& sender, const Kept& kept, int32_t recipient) const;
-  void ForgetReceived(Member& sender);
-  bool MakeRoom(Member& sender);
 
   std::function<uint64_t()> random_;
   int64_t now_ = 0;
