@@ -411,9 +411,9 @@ void BMSInit() {
     ReleaseAllSounds();
     ReleaseAllPictures();
   }
+  ResetWideChart();
   SetLastSlot(WideCharts ? kLastBase36Slot : kLastHexSlot);
   SlotBase = 16;
-  ResetWideChart();
   WavFile.Clear();
   BmpFile.Clear();
   WavLoaded.Clear();

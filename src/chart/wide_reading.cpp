@@ -267,7 +267,8 @@ SlotDigitsOf::~SlotDigitsOf() { SlotBase = before_; }
 WideReading::WideReading(TextView text) {
   UseDigits(BaseOf(text));
   StopTable.Clear();
-  if (!CourseMode) BpmTable.Clear();
+  // The tempi of the songs before it in a course lie behind them.
+  std::fill_n(BpmTable.begin(), LastSlot + 1, 0.0F);
   HdrTitle.clear();
   HdrArtist.clear();
   HdrGenre.clear();
@@ -355,7 +356,7 @@ int32_t VolumeOf(int32_t percent) {
 // --- courses ---
 
 int32_t AddCourseTempo(float tempo) {
-  const int32_t slot = LastSlot + 1 + courseTempi++;
+  const int32_t slot = kLastBase62Slot + 1 + courseTempi++;
   if (!BpmTable.Holds(slot)) BpmTable.SetLast(int64_t{slot} * 2);
   BpmTable[slot] = tempo;
   return slot;

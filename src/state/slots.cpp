@@ -4,6 +4,7 @@
 #include "state/chart.h"
 #include "state/sounds.h"
 #include "state/surfaces.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 
@@ -19,7 +20,9 @@ void SetLastSlot(int32_t last) {
   give(WavFile, WavBuffer, WavHeldName, WavLoaded, WavFrequency, WavLengthMs, WavWasPlaying);
   give(VoiceList, VoiceStart, VoiceActive);
   give(BmpFile, BmpSurface, BmpHeldName, BmpLoaded, BmpRect);
-  give(BpmTable, StopTable);
+  give(StopTable);
+  // With the tempi of a course it is long enough for any slot, and they lie at its end.
+  if (courseTempi == 0) give(BpmTable);
   for (auto& step : EchoBuffer) give(step);
 }
 

@@ -160,6 +160,39 @@ TEST_F(WideReadingTest, EachSongOfACourseHasItsOwnTempiAndStops) {
   CourseMode = false;
 }
 
+TEST_F(WideReadingTest, ASongOfACourseLeavesTheTempiOfThoseBeforeItAlone) {
+  CourseMode = true;
+  BMSInit();
+  BasePos = 2;
+  BMSRead(WriteChart({u"#BPM 100.5", u"#BPM01 60", u"#00008:01"}));
+  BasePos = 5;
+  // 1296 and 1297 are the first slots behind those of base 36, and song 2 has no 01.
+  BMSRead(WriteChart({u"#BASE 62", u"#BPMKu 999", u"#BPMKv 998", u"#00008:01"}));
+  EXPECT_EQ(BpmTable[1296], 999);
+  const auto tempo = [](int32_t i) { return BpmTable[FindObj(i)->value]; };
+  EXPECT_EQ(tempo(0), 60);
+  EXPECT_EQ(tempo(1), 100.5F);
+  EXPECT_EQ(tempo(3), 0);
+  CourseMode = false;
+}
+
+TEST_F(WideReadingTest, TheTempiOfALongCourseStayWhenItsSlotsGrow) {
+  CourseMode = true;
+  BMSInit();
+  BasePos = 2;
+  Text cells;
+  for (int32_t i = 0; i < 4000; ++i) cells += u"01";
+  BMSRead(WriteChart({u"#BPM01 60", Join(u"#00008:", cells)}));
+  BasePos = 5;
+  BMSRead(WriteChart({u"#BASE 62"}));
+  const float* const last = BpmTable.Find(FindObj(3999)->value);
+  ASSERT_NE(last, nullptr);
+  EXPECT_EQ(*last, 60);
+  CourseMode = WideCharts = false;
+  Read({});
+  EXPECT_EQ(BpmTable.Last(), 255);
+}
+
 // --- long notes and mines ---
 
 TEST_F(WideReadingTest, PairsOfTheLongChannelsAreLongNotes) {

@@ -15,7 +15,11 @@ namespace {
 using qlm::Text;
 using qlm::TextView;
 
-std::string SlotKey(int64_t slot) { return platform::EncodeUtf8(qlm::SlotName(static_cast<int32_t>(slot))); }
+// By the digits of the chart. The tempi of a course, which lie behind those, go by their numbers.
+std::string SlotKey(int64_t slot) {
+  if (slot > qlm::LastSlot) return std::to_string(slot);
+  return platform::EncodeUtf8(qlm::SlotName(static_cast<int32_t>(slot)));
+}
 
 void PutHeader(Json& json) {
   json.Key("header").BeginObject();
