@@ -43,6 +43,7 @@ void LoadChartPicture(const Text& path, SurfacePtr& surface, Rect& rect) {
   } else {
     LoadExBitmap(path, surface, rect);
   }
+  FitWidePicture(surface, rect, kFrameSize);
   if (surface && OverLoadBudget(path)) {
     surface.reset();
     rect = {};

@@ -50,6 +50,20 @@ void FindWidePicture(Text& path) {
   if (std::optional<Text> found = FindFileOfKinds(path, kKinds)) path = std::move(*found);
 }
 
+void FitWidePicture(SurfacePtr& surface, Rect& rect, int32_t most) {
+  if (!WideCharts || !surface) return;
+  const int64_t longer = std::max(surface->Width(), surface->Height());
+  if (longer <= most) return;
+  const auto fitted = [&](int32_t side) {
+    return static_cast<int32_t>((int64_t{side} * most + longer / 2) / longer);
+  };
+  // A side of 0 becomes 1.
+  const auto smaller = std::make_shared<Surface>(fitted(surface->Width()), fitted(surface->Height()));
+  smaller->Stretch(smaller->Bounds(), *surface, surface->Bounds());
+  surface = smaller;
+  rect = surface->Bounds();
+}
+
 bool IsVideo(TextView path) {
   constexpr TextView kKinds[] = {u"AVI", u"FLV", u"M1V", u"M2V",  u"M4V", u"MKV", u"MOV",
                                  u"MP4", u"MPG", u"OGV", u"MPEG", u"WMV", u"WEBM"};

@@ -20,6 +20,9 @@ void LoadExBitmap(TextView path, SurfacePtr& surface, Rect& rect);
 // In the wide reading: corrects `path` to the file that stands for it, the one of this name first, then the
 // same stem as .bmp, .png, .jpg, .jpeg and .gif. Nothing is done where there is none.
 void FindWidePicture(Text& path);
+// In the wide reading: makes a picture with a side above `most` as much smaller as fits it in, with its
+// proportions.
+void FitWidePicture(SurfacePtr& surface, Rect& rect, int32_t most);
 // Whether a file is a video by its name. None is played.
 bool IsVideo(TextView path);
 

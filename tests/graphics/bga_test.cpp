@@ -101,6 +101,41 @@ TEST_F(Bga, AWideLoadTakesTheFileThatItFindsAndHoldsItOverCharts) {
   EXPECT_EQ(DDStage, nullptr) << "no picture is named";
 }
 
+TEST_F(Bga, TheWideReadingMakesALargePictureSmaller) {
+  const auto sizeOf = [&](int32_t width, int32_t height) {
+    BmpFile[7] = WriteData(u"song\\back.bmp", SolidBmp(width, height, kRed));
+    BmpHeldName[7].clear();
+    BgaLoad(7);
+    EXPECT_EQ(BmpSurface[7]->Bounds(), BmpRect[7]);
+    return std::pair(BmpRect[7].Width(), BmpRect[7].Height());
+  };
+  EXPECT_EQ(sizeOf(512, 512), (std::pair(512, 512)));
+  WideCharts = true;
+  EXPECT_EQ(sizeOf(512, 512), (std::pair(256, 256)));
+  EXPECT_EQ(sizeOf(640, 480), (std::pair(256, 192)));
+  EXPECT_EQ(sizeOf(100, 301), (std::pair(85, 256)));  // 85.05
+  EXPECT_EQ(sizeOf(256, 256), (std::pair(256, 256)));
+  EXPECT_EQ(sizeOf(1, 1024), (std::pair(1, 256)));
+}
+
+TEST_F(Bga, AWidePictureIsShownWithItsTransparentParts) {
+  WideCharts = true;
+  Give(1, Solid(256, 256, kRed));
+  const Text file = WriteData(u"song\\layer.bmp", SolidBmp(640, 480, 0x0F0F0F));
+  BmpFile[2] = file;
+  BgaLoad(2);
+  curBaseBGA = 1;
+  curLayerBGA = 2;
+  ComposeBga();
+  EXPECT_EQ(DDBga->Pixel(128, 96), kRed);
+  WriteData(u"song\\layer.bmp", SolidBmp(640, 480, kGreen));
+  BmpHeldName[2].clear();
+  BgaLoad(2);
+  ComposeBga();
+  EXPECT_EQ(DDBga->Pixel(255, 191), kGreen);
+  EXPECT_EQ(DDBga->Pixel(255, 192), kRed);
+}
+
 TEST_F(Bga, ThePlaceOfAVideoStaysDark) {
   WideCharts = true;
   BmpFile[7] = WriteData(u"song\\film.MPG", SolidBmp(5, 3, kRed));

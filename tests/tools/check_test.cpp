@@ -159,7 +159,11 @@ TEST_F(CheckTest, VideoIsNotPlayed) {
 TEST_F(CheckTest, LargePicturesDoNotShow) {
   WriteBmp("big.bmp", 320, 240);
   ExpectNone({"#BMP02 big.bmp"});
-  ExpectOne({"#BMP02 big.bmp", "#00104:02"}, 12, "picture", "320 by 240");
+  ExpectOne({"#BMP02 big.bmp", "#00104:02"}, 12, "picture",
+            "big.bmp has 320 by 240 pixels: as base or layer nothing above 256 by 256 is shown; the wide "
+            "reading makes it smaller");
+  const std::string wide = Probe({"check", "--wide", With({"#BMP02 big.bmp", "#00104:02"})}).output;
+  EXPECT_TRUE(Holds(wide, "\"findings\": []"));
 }
 
 TEST_F(CheckTest, Slots) {

@@ -137,10 +137,12 @@ void CheckPicture(Findings& findings, TextView folder, const qlm::ChartReport::D
   qlm::LoadAnyBitmap(path, surface, rect);
   if (surface == nullptr) {
     findings.Add(picture.line, "picture", Join(file, u" is there, but is no picture that the game can load"));
-  } else if (covers && (surface->Width() > kCoverSide || surface->Height() > kCoverSide)) {
+  } else if (!qlm::WideCharts && covers &&
+             (surface->Width() > kCoverSide || surface->Height() > kCoverSide)) {
     findings.Add(picture.line, "picture",
                  Join(file, u" has ", surface->Width(), u" by ", surface->Height(),
-                      u" pixels: as base or layer nothing above 256 by 256 is shown"));
+                      u" pixels: as base or layer nothing above 256 by 256 is shown; the wide reading makes "
+                      u"it smaller"));
   }
 }
 
