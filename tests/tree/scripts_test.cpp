@@ -254,5 +254,19 @@ TEST_F(ScriptsTest, CheckSaysThatTestsFailed) {
   EXPECT_FALSE(Holds(check.output, "passed"));
 }
 
+// Before anything is installed or built.
+TEST_F(ScriptsTest, CheckRefusesWordsThatItDoesNotKnow) {
+  environment_["MISSING"] = "gamma";
+  ProcessResult check = Run("check", {"sanitise"});
+  EXPECT_EQ(check.exitStatus, 1);
+  EXPECT_EQ(check.errors, "\ncheck: \"sanitise\" is not understood; it is ./check or ./check sanitize.\n");
+  EXPECT_EQ(calls_, "");
+  check = Run("check", {"sanitize", "battle"});
+  EXPECT_EQ(check.exitStatus, 1);
+  EXPECT_EQ(check.errors,
+            "\ncheck: \"sanitize battle\" is not understood; it is ./check or ./check sanitize.\n");
+  EXPECT_EQ(calls_, "");
+}
+
 }  // namespace
 }  // namespace qlm
