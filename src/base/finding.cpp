@@ -24,6 +24,11 @@ constexpr bool IsLatin(char16_t c) { return Between(c, u'a', u'z'); }
 constexpr bool IsVowel(char16_t c) { return c == u'a' || c == u'i' || c == u'u' || c == u'e' || c == u'o'; }
 constexpr bool IsConsonant(char16_t c) { return IsLatin(c) && !IsVowel(c); }
 
+// Two Latin letters of which the first says that the consonant is doubled: "kk", and "tc" as in "matcha".
+constexpr bool Doubles(char16_t first, char16_t second) {
+  return second == first || (first == u't' && second == u'c');
+}
+
 // Folding.
 
 // Half-width kana from U+FF66 on, and the signs in front of them from U+FF61 on.
@@ -281,7 +286,7 @@ class Steps {
   void DoubleInText(TextView rest, size_t at) {
     if (!IsConsonant(rest[0])) return;
     if (rest.size() == 1) return To(1, at);
-    if (rest[1] == rest[0] || (rest[0] == u't' && rest[1] == u'c')) To(1, at + 1);
+    if (Doubles(rest[0], rest[1])) To(1, at + 1);
   }
 
   void SpellWord(TextView rest, size_t at) {
@@ -289,8 +294,7 @@ class Steps {
       const size_t kana = KanaOf(way, rest);
       if (kana != 0 && text_.starts_with(way.latin)) To(way.latin.size(), at + kana);
     }
-    if (rest[0] == kDoubling && text_.size() > 1 && IsConsonant(text_[0]) &&
-        (text_[1] == text_[0] || (text_[0] == u't' && text_[1] == u'c'))) {
+    if (rest[0] == kDoubling && text_.size() > 1 && IsConsonant(text_[0]) && Doubles(text_[0], text_[1])) {
       To(1, at + 1);
     }
   }

@@ -149,16 +149,20 @@ void WideBlocks::If(int32_t number) {
   Push(Kind::kIf, chooses && number == drawn, drawn);
 }
 
-void WideBlocks::Else(std::optional<int32_t> number) {
-  // A #RANDOM that was begun inside the #IF ends with it.
+// A #RANDOM that was begun inside an #IF ends with it.
+void WideBlocks::EndInnerRandom() {
   if (TopIs(Kind::kRandom) && blocks_.size() >= 2 && blocks_[blocks_.size() - 2].kind == Kind::kIf) Pop();
+}
+
+void WideBlocks::Else(std::optional<int32_t> number) {
+  EndInnerRandom();
   if (!TopIs(Kind::kIf)) return;
   Block& block = blocks_.back();
   SetOpen(block, !block.done && (!number || *number == block.number));
 }
 
 void WideBlocks::EndIf() {
-  if (TopIs(Kind::kRandom) && blocks_.size() >= 2 && blocks_[blocks_.size() - 2].kind == Kind::kIf) Pop();
+  EndInnerRandom();
   if (TopIs(Kind::kIf)) Pop();
 }
 
@@ -423,9 +427,10 @@ void WideWalk::End() {
 
 // --- song select ---
 
-bool WideWouldSound() {
-  constexpr size_t kAsked = 16;
-  if (WideCharts) return false;
+namespace {
+
+// The slots that notes and background sound by, in the order of their first use.
+std::vector<int32_t> SlotsHeard() {
   std::vector<int32_t> used;
   SlotTable<bool> seen;
   for (int64_t i = 0; i < std::min<int64_t>(objCount, static_cast<int64_t>(objs.size())); ++i) {
@@ -435,6 +440,15 @@ bool WideWouldSound() {
     if (file == nullptr || file->empty() || !seen.Holds(obj.value)) continue;
     if (!std::exchange(seen[obj.value], true)) used.push_back(obj.value);
   }
+  return used;
+}
+
+}  // namespace
+
+bool WideWouldSound() {
+  constexpr size_t kAsked = 16;
+  if (WideCharts) return false;
+  const std::vector<int32_t> used = SlotsHeard();
   const size_t asked = std::min(used.size(), kAsked);
   size_t missing = 0, found = 0;
   for (size_t i = 0; i < asked; ++i) {

@@ -54,6 +54,7 @@ class WideBlocks {
   Block* SwitchInHand();
 
   void Random(int32_t number);
+  void EndInnerRandom();
   void If(int32_t number);
   void Else(std::optional<int32_t> number);
   void EndIf();

@@ -1,4 +1,4 @@
-// The search file as a scan takes it.
+// The search file, as a scan takes it and as a person keeps it.
 #include "files/search_folders.h"
 
 #include <algorithm>

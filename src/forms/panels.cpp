@@ -185,6 +185,47 @@ bool TakeObjectLimit(TextView text) {
   return limit.has_value();
 }
 
+QWidget* SkinMapGroup(Controls& controls) {
+  QGroupBox* const group = controls.Group("スキンマッパー");
+  Rows rows(group);
+  rows.LeaveRoom();
+  struct Side {
+    const char* name;
+    const char* label;
+    bool SkinEntry::*style;
+  };
+  constexpr std::array<Side, 3> kSides = {Side{"cmbSkinMap0", "1P:", &SkinEntry::for1P},
+                                          Side{"cmbSkinMap1", "2P:", &SkinEntry::for2P},
+                                          Side{"cmbSkinMap2", "DP:", &SkinEntry::forDP}};
+  for (size_t side = 0; side < kSides.size(); ++side) {
+    const Side& of = kSides[side];
+    QComboBox* const box = SkinChoice(controls, of.name, SkinMapPath[side],
+                                      [&](const SkinEntry& skin) { return skin.forAny || skin.*of.style; });
+    // Those of the modes are as wide as each other, whatever their skins are called.
+    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 40);
+    rows.Add(controls.LabelFor(box, of.label), box);
+  }
+  rows.Add(
+      controls.Note("それぞれの時にロードするスキンを割り当てます。なお、プレイ中に変更(F9キー)した場合は"
+                    "そのファイル名が保存されます。"));
+  rows.Add(
+      controls.Tick("chkWatchSkins", WatchSkins, "スキンのファイルが変わったら読み直す",
+                    "スキンを作る人のために、保存するたびに画面へ反映します。間違いは画面に行番号で示し、"
+                    "直るまで前のスキンのまま続けます。"));
+  return group;
+}
+
+QWidget* TurntableGroup(Controls& controls) {
+  QGroupBox* const group = controls.Group("スクラッチ配置");
+  Rows rows(group);
+  rows.LeaveRoom();
+  QComboBox* const first = controls.Choice("cmbScrAlign0", SCRATCH1P, 0, {"左", "右"});
+  rows.Add(controls.LabelFor(first, "1P:"), first);
+  QComboBox* const second = controls.Choice("cmbScrAlign1", SCRATCH2P, 0, {"左", "右"});
+  rows.Add(controls.LabelFor(second, "2P:"), second);
+  return group;
+}
+
 }  // namespace
 
 QWidget* MakeMainPanel(Controls& controls) {
@@ -232,41 +273,8 @@ QWidget* MakeOtherPanel(Controls& controls) {
 QWidget* MakeSkinPanel(Controls& controls) {
   auto* const panel = new QWidget;
   auto* const around = new QVBoxLayout(panel);
-  QGroupBox* const skins = controls.Group("スキンマッパー");
-  Rows rows(skins);
-  rows.LeaveRoom();
-  struct Side {
-    const char* name;
-    const char* label;
-    bool SkinEntry::*style;
-  };
-  constexpr std::array<Side, 3> kSides = {Side{"cmbSkinMap0", "1P:", &SkinEntry::for1P},
-                                          Side{"cmbSkinMap1", "2P:", &SkinEntry::for2P},
-                                          Side{"cmbSkinMap2", "DP:", &SkinEntry::forDP}};
-  for (size_t side = 0; side < kSides.size(); ++side) {
-    const Side& of = kSides[side];
-    QComboBox* const box = SkinChoice(controls, of.name, SkinMapPath[side],
-                                      [&](const SkinEntry& skin) { return skin.forAny || skin.*of.style; });
-    // Those of the modes are as wide as each other, whatever their skins are called.
-    box->setMinimumWidth(box->fontMetrics().averageCharWidth() * 40);
-    rows.Add(controls.LabelFor(box, of.label), box);
-  }
-  rows.Add(
-      controls.Note("それぞれの時にロードするスキンを割り当てます。なお、プレイ中に変更(F9キー)した場合は"
-                    "そのファイル名が保存されます。"));
-  rows.Add(
-      controls.Tick("chkWatchSkins", WatchSkins, "スキンのファイルが変わったら読み直す",
-                    "スキンを作る人のために、保存するたびに画面へ反映します。間違いは画面に行番号で示し、"
-                    "直るまで前のスキンのまま続けます。"));
-  QGroupBox* const turntables = controls.Group("スクラッチ配置");
-  Rows sides(turntables);
-  sides.LeaveRoom();
-  QComboBox* const first = controls.Choice("cmbScrAlign0", SCRATCH1P, 0, {"左", "右"});
-  sides.Add(controls.LabelFor(first, "1P:"), first);
-  QComboBox* const second = controls.Choice("cmbScrAlign1", SCRATCH2P, 0, {"左", "右"});
-  sides.Add(controls.LabelFor(second, "2P:"), second);
-  around->addWidget(skins);
-  around->addWidget(turntables);
+  around->addWidget(SkinMapGroup(controls));
+  around->addWidget(TurntableGroup(controls));
   around->addStretch(1);
   return panel;
 }

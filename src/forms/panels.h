@@ -1,4 +1,4 @@
-// The four panels of the startup menu but for the search: settings, one control each.
+// The panels of the startup menu that hold settings alone, one control each.
 #pragma once
 
 class QWidget;

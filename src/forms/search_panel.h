@@ -1,4 +1,4 @@
-// The panel "BMS検索パス" of the startup menu: the folders that are searched for charts.
+// The panel "BMS検索" of the startup menu: the folders that are searched for charts.
 #pragma once
 
 #include <QWidget>

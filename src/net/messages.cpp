@@ -25,8 +25,7 @@
 namespace qlm {
 namespace {
 
-constexpr int32_t kSamplesASlot = 3;  // of the gauge history, in a slot of what the others see
-constexpr uint8_t kLastSlot = 100;    // the song is over
+constexpr uint8_t kLastSlot = 100;  // the song is over
 
 void SendToAll(MessageWriter& message) { platform::SendToSession(0, message.Take()); }
 

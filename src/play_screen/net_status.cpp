@@ -74,12 +74,14 @@ constexpr Rect Below(const Rect& first, int32_t player) {
   return {first.left, first.top + down, first.right, first.bottom + down};
 }
 
+constexpr Colour QuarterOf(Colour colour) { return colour >> 2 & 0x3F3F3F; }
+
 // What lies there is kept as a shade of a quarter of its light.
 void Darken(const Rect& rect) {
   for (int32_t y = rect.top; y < rect.bottom; ++y) {
     for (Colour& pixel :
          DDBack->Row(y).subspan(static_cast<size_t>(rect.left), static_cast<size_t>(rect.Width()))) {
-      pixel = pixel >> 2 & 0x3F3F3F;
+      pixel = QuarterOf(pixel);
     }
   }
 }
@@ -170,7 +172,6 @@ void DrawLines(int32_t index, const NetUser& user) {
 
 // The gauge in one of the hundred slots that the others see.
 int32_t GaugeAt(int32_t index, int32_t slot) {
-  constexpr int32_t kSamplesASlot = 3;
   const uint8_t* const sample = index == network.NetMyIndex
                                     ? GaugeHistory[0].Find(int64_t{slot} * kSamplesASlot - 1)
                                     : network.NetUsers[index].history.Find(slot);
@@ -191,7 +192,7 @@ void DrawGraph(int32_t index, const NetUser& user) {
     const int32_t y = bottom - 1 - HeightOf(GaugeAt(index, slot));
     const int32_t before = slot == 1 ? y : bottom - 1 - HeightOf(GaugeAt(index, slot - 1));
     DDBack->Fill({x, std::min(y, before), x + 1, std::max(y, before) + 1}, ink);
-    DDBack->Fill({x, std::max(y, before) + 1, x + 1, bottom}, ink >> 2 & 0x3F3F3F);
+    DDBack->Fill({x, std::max(y, before) + 1, x + 1, bottom}, QuarterOf(ink));
   }
 }
 

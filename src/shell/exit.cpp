@@ -33,7 +33,7 @@ struct Saved {
   bool settings = false;
 };
 
-// One that the player has changed meanwhile has its old value already.
+// A tick that the player has changed meanwhile is back at its old value, and stays there.
 void GiveBackSettings() {
   for (const Borrowed& one : borrowed) *one.setting = one.before;
   borrowed.clear();

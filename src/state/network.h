@@ -10,6 +10,8 @@
 
 namespace qlm {
 
+constexpr int32_t kSamplesASlot = 3;  // of the gauge history, in a slot of what the others see
+
 struct NetUser {
   Text name;
   int32_t id = 0;
