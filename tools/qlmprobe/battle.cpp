@@ -61,7 +61,7 @@ class Battle {
     }
     const bool complete = AllSettled();
     Tell(kTellTable);
-    for (int turn = 0; turn < kTurnsForTables && !AllTables(); ++turn) Listen();
+    ListenUntil([this] { return AllTables(); });
     Tell(kTellEnd);
     EndProcesses();
     return complete;
@@ -74,8 +74,8 @@ class Battle {
   }
 
  private:
-  static constexpr int kTurnsForTables = 100;
   static constexpr int kListenMs = 20;
+  static constexpr int32_t kMostMsForAnswers = 20'000;  // on a busy machine
 
   bool AllSettled() const {
     return std::ranges::all_of(seats_, [](const Seat& seat) { return seat.Settled(); });
@@ -120,6 +120,12 @@ class Battle {
     }
     close(ends[1]);
     seat.channel = ends[0];
+  }
+
+  template <typename Condition>
+  void ListenUntil(Condition condition) {
+    const uint32_t begin = platform::Now();
+    while (!condition() && platform::Elapsed(platform::Now(), begin) < kMostMsForAnswers) Listen();
   }
 
   // Takes what the players say, for a short while.
@@ -169,7 +175,7 @@ class Battle {
 
   // Who does not end by itself is ended.
   void EndProcesses() {
-    for (int turn = 0; turn < kTurnsForTables && std::ranges::any_of(seats_, &Seat::Here); ++turn) Listen();
+    ListenUntil([this] { return std::ranges::none_of(seats_, &Seat::Here); });
     for (Seat& seat : seats_) {
       if (seat.process <= 0) continue;
       if (seat.Here()) {

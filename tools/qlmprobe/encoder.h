@@ -11,8 +11,8 @@
 
 namespace probe {
 
-// The file has its name only once it is whole; until then it stands beside it, and what was begun in vain
-// goes, also when a signal ends this program. One at a time.
+// The file gets its name only when it is whole. Until then it has another one beside it, and is removed when
+// it cannot be finished, also when a signal ends this program. One at a time.
 class Encoder {
  public:
   Encoder() = default;
