@@ -204,8 +204,6 @@ TEST_F(SystemSound, TheDeviceGetsTheSamples) {
   const SoundBufferPtr sound = Stereo(played);
   sound->Play(false);
   EXPECT_TRUE(EndsInTime(sound));
-  std::this_thread::sleep_for(
-      std::chrono::milliseconds(50));  // the last block is still on its way to the file
   CloseSoundDevice();
   unsetenv("SDL_DISKAUDIOFILE");
 
