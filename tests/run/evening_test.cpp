@@ -1,21 +1,17 @@
 // A whole evening at the real program, on a display that only memory sees: the first start, browsing, a
 // failed play, a play that ranks, a name, and all of it found again by the next start. Another evening with a
 // course.
-#include <chrono>
 #include <filesystem>
-#include <functional>
 #include <memory>
-#include <thread>
 
 #include "base/paths.h"
 #include "files/course_files.h"
 #include "files/scores.h"
 #include "platform/files.h"
 #include "platform/surface.h"
-#include "platform/text.h"
 #include "state/courses.h"
 #include "state/scores.h"
-#include "tests/support/game_test.h"
+#include "tests/run/installed_game.h"
 #include "tests/support/process.h"
 #include "tests/support/x_display.h"
 
@@ -24,16 +20,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class EveningTest : public GameTest {
+class EveningTest : public InstalledGameTest {
  protected:
-  // A copy of the program with the stock pictures, and two songs in the stock songs' folder.
+  // With two songs in the stock songs' folder.
   EveningTest() : display_("640x480") {
-    fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
-    fs::copy(QLM_BINARY_DIR "/_qlmfiles", SystemFolder() + "/_qlmfiles",
-             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-    for (const char* const file : {"qlm_conf.ini", "qlm_keycnf.dat", "debug.txt", "jukelist"}) {
-      fs::remove_all(SystemFolder() + "/_qlmfiles/" + file);
-    }
     // One note at 4 s under the key Z, with a second to either side of it that still counts as GOOD.
     WriteText(u"songs\\b\\one.bms",
               u"\r\n#PLAYER 1\r\n#TITLE 羽 [ONE]\r\n#ARTIST us\r\n#GENRE test\r\n#BPM 30\r\n#RANK 3\r\n"
@@ -50,7 +40,7 @@ class EveningTest : public GameTest {
   void Start() {
     platform::DeleteFile(DataPath(u"debug.txt"));
     program_ = std::make_unique<Process>(
-        std::vector<std::string>{SystemFolder() + "/quillmarch", "--no-menu"},
+        std::vector<std::string>{Program(), "--no-menu"},
         std::map<std::string, std::string>{{"DISPLAY", display_.Name()},
                                            {"WAYLAND_DISPLAY", ""},
                                            {"XDG_SESSION_TYPE", ""},
@@ -71,21 +61,6 @@ class EveningTest : public GameTest {
     }
     EXPECT_GE(CountLines(words), times) << words;
   }
-  static void Rest(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
-
-  int CountLines(const std::string& words) const {
-    const std::string log = ReadBytes(DataPath(u"debug.txt"));
-    int found = 0;
-    for (size_t at = log.find(words); at != std::string::npos; at = log.find(words, at + 1)) ++found;
-    return found;
-  }
-  // Waits until the words stand in the log so many times.
-  void WaitForLine(const std::string& words, int times = 1) const {
-    for (int i = 0; i < 600 && CountLines(words) < times; ++i) Rest(50);
-    ASSERT_GE(CountLines(words), times)
-        << words << ": " << platform::EncodeUtf8(platform::DecodeCp932(ReadBytes(DataPath(u"debug.txt"))));
-  }
-
   // How many pixels of a part of the screen differ between two moments.
   static int64_t Differing(const platform::Surface& a, const platform::Surface& b,
                            const platform::Rect& part) {
@@ -163,7 +138,7 @@ TEST_F(EveningTest, FromTheFirstStartToTheNextOne) {
 
   // The next start finds the list without a search, and the score in it.
   Start();
-  EXPECT_EQ(ReadBytes(DataPath(u"debug.txt")).find("[MakeBMSListFile]"), std::string::npos);
+  EXPECT_FALSE(LogHolds("[MakeBMSListFile]"));
   Press("Return");
   Press("KP_End");
   Press("Down");

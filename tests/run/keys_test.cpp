@@ -1,29 +1,18 @@
 // The key configuration in the real program: from the menu to keys that a play takes.
-#include <chrono>
-#include <filesystem>
 #include <map>
 #include <sstream>
-#include <thread>
 
 #include "base/paths.h"
-#include "tests/support/game_test.h"
+#include "tests/run/installed_game.h"
 #include "tests/support/process.h"
 #include "tests/support/x_display.h"
 
 namespace qlm {
 namespace {
 
-namespace fs = std::filesystem;
-
-class KeysTest : public GameTest {
+class KeysTest : public InstalledGameTest {
  protected:
   KeysTest() : display_("1024x768") {
-    fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
-    fs::copy(QLM_BINARY_DIR "/_qlmfiles", SystemFolder() + "/_qlmfiles",
-             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-    for (const char* const file : {"qlm_conf.ini", "qlm_keycnf.dat", "debug.txt", "jukelist"}) {
-      fs::remove_all(SystemFolder() + "/_qlmfiles/" + file);
-    }
     WriteText(u"_qlmfiles\\qlm_conf.ini", u"[quillmarch]\r\nMenuLanguage=en\r\n");
   }
 
@@ -59,7 +48,7 @@ class KeysTest : public GameTest {
       const ProcessResult found =
           qlm::Run({"xdotool", "search", "--onlyvisible", "--name", "^" + title + "$"}, Environment(), 20);
       if (found.exitStatus != 0) return;
-      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      Rest(10);
     }
     ADD_FAILURE() << title << " stays open";
   }
@@ -87,7 +76,7 @@ class KeysTest : public GameTest {
 
 TEST_F(KeysTest, KeysArePressedInTheDialogAndKept) {
   ASSERT_FALSE(display_.Name().empty());
-  Process program({SystemFolder() + "/quillmarch"}, Environment());
+  Process program({Program()}, Environment());
   display_.WaitForFocus("quillmarch startup menu");
   display_.Do({"key", "alt+k"});
   display_.WaitForFocus("KeyConfig");
@@ -108,7 +97,7 @@ TEST_F(KeysTest, KeysArePressedInTheDialogAndKept) {
   display_.Do({"key", "alt+k"});
   display_.WaitForFocus("KeyConfig");
   display_.Do({"key", "b"});
-  const Process other({SystemFolder() + "/quillmarch"}, Environment());
+  const Process other({Program()}, Environment());
   WaitUntilClosed("KeyConfig");
   EXPECT_EQ(FileBytes(), written);
 }

@@ -1,15 +1,13 @@
 // The real program from its startup menu on, on a display that only memory sees: the first start, the ends of
 // the menu, and the game behind it in the same process.
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <memory>
-#include <thread>
 
 #include "base/paths.h"
 #include "platform/files.h"
 #include "platform/surface.h"
-#include "tests/support/game_test.h"
+#include "tests/run/installed_game.h"
 #include "tests/support/process.h"
 #include "tests/support/x_display.h"
 
@@ -18,17 +16,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class MenuRunTest : public GameTest {
+class MenuRunTest : public InstalledGameTest {
  protected:
-  // A copy of the program with the stock pictures, and a song in the stock songs' folder.
+  // With a song in the stock songs' folder.
   MenuRunTest() {
-    fs::copy_file(QLM_BINARY_DIR "/quillmarch", SystemFolder() + "/quillmarch");
-    fs::copy(QLM_BINARY_DIR "/_qlmfiles", SystemFolder() + "/_qlmfiles",
-             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-    for (const char* const file :
-         {"qlm_conf.ini", "qlm_keycnf.dat", "debug.txt", "jukelist", "qlm_searchdir.txt"}) {
-      fs::remove_all(SystemFolder() + "/_qlmfiles/" + file);
-    }
     WriteText(u"songs\\one\\a.bms", u"\r\n#PLAYER 1\r\n#TITLE a song\r\n#BPM 240\r\n#00111:01\r\n");
   }
 
@@ -37,7 +28,7 @@ class MenuRunTest : public GameTest {
     ASSERT_FALSE(display_->Name().empty());
   }
   void Start(std::vector<std::string> words = {}, const std::string& driver = "") {
-    words.insert(words.begin(), SystemFolder() + "/quillmarch");
+    words.insert(words.begin(), Program());
     program_ = std::make_unique<Process>(
         words, std::map<std::string, std::string>{{"DISPLAY", display_ ? display_->Name() : ""},
                                                   {"WAYLAND_DISPLAY", ""},
@@ -60,13 +51,6 @@ class MenuRunTest : public GameTest {
       Rest(200);
     }
     ExpectEnd(0);
-  }
-  static void Rest(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
-  std::string DebugText() const { return ReadBytes(DataPath(u"debug.txt")); }
-  bool LogHolds(std::string_view words) const { return DebugText().find(words) != std::string::npos; }
-  void WaitForLine(std::string_view words) const {
-    for (int i = 0; i < 600 && !LogHolds(words); ++i) Rest(50);
-    ASSERT_TRUE(LogHolds(words)) << words << ": " << DebugText();
   }
   void ExpectEnd(int status) {
     const ProcessResult result = program_->Wait(60);
