@@ -118,18 +118,24 @@ Outcome OutcomeOfPlay() {
   return PlayCleared || PlayFailed ? Outcome::kFailed : Outcome::kStopped;
 }
 
-// Previews and the next load take its figures away.
-void RememberPlay() {
+void RememberPlay(Outcome outcome) {
   lastPlay = LastPlay{.title = CourseMode ? songSelect.courseName : HdrTitle,
                       .artist = CourseMode ? Text() : HdrArtist,
                       .path = BMSPath,
                       .troubled = !chartTrouble.empty(),
                       .playLevel = HdrPlayLevel,
-                      .outcome = OutcomeOfPlay(),
+                      .outcome = outcome,
                       .machine = DEMOMode || ShowRec,
                       .score = Score[0],
                       .classIndex = ClassOf(JPts[0], JPtsMax[0]),
                       .counts = JudgeCount[0]};
+}
+
+// Previews and the next load take its figures away, and the program may end inside it.
+void RunPlay() {
+  RememberPlay(Outcome::kLeft);
+  PlayLoop();
+  RememberPlay(OutcomeOfPlay());
 }
 
 void FinishScores() {
@@ -317,8 +323,7 @@ void StartPlay() {
   SeekChart(0, false);
   DebugLog(Join(u"totalobjs: ", objCount));
   writePlayList();
-  PlayLoop();
-  RememberPlay();
+  RunPlay();
   ResetListState();
   platform::MoveMouse(320, 240);
   GameState = ReturnState;
@@ -348,8 +353,7 @@ void PlayLoadedChart() {
   SeekChart(0, false);
   // From its pre-roll on, the keys are those of a play.
   GameState = kStatePlay;
-  PlayLoop();
-  RememberPlay();
+  RunPlay();
 }
 
 }  // namespace qlm

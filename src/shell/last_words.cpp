@@ -21,6 +21,7 @@ namespace {
 
 TextView OutcomeWord(Outcome outcome) {
   switch (outcome) {
+    case Outcome::kLeft: return u"left";
     case Outcome::kStopped: return u"stopped";
     case Outcome::kFailed: return u"failed";
     case Outcome::kCleared: return u"cleared";
@@ -42,7 +43,8 @@ Text WhatToTryNext(const LastPlay& play) {
   if (play.troubled)
     return Join(u"qlmprobe check '", platform::DecodeUtf8(platform::SystemPath(play.path)), u"'");
   if (play.machine) return u"play it yourself, with Z S X D C F V and left Shift";
-  if (play.outcome == Outcome::kStopped) return u"play it to its end; F12 makes a pause";
+  if (play.outcome == Outcome::kLeft || play.outcome == Outcome::kStopped)
+    return u"play it to its end; F12 makes a pause";
   if (play.outcome == Outcome::kFailed) return u"again with 4 held and 2 pressed, which spreads the notes";
   if (const SongEntry* const harder = HarderChart(play.playLevel)) {
     return Join(u"\"", harder->title, u"\" of level ", harder->playLevel);
@@ -64,10 +66,13 @@ Text Counts(const LastPlay& play) {
 Text LastWords(const LastPlay& play) {
   const Text title = play.title.empty() ? Text(GetFileName(play.path)) : play.title;
   const Text by = play.artist.empty() ? Text() : Join(u" by ", play.artist);
-  return Join(u"Played \"", title, u"\"", by, u": ", OutcomeWord(play.outcome), u", score ",
+  const Text song = Join(u"\"", title, u"\"", by);
+  const Text next = Join(u" Next: ", WhatToTryNext(play), u".");
+  if (play.outcome == Outcome::kLeft)
+    return Join(u"Left ", song, u" before its end, so that nothing of it is kept.", next);
+  return Join(u"Played ", song, u": ", OutcomeWord(play.outcome), u", score ",
               static_cast<int64_t>(play.score), u", class ",
-              RankLetters[static_cast<size_t>(play.classIndex)], u"; ", Counts(play), u". Next: ",
-              WhatToTryNext(play), u".");
+              RankLetters[static_cast<size_t>(play.classIndex)], u"; ", Counts(play), u".", next);
 }
 
 void SayLastWords() {

@@ -1,4 +1,4 @@
-// What the play that ended last came to.
+// What the last play came to.
 #pragma once
 
 #include <array>
@@ -10,6 +10,7 @@
 namespace qlm {
 
 enum class Outcome {
+  kLeft,     // still runs, or the program was ended inside it: nothing of it is kept
   kStopped,  // by the player, with notes still to come
   kFailed,   // or ended below the mark
   kCleared,

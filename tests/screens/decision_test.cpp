@@ -91,6 +91,24 @@ TEST_F(Decision, WhatThePlayCameToIsRemembered) {
   EXPECT_EQ(lastPlay->outcome, Gauge[0] >= kClearGauge ? Outcome::kCleared : Outcome::kFailed);
 }
 
+// As when the program is ended inside it.
+TEST_F(Decision, APlayThatRunsIsRememberedAsLeft) {
+  ShowCharts({u"A", u"B"});
+  static std::vector<Outcome> inside;
+  inside.clear();
+  RunFrames(10, [](int32_t) {
+    if (GameState == kStatePlay && lastPlay) inside.push_back(lastPlay->outcome);
+    if (GameState == kStateResults) LaneDown[0] = true;
+  });
+  listCursor = 1;
+  Press(kKeyEnter);
+  RunTimers();
+  ASSERT_FALSE(inside.empty());
+  for (const Outcome outcome : inside) EXPECT_EQ(outcome, Outcome::kLeft);
+  EXPECT_EQ(lastPlay->title, u"B");
+  EXPECT_NE(lastPlay->outcome, Outcome::kLeft) << "it has ended";
+}
+
 TEST_F(Decision, HistoryTellsTheSongOfThisSessionAlone) {
   ShowCharts({u"A", u"B"});
   for (const int32_t row : {0, 1}) {

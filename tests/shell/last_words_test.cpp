@@ -42,6 +42,15 @@ TEST_F(LastWordsTest, TellWhatWasPlayedAndWhatItCameTo) {
   EXPECT_EQ(Utf8(LastWords(play_)).substr(0, 29), "Played \"a.bms\": failed, score");
 }
 
+TEST_F(LastWordsTest, TellOfASongThatTheProgramWasEndedInside) {
+  play_.outcome = Outcome::kLeft;
+  EXPECT_EQ(Utf8(LastWords(play_)),
+            "Left \"羽ペンの行進\" by us before its end, so that nothing of it is kept. Next: play it to its "
+            "end; F12 makes a pause.");
+  play_.machine = true;
+  EXPECT_EQ(Next(), "Next: play it yourself, with Z S X D C F V and left Shift.");
+}
+
 TEST_F(LastWordsTest, NameTheNextLevelOfTheOpenListBehindAClear) {
   GameState = kStateSongSelect;
   AddRow(u"hard", 9);
