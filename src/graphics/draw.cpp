@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "graphics/inks.h"
 #include "platform/clock.h"
 #include "platform/text.h"
 #include "state/settings.h"
@@ -77,9 +78,8 @@ void ClippedBlt(Surface& destination, const Rect& clip, int32_t x, int32_t y, co
 
 void DrawStrip(const Rect& strip) {
   constexpr platform::Colour kGround = platform::Rgb(0x06, 0x09, 0x12);
-  constexpr platform::Colour kRule = platform::Rgb(0x26, 0x30, 0x4C);
   if (!DDBack) return;
-  DDBack->Fill(strip, kRule);
+  DDBack->Fill(strip, inks::kFaintRule);
   DDBack->Fill({strip.left, strip.top + 1, strip.right, strip.bottom - 1}, kGround);
 }
 

@@ -13,6 +13,7 @@
 #include "base/paths.h"
 #include "base/text.h"
 #include "graphics/draw.h"
+#include "graphics/inks.h"
 #include "graphics/skin.h"
 #include "graphics/skin_check.h"
 #include "graphics/skin_directives.h"
@@ -28,8 +29,6 @@ namespace qlm {
 namespace {
 
 constexpr platform::FontLook kLook{.height = 12};
-constexpr platform::Colour kGold = platform::Rgb(0xD9, 0xA4, 0x41);
-constexpr platform::Colour kPaper = platform::Rgb(0xF3, 0xEA, 0xD3);
 
 struct Watch {
   SkinReport report;    // of the last load
@@ -175,7 +174,7 @@ void DrawSkinTrouble() {
   DrawStrip({0, 0, kScreen.right, 2 * kTop + lines * kLineHeight});
   int32_t y = kTop;
   for (const platform::TextMask& line : watch->trouble) {
-    platform::DrawMask(*DDBack, kScreen, kLeft, y, line, y == kTop ? kGold : kPaper);
+    platform::DrawMask(*DDBack, kScreen, kLeft, y, line, y == kTop ? inks::kGold : inks::kPaper);
     y += kLineHeight;
   }
 }

@@ -8,6 +8,7 @@
 
 #include "base/text.h"
 #include "graphics/draw.h"
+#include "graphics/inks.h"
 #include "platform/font.h"
 #include "state/network.h"
 #include "state/session.h"
@@ -24,7 +25,6 @@ using platform::Rgb;
 using platform::TextMask;
 
 constexpr FontLook kListFont{.height = 10};
-constexpr Colour kStandingColour = Rgb(0xF3, 0xEA, 0xD3);
 constexpr Colour kSongColour = Rgb(0x7F, 0xD8, 0xCF);
 
 // The places of the first player; each next one stands 80 pixels further down.
@@ -38,8 +38,7 @@ constexpr int32_t kGraphBottom = 108;
 constexpr int32_t kGraphHeight = 42;
 constexpr int32_t kFiguresLeft = 566;
 
-constexpr std::array<Colour, kPlayers> kInks = {Rgb(0xF3, 0xEA, 0xD3), Rgb(0x3F, 0xB8, 0xAF),
-                                                Rgb(0xD9, 0xA4, 0x41), Rgb(0x6F, 0xA8, 0xF0),
+constexpr std::array<Colour, kPlayers> kInks = {inks::kPaper, inks::kTeal, inks::kGold, Rgb(0x6F, 0xA8, 0xF0),
                                                 Rgb(0xB0, 0x86, 0xE8)};
 constexpr Colour kMark = Rgb(0x80, 0x62, 0x2C);
 constexpr int32_t kClearMark = 80;
@@ -162,11 +161,11 @@ void DrawLines(int32_t index, const NetUser& user) {
   const Rect box = Below(kStandingBox, index);
   const Rect songBox = Below(kSongBox, index);
   Darken({left - 4, box.top - 2, box.right + 4, songBox.bottom + 2});
-  int32_t x = DrawPiece(box, left, made.standing, kStandingColour);
+  int32_t x = DrawPiece(box, left, made.standing, inks::kPaper);
   for (int32_t place = user.netSlot >= 100 ? 100 : user.netSlot >= 10 ? 10 : 1; place > 0; place /= 10) {
-    x = DrawPiece(box, x, lines.digits[static_cast<size_t>(user.netSlot / place % 10)], kStandingColour);
+    x = DrawPiece(box, x, lines.digits[static_cast<size_t>(user.netSlot / place % 10)], inks::kPaper);
   }
-  DrawPiece(box, x, lines.tail, kStandingColour);
+  DrawPiece(box, x, lines.tail, inks::kPaper);
   DrawPiece(songBox, left, made.song, kSongColour);
 }
 

@@ -7,6 +7,7 @@
 
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
+#include "graphics/inks.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"
@@ -19,8 +20,6 @@ using platform::Colour;
 using platform::Rgb;
 
 // Lamp light on a night desk.
-constexpr Colour kDeskAbove = Rgb(0x0B, 0x10, 0x20);
-constexpr Colour kDeskBelow = Rgb(0x13, 0x1A, 0x2E);
 constexpr Colour kBootText = Rgb(0, 255, 255);
 constexpr Colour kFreshInk = Rgb(255, 255, 255);
 
@@ -53,7 +52,7 @@ LineLook LookAt(int32_t age) {
   }
   if (age >= kBreathBegins && age < kBreathBegins + kBreath) {
     const int32_t fromMiddle = std::abs(age - kBreathBegins - kBreath / 2);
-    return {0, Between(kBootText, kDeskBelow, 500 * (kBreath / 2 - fromMiddle) / (kBreath / 2))};
+    return {0, Between(kBootText, inks::kSheet, 500 * (kBreath / 2 - fromMiddle) / (kBreath / 2))};
   }
   return {};
 }
@@ -112,7 +111,7 @@ void DrawDesk() {
   }
   for (int32_t y = 0; y < kScreen.Height(); ++y) {
     DDBack->Fill({0, y, kScreen.Width(), y + 1},
-                 Between(kDeskAbove, kDeskBelow, y * 1000 / (kScreen.Height() - 1)));
+                 Between(inks::kDesk, inks::kSheet, y * 1000 / (kScreen.Height() - 1)));
   }
 }
 

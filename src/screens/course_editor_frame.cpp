@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "graphics/draw.h"
+#include "graphics/inks.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/text.h"
@@ -34,7 +35,6 @@ constexpr int32_t kHelpTop = 430;
 constexpr Colour kPaper = Rgb(0x0D, 0x25, 0x4A);
 constexpr Colour kSquares = platform::Mix(kPaper, Rgb(0xFF, 0xFF, 0xFF), 20);
 constexpr Colour kMargin = Rgb(0x3F, 0x6F, 0xA8);
-constexpr Colour kInk = Rgb(0xF3, 0xEA, 0xD3);
 constexpr Colour kHelpInk = Rgb(0xB9, 0xD2, 0xEE);
 
 // The paper.
@@ -86,7 +86,7 @@ void Write(int32_t x, int32_t y, TextView text) {
       DrawText(x, y, run, 0);
       x += SysFontW * static_cast<int32_t>(run.size());
     } else {
-      DrawLine({x, y, kScreen.right, y + SysFontH}, run, look, kInk);
+      DrawLine({x, y, kScreen.right, y + SysFontH}, run, look, inks::kPaper);
       x += (LineWidth(run, look) + SysFontW - 1) / SysFontW * SysFontW;
     }
     at += run.size();

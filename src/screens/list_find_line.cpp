@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "base/text.h"
+#include "graphics/inks.h"
 #include "platform/clock.h"
 #include "platform/window.h"
 #include "screens/list_text.h"
@@ -27,19 +28,13 @@ constexpr Rect kSign = {48, 10, 60, 29};
 constexpr Rect kTyped = {62, 10, 318, 29};
 constexpr Rect kCount = {324, 10, 412, 29};
 
-constexpr Colour kGround = Rgb(0x0B, 0x10, 0x20);
-constexpr Colour kRule = Rgb(0x2A, 0x33, 0x50);
-constexpr Colour kGold = Rgb(0xD9, 0xA4, 0x41);
-constexpr Colour kPaper = Rgb(0xF3, 0xEA, 0xD3);
-constexpr Colour kQuiet = Rgb(0x8B, 0x93, 0xAE);
-constexpr Colour kTeal = Rgb(0x4C, 0xC9, 0xBF);
 constexpr Colour kRed = Rgb(0xE0, 0x5C, 0x7C);
 
 void DrawField() {
-  DDBack->Fill(kField, kGround);
+  DDBack->Fill(kField, inks::kDesk);
   DDBack->Fill({kField.left, kField.bottom - 1, kField.right, kField.bottom},
-               songFind.typing ? kGold : kRule);
-  DrawLine(kSign, u"/", kHeldRowFont, songFind.typing ? kGold : kQuiet);
+               songFind.typing ? inks::kGold : inks::kRule);
+  DrawLine(kSign, u"/", kHeldRowFont, songFind.typing ? inks::kGold : inks::kQuiet);
 }
 
 // As much of the end of a text as fits into these pixels.
@@ -57,7 +52,7 @@ TextView EndThatFits(TextView text, int32_t pixels) {
 void DrawCaret(int32_t x) {
   constexpr uint32_t kBlink = 1000;  // ms, half of them lit
   if (platform::Now() % kBlink < kBlink / 2)
-    DDBack->Fill({x, kTyped.top + 2, x + 2, kTyped.bottom - 2}, kGold);
+    DDBack->Fill({x, kTyped.top + 2, x + 2, kTyped.bottom - 2}, inks::kGold);
 }
 
 // What an input method still works on stands behind the words, with a line under it.
@@ -66,12 +61,12 @@ void DrawTyped() {
   const int32_t most = kTyped.Width() - kCaret;
   const Text all = songFind.words + songFind.composing;
   const TextView seen = EndThatFits(all, most);
-  DrawLine(kTyped, seen, kHeldRowFont, songFind.typing ? kPaper : kTeal);
+  DrawLine(kTyped, seen, kHeldRowFont, songFind.typing ? inks::kPaper : inks::kFreshTeal);
   if (!songFind.typing) return;
   const int32_t end = kTyped.left + LineWidth(seen, kHeldRowFont);
   const size_t composed = std::min(songFind.composing.size(), seen.size());
   const int32_t begin = kTyped.left + LineWidth(seen.substr(0, seen.size() - composed), kHeldRowFont);
-  if (composed > 0) DDBack->Fill({begin, kTyped.bottom - 2, end, kTyped.bottom - 1}, kTeal);
+  if (composed > 0) DDBack->Fill({begin, kTyped.bottom - 2, end, kTyped.bottom - 1}, inks::kFreshTeal);
   DrawCaret(end + 2);
   platform::PlaceInputMethod({begin, kField.top, end, kField.bottom});
 }
@@ -81,7 +76,7 @@ void DrawCount() {
   const int32_t makers = GameState == kStateCourses ? 1 : 0;
   const int32_t found = lastSong + 1 - makers;
   const int32_t all = RowsOfWholeList() - makers;
-  DrawLine(kCount, Join(found, u" / ", all), kRowFont, found > 0 ? kQuiet : kRed, Align::kRight);
+  DrawLine(kCount, Join(found, u" / ", all), kRowFont, found > 0 ? inks::kQuiet : kRed, Align::kRight);
 }
 
 }  // namespace
@@ -91,7 +86,7 @@ void DrawFindLine() {
   DrawField();
   if (songFind.words.empty() && songFind.composing.empty()) {
     DrawLine({kTyped.left + 6, kTyped.top, kTyped.right, kTyped.bottom},
-             Words(u"曲名・アーティスト・ジャンルで検索"), kRowFont, kQuiet);
+             Words(u"曲名・アーティスト・ジャンルで検索"), kRowFont, inks::kQuiet);
     DrawCaret(kTyped.left);
     platform::PlaceInputMethod({kTyped.left, kField.top, kTyped.left, kField.bottom});
   } else {

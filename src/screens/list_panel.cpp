@@ -13,6 +13,7 @@
 #include "base/rnd.h"
 #include "base/text.h"
 #include "graphics/draw.h"
+#include "graphics/inks.h"
 #include "platform/clock.h"
 #include "screens/list_rows.h"
 #include "screens/list_sprites.h"
@@ -32,10 +33,7 @@ namespace {
 using platform::Colour;
 using platform::Rgb;
 
-constexpr Colour kPaper = Rgb(0xF3, 0xEA, 0xD3);
 constexpr Colour kQuiet = Rgb(0xA8, 0xAC, 0xC0);
-constexpr Colour kHint = Rgb(0x8B, 0x93, 0xAE);
-constexpr Colour kTeal = Rgb(0x4C, 0xC9, 0xBF);
 constexpr Colour kShade = Rgb(0, 0, 8);
 constexpr Colour kWhite = Rgb(255, 255, 255);
 
@@ -84,11 +82,11 @@ void DrawTitles(const SongEntry& song) {
   constexpr Rect kSubTitle = {kLeft, 269, kRight, 283};
   constexpr Rect kSubTitleShade = {kLeft + 1, 270, kRight + 1, 284};
   constexpr Rect kArtist = {kLeft + 68, 281, kRight, 295};
-  DrawLine(kGenre, song.genre, kRowFont, kTeal);
+  DrawLine(kGenre, song.genre, kRowFont, inks::kFreshTeal);
   DrawLine(kTitle, songSelect.titleMain, kLargeFont, kWhite);
   DrawLine(kSubTitleShade, songSelect.titleSub, kSmallFont, kShade, Align::kRight);
-  DrawLine(kSubTitle, songSelect.titleSub, kSmallFont, kPaper, Align::kRight);
-  DrawLine(kArtist, song.artist, kRowFont, kPaper, Align::kRight);
+  DrawLine(kSubTitle, songSelect.titleSub, kSmallFont, inks::kPaper, Align::kRight);
+  DrawLine(kArtist, song.artist, kRowFont, inks::kPaper, Align::kRight);
 }
 
 void DrawSong() {
@@ -126,7 +124,7 @@ void DrawCourseSongs() {
     const SongEntry& song = CourseSongs[static_cast<size_t>(index)];
     const int32_t top = kLinesBox.top + 12 * line;
     const Rect box = {kLinesBox.left, top, kLinesBox.right, std::min(top + 14, kLinesBox.bottom)};
-    DrawLine(box, Join(u"[", index + 1, u"] ", song.title, u" / ", song.artist), kRowFont, kPaper);
+    DrawLine(box, Join(u"[", index + 1, u"] ", song.title, u" / ", song.artist), kRowFont, inks::kPaper);
   }
 }
 
@@ -140,7 +138,7 @@ int32_t NameShake() {
 void DrawCourse() {
   const SongEntry* const course = PanelRow();
   const auto line = [](int32_t left, int32_t top) { return Rect{left, top, kRight, top + 14}; };
-  DrawLine(line(310, 240), u"[COURSE MODE]", kSmallFont, kTeal);
+  DrawLine(line(310, 240), u"[COURSE MODE]", kSmallFont, inks::kFreshTeal);
   DrawLine(line(310, 255), u"TITLE: ", kRowFont, kQuiet);
   DrawLine(line(355 + NameShake(), 255), songSelect.courseName, kRowFont, kWhite);
   if (course == nullptr) return;
@@ -156,14 +154,14 @@ void DrawHint() {
                                               u"or name it in the startup menu."};
   int32_t top = kTop;
   for (const TextView line : kLines) {
-    DrawLine({kLeft, top, kRight, top + kLineHeight}, line, kRowFont, kHint);
+    DrawLine({kLeft, top, kRight, top + kLineHeight}, line, kRowFont, inks::kQuiet);
     top += kLineHeight;
   }
 }
 
 void DrawJukebox() {
   const SongEntry* const row = PanelRow();
-  DrawLine(kGenre, u"SELECT JUKEBOX", kRowFont, kTeal);
+  DrawLine(kGenre, u"SELECT JUKEBOX", kRowFont, inks::kFreshTeal);
   if (row != nullptr) DrawLine(kTitle, row->title, kLargeFont, kWhite);
 }
 

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "graphics/draw.h"
 #include "graphics/fades.h"
+#include "graphics/inks.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"
@@ -18,9 +19,6 @@
 namespace qlm {
 namespace {
 
-constexpr platform::Colour kPaper = platform::Rgb(0xF3, 0xEA, 0xD3);
-constexpr platform::Colour kInk = platform::Rgb(0x3F, 0xB8, 0xAF);
-
 constexpr int32_t kLeft = 32;
 constexpr platform::Rect kWordsPlace = {0, 408, kScreen.right, 462};
 
@@ -29,7 +27,7 @@ void DrawWords() {
   DrawStrip(kWordsPlace);
   const uint32_t dots = platform::Now() / 200 % 4;
   const Text words = Join(u"NOW LOADING", Text(dots, u'.'));
-  platform::DrawFontText(*DDBack, kLeft, 416, words, 16, kPaper, true);
+  platform::DrawFontText(*DDBack, kLeft, 416, words, 16, inks::kPaper, true);
 }
 
 // The song of the course that is being read.
@@ -37,7 +35,7 @@ void DrawSong() {
   if (CourseSong < 0 || CourseSong >= static_cast<int32_t>(CourseSongs.size())) return;
   const SongEntry& song = CourseSongs[static_cast<size_t>(CourseSong)];
   const Text line = Join(u"[", song.genre, u"] ", song.title, u" / ", song.artist);
-  platform::DrawFontText(*DDBack, kLeft, 440, line, 12, kInk);
+  platform::DrawFontText(*DDBack, kLeft, 440, line, 12, inks::kTeal);
 }
 
 // A bar along the lower edge of the strip, and for a single chart the figures.
@@ -45,9 +43,9 @@ void DrawProgress() {
   constexpr int32_t kBar = 3;
   const int32_t done = std::min(loadProgress.done, loadProgress.all);
   const auto width = static_cast<int32_t>(int64_t{kScreen.right} * done / loadProgress.all);
-  DDBack->Fill({0, kWordsPlace.bottom - kBar, width, kWordsPlace.bottom}, kInk);
+  DDBack->Fill({0, kWordsPlace.bottom - kBar, width, kWordsPlace.bottom}, inks::kTeal);
   if (CourseMode) return;
-  platform::DrawFontText(*DDBack, kLeft, 440, Join(done, u" / ", loadProgress.all), 12, kInk);
+  platform::DrawFontText(*DDBack, kLeft, 440, Join(done, u" / ", loadProgress.all), 12, inks::kTeal);
 }
 
 }  // namespace

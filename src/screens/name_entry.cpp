@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "graphics/draw.h"
+#include "graphics/inks.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/text.h"
@@ -27,7 +28,7 @@ namespace {
 constexpr int64_t kLongestName = 8;
 constexpr TextView kNameOfNobody = u"QuIl :-";
 
-// The ledger: columns, rows and its colours.
+// The ledger: columns, and the ground of the new row.
 constexpr int32_t kLeft = 10;
 constexpr int32_t kRight = 630;
 constexpr int32_t kHeadings = 60;
@@ -40,10 +41,6 @@ constexpr int32_t kMark = 300;
 constexpr int32_t kHiSpeed = 340;
 constexpr int32_t kRealHiSpeed = 370;
 constexpr int32_t kClass = 420;
-constexpr platform::Colour kDesk = platform::Rgb(0x0B, 0x10, 0x20);
-constexpr platform::Colour kSheet = platform::Rgb(0x13, 0x1A, 0x2E);
-constexpr platform::Colour kRule = platform::Rgb(0x2A, 0x33, 0x50);
-constexpr platform::Colour kGold = platform::Rgb(0xD9, 0xA4, 0x41);
 constexpr platform::Colour kWarm = platform::Rgb(0x4A, 0x36, 0x18);
 
 constexpr int32_t TopOf(int32_t row) { return 80 + 30 * row; }
@@ -70,13 +67,13 @@ void MarkCleared() {
 }
 
 void DrawLedger(int32_t newRow) {
-  DDBack->Fill(kScreen, kDesk);
-  DDBack->Fill({kLeft, kHeadings - 8, kRight, TopOf(10) - 7}, kSheet);
+  DDBack->Fill(kScreen, inks::kDesk);
+  DDBack->Fill({kLeft, kHeadings - 8, kRight, TopOf(10) - 7}, inks::kSheet);
   DDBack->Fill({kLeft, TopOf(newRow) - 7, kRight, TopOf(newRow) + 23}, kWarm);
   for (int32_t row = 0; row <= 10; ++row)
-    DDBack->Fill({kLeft, TopOf(row) - 8, kRight, TopOf(row) - 7}, kRule);
-  DDBack->Fill({kLeft, kHeadings - 9, kRight, kHeadings - 8}, kGold);
-  DDBack->Fill({kLeft, TopOf(10) - 8, kRight, TopOf(10) - 7}, kGold);
+    DDBack->Fill({kLeft, TopOf(row) - 8, kRight, TopOf(row) - 7}, inks::kRule);
+  DDBack->Fill({kLeft, kHeadings - 9, kRight, kHeadings - 8}, inks::kGold);
+  DDBack->Fill({kLeft, TopOf(10) - 8, kRight, TopOf(10) - 7}, inks::kGold);
 }
 
 void DrawHeadings() {

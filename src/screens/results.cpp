@@ -12,6 +12,7 @@
 #include "graphics/clips.h"
 #include "graphics/draw.h"
 #include "graphics/fades.h"
+#include "graphics/inks.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
 #include "platform/font.h"
@@ -42,8 +43,8 @@ constexpr int32_t kSheetMs = 200;   // for which the ground opens
 constexpr int32_t kGraphLeft = 31;
 constexpr int32_t kGraphTop = 31;
 constexpr int32_t kGraphWidth = 300;
-constexpr int32_t kGraphMs = 1000;  // for which the graph is written
-constexpr size_t kEscLane = 0;      // the one that Esc presses on this screen
+constexpr int32_t kGraphMs = 1000;   // for which the graph is written
+constexpr size_t kEscLane = 0;       // the one that Esc presses on this screen
 
 // Lanes that do not end the screen: the turntables, either way, and the bar line of side 2.
 constexpr bool EndsNothing(size_t lane) {
@@ -81,20 +82,17 @@ int64_t CountedUp(double value, int32_t t) { return RoundTo<int64_t>(value * t).
 // The lines of a ruled sheet, as far as the ground under them has opened: a gold head, three edges, and rules
 // every so many pixels, 0 for none.
 void DrawRuling(const Rect& sheet, int32_t rules, const Rect& opened) {
-  constexpr platform::Colour kHead = platform::Rgb(0xD9, 0xA4, 0x41);
-  constexpr platform::Colour kEdge = platform::Rgb(0x3A, 0x45, 0x66);
-  constexpr platform::Colour kRule = platform::Rgb(0x26, 0x30, 0x4C);
   const auto line = [&](const Rect& rect, platform::Colour colour) {
     DDBack->Fill(
         {rect.left, std::max(rect.top, opened.top), rect.right, std::min(rect.bottom, opened.bottom)},
         colour);
   };
-  line({sheet.left, sheet.top, sheet.left + 1, sheet.bottom}, kEdge);
-  line({sheet.right - 1, sheet.top, sheet.right, sheet.bottom}, kEdge);
-  line({sheet.left, sheet.bottom - 1, sheet.right, sheet.bottom}, kEdge);
-  line({sheet.left, sheet.top, sheet.right, sheet.top + 1}, kHead);
+  line({sheet.left, sheet.top, sheet.left + 1, sheet.bottom}, inks::kEdge);
+  line({sheet.right - 1, sheet.top, sheet.right, sheet.bottom}, inks::kEdge);
+  line({sheet.left, sheet.bottom - 1, sheet.right, sheet.bottom}, inks::kEdge);
+  line({sheet.left, sheet.top, sheet.right, sheet.top + 1}, inks::kGold);
   for (int32_t y = sheet.top + rules; rules > 0 && y < sheet.bottom - 1; y += rules) {
-    line({sheet.left + 8, y, sheet.right - 8, y + 1}, kRule);
+    line({sheet.left + 8, y, sheet.right - 8, y + 1}, inks::kFaintRule);
   }
 }
 
@@ -173,10 +171,10 @@ void DrawSeal(int32_t t) {
 }
 
 void DrawWaiting() {
-  constexpr platform::Colour kPaper = platform::Rgb(0xF3, 0xEA, 0xD3);
   if (network.NetPlaying) {
     platform::DrawFontText(*DDBack, 80, 250,
-                           Words(u"接続中の他のプレイヤーの演奏が終了するまでお待ち下さい。"), 16, kPaper);
+                           Words(u"接続中の他のプレイヤーの演奏が終了するまでお待ち下さい。"), 16,
+                           inks::kPaper);
   }
 }
 
