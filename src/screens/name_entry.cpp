@@ -1,7 +1,6 @@
 // The ranking of a play, and the entry of its name.
 #include "screens/name_entry.h"
 
-#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -85,17 +84,6 @@ void DrawHeadings() {
                                 {kJPts, u"J-PTS"},      {kCombo, u"COMBO"}, {kHiSpeed, u"HS"},
                                 {kRealHiSpeed, u"RHS"}, {kClass, u"CLASS"}};
   for (const Heading& heading : kTexts) DrawText(heading.x, kHeadings, heading.text, 0);
-}
-
-// The letters of a column stand closer where they would touch the next one, as far as they can still be read.
-void DrawBefore(int32_t next, int32_t x, int32_t y, TextView text) {
-  constexpr int32_t kClosest = -2;
-  constexpr int32_t kAir = 4;
-  const auto steps = std::max(static_cast<int32_t>(text.size()) - 1, 1);
-  const int32_t step = (next - kAir - x - SysFontW) / steps;
-  const int32_t spacing = std::clamp(step - SysFontW, kClosest, 0);
-  // The first letter is spaced, too.
-  DrawText(x - spacing, y, text, static_cast<float>(spacing));
 }
 
 void DrawRow(int32_t row, const ScoreEntry& entry) {

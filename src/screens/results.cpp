@@ -44,6 +44,7 @@ constexpr int32_t kGraphLeft = 31;
 constexpr int32_t kGraphTop = 31;
 constexpr int32_t kGraphWidth = 300;
 constexpr int32_t kGraphMs = 1000;   // for which the graph is written
+constexpr int32_t kSongsLeft = 400;  // of the songs of a course
 constexpr size_t kEscLane = 0;       // the one that Esc presses on this screen
 
 // Lanes that do not end the screen: the turntables, either way, and the bar line of side 2.
@@ -115,7 +116,10 @@ void DrawSheet(int32_t t) {
   DrawRuling(CourseMode ? Rect{304, 238, 616, 388} : Rect{304, 252, 616, 345}, 0, opened);
 }
 
-void DrawFigure(int32_t y, TextView name, int64_t value) { DrawText(320, y, Join(name, value), 0); }
+void DrawFigure(int32_t y, TextView name, int64_t value) {
+  const int32_t next = CourseMode ? kSongsLeft : kScreen.right;
+  DrawBefore(next, 320, y, Join(name, value));
+}
 
 void DrawFigures(int32_t t) {
   DrawFigure(260, u"SCORE: ", CountedUp(Score[0], t));
@@ -159,7 +163,7 @@ void DrawCounts(int32_t t) {
 void DrawSongs() {
   if (!CourseMode) return;
   for (int32_t song = 0; song <= std::min(CourseSong, int32_t{CourseExPts.kLast}); ++song) {
-    DrawText(400, 240 + 14 * song, Join(song + 1, u". ", int32_t{CourseExPts[song]}), 0);
+    DrawText(kSongsLeft, 240 + 14 * song, Join(song + 1, u". ", int32_t{CourseExPts[song]}), 0);
   }
 }
 
