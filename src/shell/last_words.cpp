@@ -9,6 +9,7 @@
 
 #include "base/log.h"
 #include "base/paths.h"
+#include "chart/trouble.h"
 #include "files/data_folder.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -40,8 +41,7 @@ const SongEntry* HarderChart(int32_t level) {
 }
 
 Text WhatToTryNext(const LastPlay& play) {
-  if (play.troubled)
-    return Join(u"qlmprobe check '", platform::DecodeUtf8(platform::SystemPath(play.path)), u"'");
+  if (play.troubled) return CheckCommand(play.path);
   if (play.machine) return u"play it yourself, with Z S X D C F V and left Shift";
   if (play.outcome == Outcome::kLeft || play.outcome == Outcome::kStopped)
     return u"play it to its end; F12 makes a pause";

@@ -74,7 +74,7 @@ TEST_F(LastWordsTest, GoByHowThePlayEnded) {
   play_.machine = true;
   EXPECT_EQ(Next(), "Next: play it yourself, with Z S X D C F V and left Shift.");
   play_.troubled = true;
-  EXPECT_EQ(Next(), "Next: qlmprobe check '/songs/a.bms'.");
+  EXPECT_EQ(Next(), "Next: '" QLM_BINARY_DIR "/qlmprobe' check '/songs/a.bms'.");
 }
 
 TEST_F(LastWordsTest, AreSaidBehindThePlaceOfTheLogAndOnlyWhenSomethingWasPlayed) {
