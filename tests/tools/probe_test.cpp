@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
+#include <string>
 
 #include "base/cursor.h"
 #include "platform/files.h"
@@ -185,6 +187,17 @@ TEST_F(ProbeTest, HelpNamesEveryCommand) {
   }
   EXPECT_TRUE(Holds(Probe({"chart", "--help"}).output, "\n  --before FILE "));
   EXPECT_EQ(Probe({"chart", "--help"}).output.find("--fps"), std::string::npos);
+}
+
+// The first line of what a command says of itself, which is therefore a sentence.
+TEST_F(ProbeTest, HelpSaysEachCommandInOneWholeSentence) {
+  std::istringstream help(Probe({"--help"}).output);
+  std::string line;
+  while (std::getline(help, line) && line != "Commands:") {
+  }
+  int commands = 0;
+  for (; std::getline(help, line) && !line.empty(); ++commands) EXPECT_TRUE(line.ends_with(".")) << line;
+  EXPECT_EQ(commands, 15);
 }
 
 TEST_F(ProbeTest, VersionIsTheGames) {

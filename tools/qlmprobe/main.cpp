@@ -162,15 +162,15 @@ std::vector<Command> Commands() {
       {{"header", "The list entry that the library's header read makes.", "FILE [OPTION]...", 1, common},
        probe::HeaderCommand},
       {{"title",
-        "What becomes of a title where only ASCII can be shown, stage by stage, and its two lines in the\n"
-        "song select.",
+        "What becomes of a title where only ASCII can be shown, stage by stage.\n"
+        "Also its two lines in the song select.",
         "TEXT [OPTION]...", 1,
         Joined({Options{{.name = "--dict", .value = "FILE", .help = "puts in the words of this dictionary"}},
                 common})},
        probe::TitleCommand},
       {{"play",
-        "A whole play of a chart or a course (.qcl) on the virtual clock: figures, starts of sounds, tempo\n"
-        "changes.",
+        "A whole play of a chart or a course (.qcl) on the virtual clock.\n"
+        "Its figures, starts of sounds and tempo changes.",
         "FILE [OPTION]...", 1, Joined({play, RecordOptions(), load, common})},
        probe::PlayCommand},
       {{"frame", "Pictures of a play: for each moment the frame as presented.",
@@ -189,14 +189,16 @@ std::vector<Command> Commands() {
                 common})},
        probe::AudioCommand},
       {{"video",
-        "Pictures and sound of a play or a record as one video file (MP4), made by the program ffmpeg. It\n"
-        "begins with the second in front of the chart.",
+        "Pictures and sound of a play or a record as one video file (MP4).\n"
+        "The program ffmpeg makes it. It begins with the second in front of the chart.",
         "FILE --out OUT.mp4 [OPTION]...", 1,
         Joined({{needed("--out", "OUT.mp4", "the file to write")}, {ReplayOption()}, play, load, common})},
        probe::VideoCommand},
       {{"battle",
-        "Players of the real game in processes of their own on this machine, who play what a script has\n"
-        "them decide: each one's log lines on the battle and its table of the players at the end.",
+        "Players of the real game on this machine, who play what a script has them decide.\n"
+        "Each is a process of its own. Gives each one's log lines on the battle, and its table of the "
+        "players\n"
+        "at the end.",
         "SCRIPT [OPTION]... | --ping HOST[:PORT]", 1,
         Joined({Options{{.name = "--ping",
                          .help = "plays nothing, but asks the battle at HOST, ten times, and tells who\n"
@@ -209,9 +211,9 @@ std::vector<Command> Commands() {
         "FILE... [OPTION]...", SIZE_MAX, common},
        probe::CheckCommand},
       {{"library",
-        "Checks all charts below folders, on all cores: for each a line, an object with its state and how "
-        "many\n"
-        "findings of each kind there are, and a last one with their numbers.\n"
+        "Checks all charts below folders, on all cores.\n"
+        "For each a line, an object with its state and how many findings of each kind there are, and a last\n"
+        "one with their numbers.\n"
         "Exit status 0 when nothing was found, 1 otherwise.",
         "FOLDER... [OPTION]...", SIZE_MAX, WithoutLog(common)},
        probe::LibraryCommand},
@@ -231,8 +233,8 @@ std::vector<Command> Commands() {
                 common})},
        probe::KeysCommand},
       {{"scan",
-        "What the library finds below folders, each chart as the game's scan takes it, and what could\n"
-        "not be read.",
+        "What the library finds below folders, each chart as the game's scan takes it.\n"
+        "Also what could not be read.",
         "FOLDER... [OPTION]...", SIZE_MAX,
         Joined({{flag("--no-limit", "goes down to any depth; without it to the folders' own folders"),
                  {.name = "--sort",
@@ -242,8 +244,10 @@ std::vector<Command> Commands() {
                 common})},
        probe::ScanCommand},
       {{"dump",
-        "A file of the game in plain words: qlm_conf.ini, qlm_keycnf.dat, a list (.qbl), a course (.qcl),\n"
-        "a score table (.qsd) or a play record (.qpd).\n"
+        "A file of the game in plain words.\n"
+        "That is qlm_conf.ini, qlm_keycnf.dat, a list (.qbl), a course (.qcl), a score table (.qsd) or a "
+        "play\n"
+        "record (.qpd).\n"
         "The settings that the game takes from a settings file, and what it does not take; a key file by\n"
         "what its keys do; the rows of a list or a table; the songs of a course; the events of a record.",
         "FILE [OPTION]...", 1, common},
