@@ -463,7 +463,7 @@ void BMSReadBytes(TextView path, std::string_view bytes, ChartReport* report) {
   DebugLog(Join(u"[BMSRead] ", GetFileName(path)), 1);
 
   ChartText chart;
-  const auto decode = WideCharts && report == nullptr ? WideReading::Decode : DecodeChart;
+  const auto decode = WideCharts ? WideReading::Decode : DecodeChart;
   if (!platform::WithinMemory([&] { chart = decode(bytes); })) DebugLog(u"# there is no memory for its text");
   if (chart.converted) DebugLog(u"Return-code converted");
 

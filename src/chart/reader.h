@@ -16,7 +16,7 @@ void BMSInit();
 // one. Stops on the spot when LoadAbort is set behind a #WAV or #BMP line.
 void BMSRead(TextView path);
 // The same for bytes at hand. The chart's sounds and pictures lie in the folder of `path`. With a report it
-// is a read for the chart's author, who hears of the classic reading.
+// is a read for the chart's author, who hears of the classic reading, even of text that the wide one decodes.
 void BMSReadBytes(TextView path, std::string_view bytes, ChartReport* report = nullptr);
 // No text chart is longer; what is, takes minutes to read and has no music in it.
 constexpr int64_t kLongestChart = int64_t{256} << 20;

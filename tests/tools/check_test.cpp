@@ -150,6 +150,19 @@ TEST_F(CheckTest, InTheWideReadingTheyAreNotMissing) {
   EXPECT_TRUE(Holds(wide({"#WAV02 kick.wav"}), "kick.ogg is there, but is no sound that the game can load"));
 }
 
+TEST_F(CheckTest, InTheWideReadingOnlyWhatHoldsThereIsTold) {
+  // UTF-8, line feeds alone, a command on the first line, words and channels of today, slots beyond FF.
+  WriteWav("曲.wav", {1, 2, 3});
+  WriteData(u"today.bms",
+            "#SUBTITLE b\n#BPM 120\n#RANK x\n#WAV01 曲.wav\n#WAV1G gone.wav\n#WAV2G x.wav\n#LNOBJ ZZ\n"
+            "#STOP01 4\n#BMPZZ p.bmp\n#00109:01\n#00111:011G\n#00153:2G2G\n#00104:ZZ\n#00212:01ZZ\n");
+  const ProcessResult result = Probe({"check", "--wide", At("today.bms")});
+  EXPECT_EQ(CountOf(result.output, "\"kind\""), 2U) << result.output;
+  EXPECT_TRUE(Holds(result.output, "{\"line\": 3, \"kind\": \"number\""));
+  EXPECT_TRUE(
+      Holds(result.output, "{\"line\": 5, \"kind\": \"sound\", \"text\": \"no such file; tried gone.wav"));
+}
+
 TEST_F(CheckTest, VideoIsNotPlayed) {
   WriteData(u"film.mpg", "pictures that move");
   ExpectOne({"#BMP02 film.mpg"}, 12, "picture",

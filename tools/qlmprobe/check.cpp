@@ -1,8 +1,11 @@
 // The command `check`: what an author would want to know about a chart.
+#include <optional>
+
 #include "base/paths.h"
 #include "chart/loading.h"
 #include "chart/preparation.h"
 #include "chart/reader.h"
+#include "chart/wide_reading.h"
 #include "platform/files.h"
 #include "state/chart.h"
 #include "state/settings.h"
@@ -33,10 +36,14 @@ void CheckTables(Findings& findings, qlm::TextView path) {
   }
 }
 
-// The report on a chart, from bytes with one line more in front.
+// The report on a chart, from bytes with one line more in front. In the wide reading its text and its slots
+// are those of the wide one.
 qlm::ChartReport ReadForAuthor(qlm::TextView path, const std::string& bytes) {
-  qlm::ChartReport report(0);
+  // The wide reading puts a line of its own in front of them.
+  qlm::ChartReport report(qlm::WideCharts ? -1 : 0);
   qlm::BMSInit();
+  std::optional<qlm::SlotDigitsOf> digits;
+  if (qlm::WideCharts) digits.emplace(qlm::WideReading::Decode(bytes).text);
   qlm::BMSReadBytes(path, bytes, &report);
   if (!qlm::shortageRaised) qlm::BMSPrepare(&report);
   fatalMessage.reset();  // all blocks of #RANDOM together may be too many objects

@@ -18,12 +18,13 @@ struct Finding {
   qlm::Text text;
 };
 
-// As many findings of a kind as an author could want, and the number of those left out.
+// As many findings of a kind as an author could want, and the number of those left out. In the wide reading,
+// those alone that hold there too.
 class Findings {
  public:
   void Add(int64_t line, std::string_view kind, qlm::Text text);
   // More of a kind, which are not kept.
-  void LeaveOut(std::string_view kind, int64_t count) { leftOut_[kind] += count; }
+  void LeaveOut(std::string_view kind, int64_t count);
   // By lines, behind them what was left out.
   std::vector<Finding> InOrder() const;
 

@@ -137,8 +137,7 @@ void CheckPicture(Findings& findings, TextView folder, const qlm::ChartReport::D
   qlm::LoadAnyBitmap(path, surface, rect);
   if (surface == nullptr) {
     findings.Add(picture.line, "picture", Join(file, u" is there, but is no picture that the game can load"));
-  } else if (!qlm::WideCharts && covers &&
-             (surface->Width() > kCoverSide || surface->Height() > kCoverSide)) {
+  } else if (covers && (surface->Width() > kCoverSide || surface->Height() > kCoverSide)) {
     findings.Add(picture.line, "picture",
                  Join(file, u" has ", surface->Width(), u" by ", surface->Height(),
                       u" pixels: as base or layer nothing above 256 by 256 is shown; the wide reading makes "
@@ -152,7 +151,9 @@ void CheckFiles(Findings& findings, const qlm::ChartReport& report, TextView pat
   const TextView folder = qlm::GetFolder(path);
   for (const auto& [slot, sound] : report.sounds) CheckSound(findings, folder, sound);
   for (const auto& [slot, picture] : report.pictures) {
-    CheckPicture(findings, folder, picture, report.coverUses[static_cast<size_t>(slot)].count > 0);
+    // The wide reading makes a large one smaller.
+    const bool covers = !qlm::WideCharts && report.coverUses[static_cast<size_t>(slot)].count > 0;
+    CheckPicture(findings, folder, picture, covers);
   }
   if (report.stage && !report.stage->name.empty()) CheckPicture(findings, folder, *report.stage, false);
 }
