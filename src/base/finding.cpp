@@ -170,13 +170,20 @@ struct Stem {
   TextView latin;
 };
 constexpr Stem kStems[] = {
-    {u'キ', u"ャュョ", u"ky"},        {u'ギ', u"ャュョ", u"gy"},         {u'シ', u"ャュェョ", u"sy sh"},
-    {u'ジ', u"ャュェョ", u"zy j jy"}, {u'チ', u"ャュェョ", u"ty ch cy"}, {u'ヂ', u"ャュョ", u"dy j zy"},
-    {u'ニ', u"ャュョ", u"ny"},        {u'ヒ', u"ャュョ", u"hy"},         {u'ビ', u"ャュョ", u"by"},
-    {u'ピ', u"ャュョ", u"py"},        {u'ミ', u"ャュョ", u"my"},         {u'リ', u"ャュョ", u"ry ly"},
-    {u'フ', u"ァィェォ", u"f"},       {u'ヴ', u"ァィェォ", u"v"},        {u'ツ', u"ァィェォ", u"ts"},
-    {u'ウ', u"ィェォ", u"w"},         {u'ク', u"ァィェォ", u"kw qu q"},  {u'テ', u"ィ", u"t th"},
-    {u'デ', u"ィ", u"d dh"},          {u'ト', u"ゥ", u"t tw"},           {u'ド', u"ゥ", u"d dw"},
+    {u'キ', u"ャュョ", u"ky"},         {u'ギ', u"ャュョ", u"gy"},
+    {u'シ', u"ャュェョ", u"sy sh"},    {u'ジ', u"ャュェョ", u"zy j jy"},
+    {u'チ', u"ャュェョ", u"ty ch cy"}, {u'ヂ', u"ャュョ", u"dy j zy"},
+    {u'ニ', u"ャュョ", u"ny"},         {u'ヒ', u"ャュョ", u"hy"},
+    {u'ビ', u"ャュョ", u"by"},         {u'ピ', u"ャュョ", u"py"},
+    {u'ミ', u"ャュョ", u"my"},         {u'リ', u"ャュョ", u"ry ly"},
+    {u'フ', u"ァィェォ", u"f"},        {u'ヴ', u"ァィェォ", u"v"},
+    {u'ツ', u"ァィェォ", u"ts"},       {u'ウ', u"ィェォ", u"w"},
+    {u'ク', u"ァィェォ", u"kw qu q"},  {u'テ', u"ィ", u"t th"},
+    {u'デ', u"ィ", u"d dh"},           {u'ト', u"ゥ", u"t tw"},
+    {u'ド', u"ゥ", u"d dw"},           {u'フ', u"ャュョ", u"fy"},
+    {u'ヴ', u"ャュョ", u"vy"},         {u'テ', u"ュ", u"ty th"},
+    {u'デ', u"ュ", u"dy dh"},          {u'イ', u"ェ", u"y"},
+    {u'グ', u"ァィェォ", u"gw"},
 };
 
 char16_t VowelOfSmall(char16_t small) {

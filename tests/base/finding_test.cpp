@@ -65,6 +65,16 @@ TEST(Finding, LatinLettersFindKanaByEachSpelling) {
   EXPECT_FALSE(Finds(u"ka", u"が"));
 }
 
+TEST(Finding, SmallVowelsOfForeignWordsAreSpeltAsTheyAreTyped) {
+  EXPECT_TRUE(Finds(u"fyu-jon", u"フュージョン"));
+  for (const TextView typed : {u"dyuo", u"dhuo"}) EXPECT_TRUE(Finds(typed, u"デュオ"));
+  for (const TextView typed : {u"tyu-ba", u"thu-ba"}) EXPECT_TRUE(Finds(typed, u"テューバ"));
+  EXPECT_TRUE(Finds(u"yei", u"イェイ"));
+  EXPECT_TRUE(Finds(u"vyu", u"ヴュ"));
+  EXPECT_TRUE(Finds(u"gwaba", u"グァバ"));
+  for (const TextView typed : {u"uindo", u"windo"}) EXPECT_TRUE(Finds(typed, u"ウィンド"));
+}
+
 TEST(Finding, DoubledConsonantsAreSmallTsu) {
   EXPECT_TRUE(Finds(u"rokku", u"ロック"));
   EXPECT_TRUE(Finds(u"macchi", u"マッチ"));
