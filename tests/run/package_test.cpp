@@ -132,6 +132,20 @@ TEST_F(PackageTest, HoldsWhatADesktopAndAShellLookFor) {
   EXPECT_NE(copyright.find(Read(QLM_SOURCE_DIR "/LICENSE")), std::string::npos);
 }
 
+TEST_F(PackageTest, TheDocumentsOfTheFolderAreWhole) {
+  int links = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(unpacked / "docs")) {
+    if (entry.path().extension() != ".md") continue;
+    for (const std::string& link : Matches(Read(entry.path()), R"(\]\(([^#)][^#)]*))")) {
+      EXPECT_TRUE(fs::exists(entry.path().parent_path() / link)) << entry.path() << ": " << link;
+      ++links;
+    }
+  }
+  EXPECT_GE(links, 20);
+  // It says that no other package is inside.
+  EXPECT_FALSE(fs::exists(unpacked / "docs/copyright"));
+}
+
 // The charts name every sound and picture, the skins every file of theirs.
 TEST_F(PackageTest, NoChartAndNoSkinMissesAFile) {
   const fs::path stock = Installed() / "share/quillmarch";
@@ -268,6 +282,11 @@ TEST_F(PackageTest, ThePagesOfManTellEveryOptionAndCommand) {
   EXPECT_GE(commands.size(), 13U);
   for (const std::string& command : commands)
     EXPECT_NE(probe.find("\n.B " + command + "\n"), std::string::npos) << command;
+  const std::string own = Start(Installed() / "bin/qlmprobe", {"check", "--help"}).output;
+  const auto common = Matches(own.substr(own.find("Options of every command:")), R"(\n +(--[a-z-]+))");
+  EXPECT_GE(common.size(), 4U);
+  for (const std::string& option : common)
+    EXPECT_TRUE(std::regex_search(probe, std::regex("\n\\.BI? " + option + "\\b"))) << option;
   for (const std::string& text : {game, probe}) EXPECT_EQ(text.find("@version@"), std::string::npos);
 }
 
