@@ -89,7 +89,6 @@ constexpr SettingKey kOwnKeys[] = {
     {u"quillmarch", u"Scaling", &Scaling, u"0", u"0"},
     {u"quillmarch", u"KeysAtOnce", &KeysAtOnce, u"False", u"False"},
     {u"quillmarch", u"SoundBlock", &SoundBlock, u"256", u"256"},
-    {u"quillmarch", u"LateBlocks", &LateBlocks, u"0", u"0"},
     {u"quillmarch", u"NetPort", &NetPort, u"21520", u"21520"},
     {u"quillmarch", u"NetAddress", &NetAddress, u"", u""},
     {u"quillmarch", u"MenuLanguage", &MenuLanguage, u"", u""},

@@ -16,6 +16,7 @@
 #include <span>
 #include <utility>
 
+#include "files/late_blocks.h"
 #include "forms/controls.h"
 #include "forms/language.h"
 #include "platform/clock.h"
@@ -122,6 +123,7 @@ AudioPanel::~AudioPanel() { Close(); }
 
 void AudioPanel::Make() {
   Controls& controls = *std::exchange(controls_, nullptr);
+  lateBefore_ = SavedLateBlocks();
   auto* const grid = new QGridLayout(this);
   grid->addWidget(MakeDeviceGroup(controls), 0, 0, 2, 1);
   grid->addWidget(MakeKeyGroup(controls), 0, 1);
@@ -296,7 +298,7 @@ void AudioPanel::ShowDevice() {
   }
   // The gaps of the measuring are no fault.
   const int late = std::max(platform::LateSoundBlocks() - drains_, 0);
-  late_->setText(Words("いま %1、前回のプレイ %2").arg(late).arg(LateBlocks));
+  late_->setText(Words("いま %1、前回のプレイ %2").arg(late).arg(lateBefore_));
 }
 
 void AudioPanel::StartTaps() {

@@ -58,6 +58,7 @@ class AudioPanel : public QWidget {
   QLabel* block_ = nullptr;
   QLabel* ahead_ = nullptr;
   QLabel* late_ = nullptr;
+  int32_t lateBefore_ = 0;  // blocks that came too late in the last play
   QLabel* tapResult_ = nullptr;
   QPushButton* tone_ = nullptr;
   QPushButton* measure_ = nullptr;

@@ -12,11 +12,11 @@
 #include "play/turn.h"
 #include "sound/play.h"
 #include "state/chart.h"
+#include "state/last_play.h"
 #include "state/message.h"
 #include "state/network.h"
 #include "state/options.h"
 #include "state/session.h"
-#include "state/settings.h"
 #include "state/timeline.h"
 
 namespace qlm {
@@ -130,7 +130,7 @@ void PlayLoop() {
   if (network.NetActive) SendEnd();
   GameState = kStatePlayOver;
   RestoreHiSpeed();
-  LateBlocks = platform::LateSoundBlocks() - lateBefore;
+  lateBlocks = platform::LateSoundBlocks() - lateBefore;
 }
 
 }  // namespace qlm

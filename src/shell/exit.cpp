@@ -7,6 +7,7 @@
 
 #include "base/log.h"
 #include "files/key_table.h"
+#include "files/late_blocks.h"
 #include "files/settings_file.h"
 #include "graphics/display.h"
 #include "input/input.h"
@@ -47,6 +48,7 @@ Saved SaveAndStop() {
   saved.keys = SaveKeyTable();
   GiveBackSettings();
   saved.settings = SaveSettings();
+  SaveLateBlocks();
   DebugLog(u"Kill timers...");
   for (const int timer :
        {platform::kTimerPlay, platform::kTimerNetwork, platform::kTimerNetwork99, platform::kTimerPreview}) {

@@ -31,4 +31,7 @@ struct LastPlay {
 // Nothing before the first play.
 inline std::optional<LastPlay> lastPlay;
 
+// Blocks that the sound device got too late in it; nothing before the first play.
+inline std::optional<int32_t> lateBlocks;
+
 }  // namespace qlm

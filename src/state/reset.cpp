@@ -45,6 +45,7 @@ void ResetState() {
   ResetRecords();
   scores = {};
   lastPlay.reset();
+  lateBlocks.reset();
   ResetNetwork();
   ResetKeys();
   ResetSkin();

@@ -24,7 +24,6 @@ void ResetSettings() {
   WatchSkins = false;
   ShowBGA = PlaySound = PlayKeySound = UserPlay = UserRec = ShowRec = PlayRec = DEMOMode = false;
   SoundBlock = 256;
-  LateBlocks = 0;
   JoyXYEnable = SCRATCH1P = SCRATCH2P = false;
   MyName.clear();
   NetPort = 21520;

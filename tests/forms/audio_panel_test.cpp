@@ -108,7 +108,7 @@ TEST_F(AudioPanelTest, ASettingThatIsNoBlockShowsTheUsualOneAndStays) {
 }
 
 TEST_F(AudioPanelTest, TheDeviceIsToldAndWhatWasLateInTheLastPlay) {
-  LateBlocks = 12;
+  WriteData(u"_qlmfiles\\late_blocks.txt", "12");
   Show();
   EXPECT_EQ(Label("lblSoundDevice"), "dummy, 音は聞こえません");
   EXPECT_EQ(Label("lblLateBlocks"), "いま 0、前回のプレイ 12");

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "base/hooks.h"
+#include "base/paths.h"
+#include "files/settings_file.h"
 #include "graphics/display.h"
 #include "graphics/present.h"
 #include "platform/clock.h"
@@ -16,6 +18,7 @@
 #include "platform/timers.h"
 #include "play/pause.h"
 #include "play/turn.h"
+#include "state/last_play.h"
 #include "state/message.h"
 #include "state/options.h"
 #include "state/session.h"
@@ -77,17 +80,22 @@ TEST_F(LoopTest, TheBlocksThatComeTooLateInAPlayAreCounted) {
   Lay(ObjSeparator, 0);
   Lay(ObjSeparator, 100);
   const int32_t before = platform::LateSoundBlocks();
-  LateBlocks = 77;
+  const auto savedSettings = [&] {
+    EXPECT_TRUE(SaveSettings());
+    return ReadBytes(DataPath(u"qlm_conf.ini"));
+  };
+  const std::string settings = savedSettings();
   RunFrames(10, [&](int32_t ms) {
     if (ms == 1010) drain();
   });
   PlayLoop();
-  EXPECT_GE(LateBlocks, 1);
-  EXPECT_LE(LateBlocks, platform::LateSoundBlocks() - before);
+  EXPECT_GE(lateBlocks, 1);
+  EXPECT_LE(lateBlocks, platform::LateSoundBlocks() - before);
+  EXPECT_EQ(savedSettings(), settings) << "a play changes no setting";
   platform::CloseSoundDevice();
   unsetenv("SDL_AUDIODRIVER");
   PlayLoop();
-  EXPECT_EQ(LateBlocks, 0) << "no device, no gaps";
+  EXPECT_EQ(lateBlocks, 0) << "no device, no gaps";
 }
 
 TEST_F(LoopTest, ASpeedOfNothingIsToldWithTheKeyThatMendsIt) {

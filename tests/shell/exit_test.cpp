@@ -16,6 +16,7 @@
 #include "platform/sound_device.h"
 #include "platform/timers.h"
 #include "state/keys.h"
+#include "state/last_play.h"
 #include "state/options.h"
 #include "state/settings.h"
 #include "state/sounds.h"
@@ -123,6 +124,16 @@ TEST_F(ExitTest, KeysAreSavedAndThenTheSettings) {
   EXPECT_EQ(writes.Names(), "debug.txt qlm_keycnf.dat qlm_conf.ini debug.txt ");
   EXPECT_EQ(ReadBytes(DataPath(u"qlm_keycnf.dat")), KeyTableBytes());
   EXPECT_NE(ReadBytes(DataPath(u"qlm_conf.ini")).find("HiSpeed=2.5\r\n"), std::string::npos);
+}
+
+TEST_F(ExitTest, TheLateBlocksOfThePlayAreKept) {
+  EXPECT_EXIT(
+      {
+        lateBlocks = 3;
+        ExitApp();
+      },
+      testing::ExitedWithCode(0), "");
+  EXPECT_EQ(ReadBytes(DataPath(u"late_blocks.txt")), "3");
 }
 
 TEST_F(ExitTest, ASettingOfThisRunAloneIsNotSaved) {
