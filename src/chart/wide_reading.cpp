@@ -452,6 +452,7 @@ bool WideWouldSound() {
   const size_t asked = std::min(used.size(), kAsked);
   size_t missing = 0, found = 0;
   for (size_t i = 0; i < asked; ++i) {
+    if ((missing + asked - i) * 2 <= asked) return false;
     Text file = WavFile[used[i * used.size() / asked]];
     if (FileExists(file) || FileExists(WithExtension(file, u".mp3"))) continue;
     ++missing;

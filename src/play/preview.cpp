@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 #include "chart/loading.h"
 #include "chart/wide_reading.h"
@@ -115,13 +116,11 @@ void StartPreview() {
   const Text path = songList[static_cast<size_t>(row)].path;
   ShowMessage(Join(u"load:", path));
   const std::optional<int32_t> first = Load(path, row);
-  if (!LoadAbort && WideWouldSound())
-    ShowMessage(u"MOST SOUNDS ARE MISSING: START WITH --wide, OR TICK IT IN THE MENU");
   if (!first) return;
 
   SeekChart(*first, true);
   PlayEnd = previewStop = false;
-  PlayAlive = previewRunning = true;
+  PlayAlive = previewRunning = previewAsks = true;
   UserPlay = false;
   PlayKeySound = true;
   platform::SetTimer(platform::kTimerPreview, kTickMs, PreviewTick);
@@ -131,6 +130,9 @@ void PreviewTick() {
   if (SelectVolume > kSoftVolume) SelectVolume -= kFadeStep;
   SetSEVolume(SE::kSelectMusic, SelectVolume);
   PlayStep();
+  // Behind the first sound, which is not to wait for it.
+  if (std::exchange(previewAsks, false) && WideWouldSound())
+    ShowMessage(u"MOST SOUNDS ARE MISSING: START WITH --wide, OR TICK IT IN THE MENU");
   if (PlayEnd || previewStop || !PlayAlive) StopPreview();
 }
 

@@ -12,7 +12,7 @@ void ResetSession() {
   PlayFailedTime = BreakStart = EscStart = AttackStart = 0;
   savedBPM = 0;
   EscHeld = EndlessRun = EchoEnabled = false;
-  PreviewActive = previewRunning = previewLoading = previewStop = false;
+  PreviewActive = previewRunning = previewLoading = previewAsks = previewStop = false;
   AttackKind = kAttackNone;
   ReturnState = 0;
   formRunning = WindowActive = true;

@@ -65,6 +65,7 @@ inline bool EndlessRun = false;     // charts follow each other without results 
 inline bool PreviewActive = false;  // the chart is only previewed
 inline bool previewRunning = false;
 inline bool previewLoading = false;       // its chart is being loaded; events run meanwhile
+inline bool previewAsks = false;          // whether the wide reading would sound is still to be seen
 inline bool previewStop = false;          // a preview that runs ends with its next step
 inline int32_t AttackKind = kAttackNone;  // the effect that runs
 inline uint32_t AttackStart = 0;          // clock
