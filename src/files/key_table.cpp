@@ -14,6 +14,11 @@
 namespace qlm {
 namespace {
 
+struct DefaultKey {
+  int32_t key;
+  int16_t code;
+};
+// All others do nothing.
 constexpr DefaultKey kDefaultKeys[] = {
     {kKeyZ, 11},      {kKeyS, 12},     {kKeyX, 13},          {kKeyD, 14},         {kKeyC, 15},
     {kKeyF, 18},      {kKeyV, 19},     {kKeySpace, 16},      {kKeyLeftShift, 16}, {kKeyN, 21},
@@ -30,8 +35,6 @@ uint8_t ByteAt(std::string_view bytes, size_t place) {
 }
 
 }  // namespace
-
-std::span<const DefaultKey> DefaultKeys() { return kDefaultKeys; }
 
 KeyTable DefaultKeyTable() {
   KeyTable table;

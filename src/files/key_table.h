@@ -2,8 +2,6 @@
 // key number from 0 on, without a head.
 #pragma once
 
-#include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,12 +9,7 @@
 
 namespace qlm {
 
-// A key of a new installation and what it does. All others do nothing.
-struct DefaultKey {
-  int32_t key;
-  int16_t code;
-};
-std::span<const DefaultKey> DefaultKeys();
+// What the keys of a new installation do.
 KeyTable DefaultKeyTable();
 void SetDefaultKeyMap();
 

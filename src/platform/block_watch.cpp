@@ -9,12 +9,11 @@ void BlockWatch::Asked(int64_t now, int64_t length) {
   // The device's clock and ours differ by a little; so much a second is given away that no difference adds
   // up.
   constexpr int64_t kDrift = 1000;
-  const int64_t last = lastAsked_.load(std::memory_order_relaxed);
-  if (last != 0) {
-    soundsUntil_ -= (now - last) / kDrift;
+  if (lastAsked_ != 0) {
+    soundsUntil_ -= (now - lastAsked_) / kDrift;
     if (now - soundsUntil_ > length) late_.fetch_add(1, std::memory_order_relaxed);
   }
-  lastAsked_.store(now, std::memory_order_relaxed);
+  lastAsked_ = now;
   soundsUntil_ = std::max(now, soundsUntil_) + length;
   if (soundsUntil_ - now > MostAhead()) mostAhead_.store(soundsUntil_ - now, std::memory_order_relaxed);
 }

@@ -12,8 +12,6 @@ class BlockWatch {
   void Asked(int64_t now, int64_t length);
 
   // Any thread.
-  // When the last block was asked for; 0 before the first.
-  int64_t LastAsked() const { return lastAsked_.load(std::memory_order_relaxed); }
   // Blocks that were asked for when all that had been given must have sounded to its end, and the length of
   // one block more had passed: a gap was heard. A shorter gap may hide in what the device keeps ready.
   int32_t Late() const { return late_.load(std::memory_order_relaxed); }
@@ -22,10 +20,11 @@ class BlockWatch {
   int64_t MostAhead() const { return mostAhead_.load(std::memory_order_relaxed); }
 
  private:
-  std::atomic<int64_t> lastAsked_ = 0;
   std::atomic<int32_t> late_ = 0;
   std::atomic<int64_t> mostAhead_ = 0;
-  int64_t soundsUntil_ = 0;  // what was given has sounded by then, as far as one can tell; device's thread
+  // Device's thread:
+  int64_t lastAsked_ = 0;    // 0 before the first block
+  int64_t soundsUntil_ = 0;  // what was given has sounded by then, as far as one can tell
 };
 
 }  // namespace platform

@@ -31,7 +31,7 @@ struct CloseAtExit {
   ~CloseAtExit() { CloseSoundDevice(); }
 } closeAtExit;
 
-// Of the system's device; made anew with it, while it does not ask.
+// Of the system's device: made anew before that is opened, so that nobody asks meanwhile.
 std::optional<BlockWatch> watch;
 std::atomic<bool> drains = false;
 

@@ -79,7 +79,6 @@ class SessionNet {
     std::string bytes;
   };
   void Do(size_t machine, const LinkTask& task);
-  void Arrive(size_t machine, const Frame& frame);
   bool AreCut(size_t a, size_t b) const;
 
   int64_t now_ = 1000;

@@ -108,7 +108,6 @@ void UdpRelay::Pass(const Datagram& datagram) {
   int64_t& latest = latest_[{datagram.from, datagram.to}];
   if (datagram.number < latest) ++overtaken_;
   latest = std::max(latest, datagram.number);
-  ++passed_;
   const sockaddr_in to = OnThisMachine(datagram.to);
   sendto(FrontOf(datagram.from), datagram.bytes.data(), datagram.bytes.size(), 0,
          reinterpret_cast<const sockaddr*>(&to), sizeof to);

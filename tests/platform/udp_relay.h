@@ -34,7 +34,6 @@ class UdpRelay {
   // From now on the way from one machine to another is this. Ports are those of the machines themselves.
   void SetWay(uint16_t from, uint16_t to, const RelayWay& way);
 
-  int64_t Passed() const { return passed_; }
   int64_t Lost() const { return lost_; }
   int64_t Overtaken() const { return overtaken_; }
 
@@ -62,7 +61,6 @@ class UdpRelay {
   std::priority_queue<Datagram, std::vector<Datagram>, std::greater<>> underWay_;
   std::map<std::pair<uint16_t, uint16_t>, int64_t> latest_;  // number that was passed last
   int64_t count_ = 0;
-  std::atomic<int64_t> passed_ = 0;
   std::atomic<int64_t> lost_ = 0;
   std::atomic<int64_t> overtaken_ = 0;
   std::atomic<bool> ends_ = false;
