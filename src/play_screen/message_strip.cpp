@@ -51,7 +51,7 @@ void DrawPauseLine(const MessagePlace& place) {
 void DrawTroubleStrip() {
   if (!DDBack || chartTrouble.empty()) return;
   const auto lines = static_cast<int64_t>(chartTrouble.size());
-  const int64_t bottom = int64_t{BgaY} + BgaH - kAbove;
+  const int64_t bottom = int64_t{BgaY} + BgaH;
   const int64_t top = bottom - kAbove - lines * SysFontH;
   DrawStrip(RectOf(BgaX, top - kAbove, int64_t{BgaX} + BgaW, bottom));
   int64_t y = top;

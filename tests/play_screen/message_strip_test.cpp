@@ -46,15 +46,15 @@ TEST_F(MessageStrip, LiesUnderAMessageOnThePicture) {
   EXPECT_EQ(Strip(), (Rect{202, 317, 362, 329}));
 }
 
-// Two lines of 6 and 3 above, between and below them, 3 above the lower edge of the picture at 356.
+// Two lines of 6, 3 above and below them, down to the lower edge of the picture at 356.
 TEST_F(MessageStrip, TellsOfTroubleAtTheLowerEdgeOfThePicture) {
   chartTrouble = {u"PAUSE", u"OF TROUBLE"};
   Draw();
-  EXPECT_EQ(Strip(), (Rect{200, 335, 456, 353}));
+  EXPECT_EQ(Strip(), (Rect{200, 338, 456, 356}));
   // Both begin 8 pixels from the left.
-  EXPECT_EQ(Extent(0x400000 + 2 * 'A').top, 338);
+  EXPECT_EQ(Extent(0x400000 + 2 * 'A').top, 341);
   EXPECT_EQ(Extent(0x400000 + 2 * 'A').left, 208 + 4);
-  EXPECT_EQ(Extent(0x400000 + 2 * 'F').top, 344);
+  EXPECT_EQ(Extent(0x400000 + 2 * 'F').top, 347);
   EXPECT_EQ(Extent(0x400000 + 2 * 'F').left, 208 + 4);
 }
 
