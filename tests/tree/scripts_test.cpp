@@ -1,5 +1,5 @@
-// ./play and ./check around a build: the real scripts in a tree of their own, where programs of the same
-// names stand in for the package manager, the build and the game.
+// ./play, ./check and tools/setup/fuzz around a build: the real scripts in a tree of their own, where
+// programs of the same names stand in for the package manager, the build and the game.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -266,6 +266,34 @@ TEST_F(ScriptsTest, CheckRefusesWordsThatItDoesNotKnow) {
   EXPECT_EQ(check.errors,
             "\ncheck: \"sanitize battle\" is not understood; it is ./check or ./check sanitize.\n");
   EXPECT_EQ(calls_, "");
+}
+
+// tools/setup/fuzz
+
+// The target leaves two inputs that were slow. Tried again by itself the first is quick, as behind a pause of
+// the campaign; the second where asked to.
+TEST_F(ScriptsTest, FuzzForgivesWhatIsSlowOnlyOnce) {
+  Write(Tree() / "fuzz/a_fuzz.cpp", "");
+  const fs::path target = Tree() / "build/fuzz/a_fuzz";
+  Write(target,
+        "#!/bin/sh\n"
+        "for word; do case $word in -artifact_prefix=*) broken=${word#*=} ;; esac; done\n"
+        "case $word in\n"
+        "  */slow-unit-1) exit 0 ;;\n"
+        "  */timeout-2) exit $SLOW_STATUS ;;\n"
+        "esac\n"
+        ": > \"${broken}slow-unit-1\"; : > \"${broken}timeout-2\"\n"
+        "echo stat::number_of_executed_units: 7\n");
+  fs::permissions(target, fs::perms::owner_all);
+  environment_["SLOW_STATUS"] = "0";
+  ProcessResult fuzz = Run("tools/setup/fuzz", {"1"});
+  EXPECT_EQ(fuzz.exitStatus, 0) << fuzz.errors;
+  EXPECT_TRUE(Holds(fuzz.output, "a_fuzz                          7        0        0\n")) << fuzz.output;
+  environment_["SLOW_STATUS"] = "70";
+  fuzz = Run("tools/setup/fuzz", {"1"});
+  EXPECT_EQ(fuzz.exitStatus, 1);
+  EXPECT_TRUE(Holds(fuzz.output, "a_fuzz                          7        0        1\n")) << fuzz.output;
+  EXPECT_TRUE(fs::exists(Tree() / "build/fuzz/campaign/a_fuzz/broken/timeout-2"));
 }
 
 }  // namespace
