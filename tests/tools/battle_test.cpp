@@ -114,6 +114,16 @@ TEST_F(BattleCommandTest, WhoComesInTheMiddleOfASongPlaysTheNextOne) {
   EXPECT_TRUE(Has(Of("Ann", result), "\"NetChkDecideSong: 3/3\""));
 }
 
+// Ann and Ben look for the third behind their first song, in which Cat has come and gone.
+TEST_F(BattleCommandTest, WhoLooksLateHasSeenThemAll) {
+  const std::string steps = "await 2\ndecide 0\ndecide 0\nawait 3\n";
+  const ProcessResult result = Battle("player Ann\n" + steps + "player Ben\n" + steps +
+                                      "player Cat after Ann: Send [SONGSTART]\nleave\n");
+  EXPECT_EQ(result.exitStatus, 0) << result.output;
+  ExpectDone(Of("Ann", result), 2, {"Ann", "Ben"});
+  ExpectDone(Of("Ben", result), 2, {"Ann", "Ben"});
+}
+
 TEST_F(BattleCommandTest, WhoLeavesIsGoneAtOnce) {
   const ProcessResult result = Battle(
       "player Ann   # the host\nawait 2\ndecide 0\n\n# the other\nplayer Ben\r\nawait 2  # both\r\nleave\n");

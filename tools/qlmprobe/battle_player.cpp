@@ -53,6 +53,7 @@ struct Hand {
   size_t next = 0;                  // step
   std::vector<std::string> deadly;  // beginnings of log lines
   int32_t held = 0;                 // key
+  int32_t mostPlayers = 0;          // that have been there at once
   bool saidDone = false;
   bool inPlay = false;
 };
@@ -75,7 +76,9 @@ bool TellsOfBattle(std::string_view line) {
   return std::ranges::any_of(kBeginnings, [&](std::string_view begin) { return line.starts_with(begin); });
 }
 
+// Each who comes has a line of the log, before anybody else can have gone.
 void TellLastLine() {
+  hand.mostPlayers = std::max(hand.mostPlayers, qlm::network.NetUserCount);
   std::string line = platform::EncodeUtf8(logLines.back());
   line.erase(0, std::min(line.find_first_not_of(' '), line.size()));
   if (TellsOfBattle(line)) Say(kSaysLog, line);
@@ -123,7 +126,7 @@ bool Attack(int32_t place) {
 // True when the step is done.
 bool Take(const BattleStep& step) {
   switch (step.kind) {
-    case Kind::kAwait: return qlm::network.NetUserCount >= step.number;
+    case Kind::kAwait: return hand.mostPlayers >= step.number;
     case Kind::kShow: return GoTo(step.number);
     case Kind::kDecide:
       if (!GoTo(step.number)) return false;

@@ -12,7 +12,7 @@ namespace probe {
 // What a player does, one step behind the other.
 struct BattleStep {
   enum class Kind {
-    kAwait,   // until `number` players are in the table
+    kAwait,   // until `number` players have been in the table at once
     kShow,    // moves the cursor to row `number`
     kDecide,  // decides row `number`, as soon as the list takes keys
     kAttack,  // presses the key of an attack on place `number`, in the next play
