@@ -77,6 +77,7 @@ class PackageTest : public testing::Test {
 
   static fs::path Installed() { return folder / "root/usr"; }
   static fs::path Home() { return folder / "home"; }
+  static std::string SearchPath() { return (Installed() / "bin").string() + ":/usr/bin:/bin"; }
   static fs::path Data() { return Home() / "quillmarch"; }
   static std::string Field(const std::string& name) {
     return qlm::Run({"dpkg-deb", "-f", Only(folder, ".deb"), name}).output;
@@ -124,7 +125,8 @@ TEST_F(PackageTest, HoldsWhatADesktopAndAShellLookFor) {
         "share/icons/hicolor/48x48/apps/quillmarch.png", "share/mime/packages/quillmarch.xml",
         "share/man/man6/quillmarch.6.gz", "share/man/man1/qlmprobe.1.gz",
         "share/bash-completion/completions/quillmarch", "share/bash-completion/completions/qlmprobe",
-        "share/zsh/vendor-completions/_quillmarch", "share/doc/quillmarch/copyright",
+        "share/zsh/vendor-completions/_quillmarch", "share/fish/vendor_completions.d/quillmarch.fish",
+        "share/fish/vendor_completions.d/qlmprobe.fish", "share/doc/quillmarch/copyright",
         "share/doc/quillmarch/changelog.gz", "share/doc/quillmarch/PLAYING.md"}) {
     EXPECT_TRUE(fs::exists(Installed() / file)) << file;
   }
@@ -304,6 +306,30 @@ TEST_F(PackageTest, AShellCompletesOptionsCommandsAndFiles) {
   EXPECT_EQ(complete("qlmprobe check --da", 2), "--data\n");
   EXPECT_EQ(complete("qlmprobe scan --sort ti", 3), "title\n");
   EXPECT_EQ(complete("quillmarch " + std::string(QLM_SOURCE_DIR "/READM"), 1), QLM_SOURCE_DIR "/README.md\n");
+}
+
+// The same in the two other shells.
+const std::string kReadme = QLM_SOURCE_DIR "/READM";
+
+TEST_F(PackageTest, ZshCompletesOptionsCommandsAndFiles) {
+  const ProcessResult zsh = qlm::Run(
+      {"zsh", "-f", QLM_SOURCE_DIR "/tests/run/complete.zsh", Installed() / "share/zsh/vendor-completions",
+       "quillmarch --no", "qlmprobe he", "qlmprobe check --da", "quillmarch " + kReadme},
+      {{"PATH", SearchPath()}});
+  EXPECT_EQ(zsh.output, "quillmarch --no-menu \nqlmprobe header \nqlmprobe check --data \nquillmarch " +
+                            kReadme + "E.md \n")
+      << zsh.errors;
+}
+
+TEST_F(PackageTest, FishCompletesOptionsCommandsAndFiles) {
+  const std::string files = (Installed() / "share/fish/vendor_completions.d").string();
+  std::string script = "source " + files + "/quillmarch.fish; source " + files + "/qlmprobe.fish";
+  for (const std::string line : {"quillmarch --no", "qlmprobe he", "qlmprobe check --da"})
+    script.append("; complete -C '").append(line).append("'");
+  script.append("; complete -C 'qlmprobe check ").append(kReadme).append("'");
+  const ProcessResult fish =
+      qlm::Run({"fish", "--no-config", "-c", script}, {{"PATH", SearchPath()}, {"HOME", folder}});
+  EXPECT_EQ(fish.output, "--no-menu\nheader\n--data\n" + kReadme + "E.md\n") << fish.errors;
 }
 
 TEST_F(PackageTest, ADesktopTakesTheEntryAndTheFileTypes) {
