@@ -1,4 +1,4 @@
-// ./play, ./check and tools/setup/fuzz around a build: the real scripts in a tree of their own, where
+// ./play, ./check and the scripts below tools/ around a build: the real scripts in a tree of their own, where
 // programs of the same names stand in for the package manager, the build and the game.
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -51,6 +51,7 @@ class ScriptsTest : public testing::Test {
     const fs::path source = QLM_SOURCE_DIR;
     fs::create_directories(Tree() / "tools");
     fs::copy(source / "tools/setup", Tree() / "tools/setup");
+    fs::copy(source / "tools/campaign", Tree() / "tools/campaign");
     for (const char* const script : {"play", "check"}) fs::copy_file(source / script, Tree() / script);
     // Short lists in place of the real ones.
     Write(Tree() / "tools/setup/packages-play.txt", "# for playing\nalpha\nbeta  # of two architectures\n");
@@ -294,6 +295,22 @@ TEST_F(ScriptsTest, FuzzForgivesWhatIsSlowOnlyOnce) {
   EXPECT_EQ(fuzz.exitStatus, 1);
   EXPECT_TRUE(Holds(fuzz.output, "a_fuzz                          7        0        1\n")) << fuzz.output;
   EXPECT_TRUE(fs::exists(Tree() / "build/fuzz/campaign/a_fuzz/broken/timeout-2"));
+}
+
+// tools/campaign
+
+TEST_F(ScriptsTest, CampaignsSayWhatMustBeBuiltFirst) {
+  const std::map<std::string, std::string> programs = {{"battle", "qlmprobe"},
+                                                       {"jukebox", "quillmarch stock_data"},
+                                                       {"kills", "kill_test"},
+                                                       {"session", "session_members_test"}};
+  for (const auto& [campaign, program] : programs) {
+    const ProcessResult result = Run("tools/campaign/" + campaign, {"1"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_TRUE(result.errors.starts_with("\n" + campaign + ": there is no ")) << result.errors;
+    EXPECT_TRUE(Holds(result.errors, "--target " + program + "\n")) << result.errors;
+    EXPECT_EQ(result.output, "");
+  }
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-# What ./play and ./check share: installing the packages that are missing, configuring and building a
-# preset. Sourced by both.
+# What ./play, ./check and the scripts below tools/ share: installing the packages that are missing, configuring and
+# building a preset. Sourced by each.
 
 say() {
   if [ -t 1 ]; then
@@ -43,6 +43,11 @@ install_packages() {
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300 \
     install -y -q --no-install-recommends "${missing[@]}" ||
     fail "the packages could not be installed (see above)."
+}
+
+# want PROGRAM TARGET: ends where a program that this runs has not been built.
+want() {
+  [ -x "$1" ] || fail "there is no $1; build it first: cmake --preset release && cmake --build --preset release --target $2"
 }
 
 # configured PRESET [NAME:BOOL=VALUE…]: whether a build folder stands ready, with these options.
