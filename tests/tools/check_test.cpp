@@ -163,6 +163,14 @@ TEST_F(CheckTest, InTheWideReadingOnlyWhatHoldsThereIsTold) {
       Holds(result.output, "{\"line\": 5, \"kind\": \"sound\", \"text\": \"no such file; tried gone.wav"));
 }
 
+TEST_F(CheckTest, InTheWideReadingLongNotesAreNotesToo) {
+  const auto wide = [&](const std::vector<std::string>& lines) {
+    return Probe({"check", "--wide", Chart("n.bms", lines)}).output;
+  };
+  EXPECT_TRUE(Holds(wide({"#WAV01 x.wav", "#00151:0101"}), "\"findings\": []"));
+  EXPECT_TRUE(Holds(wide({"#WAV01 x.wav", "#00101:01", "#00109:01", "#001D1:01"}), "\"kind\": \"no-notes\""));
+}
+
 TEST_F(CheckTest, VideoIsNotPlayed) {
   WriteData(u"film.mpg", "pictures that move");
   ExpectOne({"#BMP02 film.mpg"}, 12, "picture",

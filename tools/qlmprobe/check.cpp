@@ -1,4 +1,5 @@
 // The command `check`: what an author would want to know about a chart.
+#include <array>
 #include <optional>
 
 #include "base/paths.h"
@@ -28,6 +29,7 @@ void CheckTables(Findings& findings, qlm::TextView path) {
     fatalMessage.reset();
     return;
   }
+  if (qlm::WideCharts && qlm::TotalNotes == std::array{0, 0}) TellNoNotes(findings);
   const int64_t room = qlm::KeySoundChanges.kLast + 1;
   if (qlm::keySoundCount > room) {
     findings.Add(0, "key-sounds",

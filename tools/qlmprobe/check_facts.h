@@ -48,6 +48,7 @@ void TellReport(Findings& findings, const qlm::ChartReport& report);
 // The chart as a whole, as it was read for the report and stands in memory: fields that are missing, slots
 // that are used and not defined, sides and measures.
 void CheckWhole(Findings& findings, const qlm::ChartReport& report);
+void TellNoNotes(Findings& findings);
 // What the wide reading would make otherwise, of the chart that stands in memory as the classic one loads it.
 void CheckWide(Findings& findings, std::string_view bytes, qlm::TextView path);
 // Sounds and pictures beside the chart at `path`.

@@ -12,9 +12,9 @@ constexpr int64_t kMostOfAKind = 10'000;
 
 // What only the classic reading stumbles over. A chart is read for its author in that one, so that in the
 // wide reading these do not hold.
-constexpr std::array<std::string_view, 14> kOfClassicAlone = {
-    "encoding", "line-ends", "first-line", "missing-field", "command",  "index",        "channel",
-    "cell",     "random",    "undefined",  "duplicate",     "no-notes", "last-measure", "player"};
+constexpr std::array<std::string_view, 13> kOfClassicAlone = {
+    "encoding", "line-ends", "first-line", "missing-field", "command",      "index", "channel",
+    "cell",     "random",    "undefined",  "duplicate",     "last-measure", "player"};
 
 bool Holds(std::string_view kind) {
   return !qlm::WideCharts || std::ranges::find(kOfClassicAlone, kind) == kOfClassicAlone.end();

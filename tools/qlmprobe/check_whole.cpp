@@ -1,5 +1,6 @@
 // Checks of a chart as a whole.
 #include "state/chart.h"
+#include "state/settings.h"
 #include "tools/qlmprobe/check_facts.h"
 
 namespace probe {
@@ -33,7 +34,8 @@ void CheckSides(Findings& findings, const ChartReport& report) {
     findings.Add(0, "player",
                  Join(second, u" notes of the second side in a chart for one player: they have no lanes"));
   }
-  if (first + second == 0) findings.Add(0, "no-notes", u"the chart has no notes");
+  // The notes of the wide reading are counted where the chart is loaded by it.
+  if (first + second == 0 && !qlm::WideCharts) TellNoNotes(findings);
 }
 
 void CheckLastMeasure(Findings& findings, const ChartReport& report) {
@@ -44,6 +46,8 @@ void CheckLastMeasure(Findings& findings, const ChartReport& report) {
 }
 
 }  // namespace
+
+void TellNoNotes(Findings& findings) { findings.Add(0, "no-notes", u"the chart has no notes"); }
 
 void CheckWhole(Findings& findings, const ChartReport& report) {
   CheckField(findings, report.hasTitle, u"#TITLE");
