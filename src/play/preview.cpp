@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <utility>
 
 #include "chart/loading.h"
 #include "chart/wide_reading.h"
@@ -28,9 +27,11 @@ namespace qlm {
 namespace {
 
 constexpr uint32_t kTickMs = 20;
+constexpr int32_t kTicksUntilAsked = 25;  // half a second, so that it costs nothing to pass a row by
 constexpr int32_t kLoadedUnits = 48;
 constexpr int32_t kFadeStep = 50;
 constexpr int32_t kSoftVolume = -1500;
+constexpr TextView kOffer = u"MOST SOUNDS ARE MISSING: START WITH --wide, OR TICK IT IN THE MENU";
 
 // Loads the chart without pictures; its sounds wait until they are asked for. Keys are taken meanwhile: a
 // list that they bring up stays.
@@ -120,7 +121,8 @@ void StartPreview() {
 
   SeekChart(*first, true);
   PlayEnd = previewStop = false;
-  PlayAlive = previewRunning = previewAsks = true;
+  PlayAlive = previewRunning = true;
+  previewAsksIn = kTicksUntilAsked;
   UserPlay = false;
   PlayKeySound = true;
   platform::SetTimer(platform::kTimerPreview, kTickMs, PreviewTick);
@@ -129,10 +131,11 @@ void StartPreview() {
 void PreviewTick() {
   if (SelectVolume > kSoftVolume) SelectVolume -= kFadeStep;
   SetSEVolume(SE::kSelectMusic, SelectVolume);
+  const bool offered = message.text == kOffer;
   PlayStep();
-  // Behind the first sound, which is not to wait for it.
-  if (std::exchange(previewAsks, false) && WideWouldSound())
-    ShowMessage(u"MOST SOUNDS ARE MISSING: START WITH --wide, OR TICK IT IN THE MENU");
+  // What is loaded meanwhile does not take the offer away.
+  if (offered && message.text.starts_with(u"WAV LOAD")) ShowMessage(kOffer);
+  if (previewAsksIn > 0 && --previewAsksIn == 0 && WideWouldSound()) ShowMessage(kOffer);
   if (PlayEnd || previewStop || !PlayAlive) StopPreview();
 }
 

@@ -12,7 +12,8 @@ void ResetSession() {
   PlayFailedTime = BreakStart = EscStart = AttackStart = 0;
   savedBPM = 0;
   EscHeld = EndlessRun = EchoEnabled = false;
-  PreviewActive = previewRunning = previewLoading = previewAsks = previewStop = false;
+  PreviewActive = previewRunning = previewLoading = previewStop = false;
+  previewAsksIn = 0;
   AttackKind = kAttackNone;
   ReturnState = 0;
   formRunning = WindowActive = true;

@@ -256,11 +256,13 @@ TEST_F(PreviewTest, AChartThatIsMostlySilentIsOfferedTheWideReading) {
   const Text offer = u"MOST SOUNDS ARE MISSING: START WITH --wide, OR TICK IT IN THE MENU";
   uint32_t ms = 0;
   const auto previewed = [&](TextView wavs) {
-    songList[0].path = WriteText(u"song\\b.bms", Join(u"\r\n", wavs, u"\r\n#00111:010203\r\n"));
+    songList[0].path =
+        WriteText(u"song\\b.bms", Join(u"\r\n#BPM 120\r\n", wavs, u"\r\n#00111:010203\r\n#00211:04\r\n"));
     StartPreview();
     EndPreview();
     StartPreview();
-    EXPECT_NE(message.text, offer) << "it is not looked for in front of the first sound";
+    for (int tick = 0; tick < 24; ++tick) Tick(ms += 20);
+    EXPECT_NE(message.text, offer) << "who passes by does not wait for it";
     Tick(ms += 20);
     return message.text;
   };
@@ -269,7 +271,11 @@ TEST_F(PreviewTest, AChartThatIsMostlySilentIsOfferedTheWideReading) {
       u"#WAV01 a.wav\r\n#WAV02 d.wav\r\n#WAV03 e.wav";  // of which two are missing, one found as .ogg
   const Text two = u"#WAV01 a.wav\r\n#WAV02 b.wav\r\n#WAV03 d.wav";   // one is missing
   const Text lost = u"#WAV01 a.wav\r\n#WAV02 e.wav\r\n#WAV03 f.wav";  // and nobody has them
-  EXPECT_EQ(previewed(three), offer);
+  EXPECT_EQ(previewed(three + u"\r\n#WAV04 g.wav"), offer);
+  EXPECT_EQ(LinesBeginning(u"loadwav: 4"), 0);
+  for (int tick = 0; tick < 25; ++tick) Tick(ms += 20);
+  EXPECT_EQ(LinesBeginning(u"loadwav: 4"), 1);
+  EXPECT_EQ(message.text, offer) << "no load takes it away";
   EXPECT_NE(previewed(two), offer);
   EXPECT_NE(previewed(lost), offer);
   WideCharts = true;
