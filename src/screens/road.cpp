@@ -118,7 +118,9 @@ Outcome OutcomeOfPlay() {
   return PlayCleared || PlayFailed ? Outcome::kFailed : Outcome::kStopped;
 }
 
+// Where no chart could be loaded there was nothing to play.
 void RememberPlay(Outcome outcome) {
+  if (LoadAbort) return;
   lastPlay = LastPlay{.title = CourseMode ? songSelect.courseName : HdrTitle,
                       .artist = CourseMode ? Text() : HdrArtist,
                       .path = BMSPath,
@@ -342,6 +344,7 @@ bool PlayListEntry(int32_t index) {
   const Text path = hasRow ? songList[static_cast<size_t>(index)].path : Text();
   const bool loaded = BMSLoad(path) >= 1;
   if (loaded) TellTrouble(path);
+  LoadAbort = !loaded;
   PlayLoadedChart();
   listCursor = index;
   if (!loaded) DebugLog(u"error: File not found");

@@ -109,6 +109,17 @@ TEST_F(Decision, APlayThatRunsIsRememberedAsLeft) {
   EXPECT_NE(lastPlay->outcome, Outcome::kLeft) << "it has ended";
 }
 
+TEST_F(Decision, NothingIsRememberedOfAChartThatIsGone) {
+  ShowCharts({u"A"});
+  songList[0].path = Join(AppPath, u"\\song\\gone.bms");
+  Press(kKeyEnter);
+  RunTimers();
+  EXPECT_FALSE(lastPlay);
+  PlayListEntry(0);
+  EXPECT_GE(LinesBeginning(u"[PlayLoop]"), 1);
+  EXPECT_FALSE(lastPlay);
+}
+
 TEST_F(Decision, HistoryTellsTheSongOfThisSessionAlone) {
   ShowCharts({u"A", u"B"});
   for (const int32_t row : {0, 1}) {
