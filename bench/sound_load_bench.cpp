@@ -1,6 +1,7 @@
 // Loading of all 255 sounds that a chart can name, a reload that finds them in memory, and a
 // folder whose names are in another letter case than the chart's.
 #include <benchmark/benchmark.h>
+#include <malloc.h>
 
 #include <chrono>
 #include <cmath>
@@ -42,8 +43,18 @@ void NameSounds(const BenchGame& game, uint32_t frames) {
   platform::OpenSoundDevice(platform::SoundOutput::kOffline);
 }
 
+// Keeps what one load gives back for the next. Otherwise the heap may give it back to the system, by where a
+// few small blocks happen to lie, and two builds of the same code differ by half of the time.
+void KeepHeap() {
+  constexpr int kMostKept = 1 << 30;
+  constexpr int kShortestOfItsOwn = 32 << 20;
+  mallopt(M_TRIM_THRESHOLD, kMostKept);
+  mallopt(M_MMAP_THRESHOLD, kShortestOfItsOwn);
+}
+
 // The argument is the length in frames: a tenth of a second, a second, five seconds.
 void Load(benchmark::State& state) {
+  KeepHeap();
   const BenchGame game;
   const auto frames = static_cast<uint32_t>(state.range(0));
   NameSounds(game, frames);
