@@ -16,7 +16,6 @@
 #include "state/reset.h"
 #include "state/session.h"
 #include "state/settings.h"
-#include "state/timeline.h"
 
 namespace {
 

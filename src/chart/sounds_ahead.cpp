@@ -4,7 +4,6 @@
 #include "chart/lines.h"
 #include "sound/buffers.h"
 #include "sound/decoder.h"
-#include "state/session.h"
 #include "state/sounds.h"
 
 namespace qlm {

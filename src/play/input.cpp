@@ -18,7 +18,6 @@
 #include "play/skin_choice.h"
 #include "play_screen/option_marks.h"
 #include "sound/play.h"
-#include "sound/slots.h"
 #include "sound/volume.h"
 #include "state/judgement.h"
 #include "state/keys.h"

@@ -8,7 +8,6 @@
 #include "base/numbers.h"
 #include "state/chart.h"
 #include "state/network.h"
-#include "state/session.h"
 #include "state/surfaces.h"
 
 namespace qlm {

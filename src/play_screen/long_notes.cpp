@@ -10,7 +10,6 @@
 #include "play_screen/shown_place.h"
 #include "state/chart.h"
 #include "state/options.h"
-#include "state/settings.h"
 #include "state/skin.h"
 #include "state/timeline.h"
 #include "state/wide_chart.h"

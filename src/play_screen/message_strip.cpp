@@ -11,7 +11,6 @@
 #include "play_screen/sides.h"
 #include "state/message.h"
 #include "state/session.h"
-#include "state/skin.h"
 #include "state/surfaces.h"
 
 namespace qlm {

@@ -20,7 +20,6 @@
 #include "input/input.h"
 #include "library/lists.h"
 #include "library/scan.h"
-#include "library/song_list.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/message_box.h"

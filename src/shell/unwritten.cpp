@@ -8,7 +8,6 @@
 #include "base/paths.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
-#include "platform/text.h"
 #include "platform/window.h"
 #include "state/message.h"
 

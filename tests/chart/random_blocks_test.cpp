@@ -1,5 +1,4 @@
 // Parts of a chart that a random number chooses.
-#include "chart/reader.h"
 
 #include "base/log.h"
 #include "base/rnd.h"

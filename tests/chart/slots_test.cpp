@@ -1,7 +1,6 @@
 // How many slots a chart has.
 #include "state/slots.h"
 
-#include "chart/reader.h"
 #include "state/chart.h"
 #include "state/session.h"
 #include "state/settings.h"

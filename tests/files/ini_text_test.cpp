@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/text.h"
 #include "tests/support/game_test.h"
 
 namespace qlm {

@@ -7,7 +7,6 @@
 #include "base/paths.h"
 #include "files/settings_keys.h"
 #include "platform/files.h"
-#include "platform/text.h"
 #include "state/options.h"
 #include "state/settings.h"
 #include "state/skin.h"

@@ -3,7 +3,6 @@
 
 #include "base/paths.h"
 #include "graphics/bitmaps.h"
-#include "platform/clock.h"
 #include "state/chart.h"
 #include "state/judgement.h"
 #include "state/message.h"

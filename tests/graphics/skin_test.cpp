@@ -2,7 +2,6 @@
 #include "graphics/skin.h"
 
 #include "base/paths.h"
-#include "graphics/display.h"
 #include "state/chart.h"
 #include "state/settings.h"
 #include "state/skin.h"

@@ -10,7 +10,6 @@
 #include <thread>
 
 #include "base/paths.h"
-#include "platform/text.h"
 #include "tests/support/game_test.h"
 
 namespace qlm {

@@ -3,7 +3,6 @@
 
 #include <limits>
 
-#include "platform/clock.h"
 #include "play/turn.h"
 #include "state/gauge.h"
 #include "state/judgement.h"

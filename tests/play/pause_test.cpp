@@ -1,6 +1,5 @@
 // Tests of pause and resume.
 #include "play/pause.h"
-#include "base/hooks.h"
 #include "platform/clock.h"
 #include "play/turn.h"
 #include "sound/play.h"

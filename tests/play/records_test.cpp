@@ -10,7 +10,6 @@
 #include "platform/files.h"
 #include "play/input.h"
 #include "play/loop.h"
-#include "play/position.h"
 #include "play/reset.h"
 #include "state/gauge.h"
 #include "state/judgement.h"

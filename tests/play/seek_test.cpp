@@ -1,5 +1,4 @@
 // Tests of moving the clock to a place of the chart.
-#include "platform/clock.h"
 #include "play/position.h"
 #include "state/judgement.h"
 #include "state/options.h"

@@ -1,10 +1,6 @@
 // Plays of charts that the wide reading made, from the text to the judgement.
 #include "chart/loading.h"
-#include "input/input.h"
-#include "play/input.h"
 #include "play/judgement.h"
-#include "play/object_events.h"
-#include "play/reset.h"
 #include "state/gauge.h"
 #include "state/judgement.h"
 #include "state/keys.h"

@@ -1,12 +1,10 @@
 // The legend of the keys, and the names of keys.
 #include "play_screen/key_legend.h"
 
-#include "files/key_table.h"
 #include "play_screen/key_names.h"
 #include "state/key_numbers.h"
 #include "state/keys.h"
 #include "state/settings.h"
-#include "state/timeline.h"
 #include "tests/play_screen/play_screen_ground.h"
 
 namespace qlm {

@@ -13,7 +13,6 @@
 #include "state/message.h"
 #include "state/options.h"
 #include "state/session.h"
-#include "state/settings.h"
 #include "state/sounds.h"
 #include "state/timeline.h"
 #include "tests/play_screen/play_screen_ground.h"

@@ -8,7 +8,6 @@
 #include "files/course_files.h"
 #include "library/lists.h"
 #include "library/song_list.h"
-#include "platform/timers.h"
 #include "screens/song_select.h"
 #include "state/chart.h"
 #include "state/courses.h"

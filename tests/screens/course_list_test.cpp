@@ -11,8 +11,6 @@
 #include "platform/timers.h"
 #include "screens/list_cursor.h"
 #include "screens/loading_screen.h"
-#include "screens/road.h"
-#include "screens/song_select.h"
 #include "state/chart.h"
 #include "state/courses.h"
 #include "state/gauge.h"

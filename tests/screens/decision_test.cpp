@@ -6,7 +6,6 @@
 #include "chart/loading.h"
 #include "library/jukebox.h"
 #include "library/lists.h"
-#include "library/song_list.h"
 #include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/timers.h"

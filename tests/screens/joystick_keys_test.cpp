@@ -1,7 +1,6 @@
 // Tests of controllers on the list screens.
 #include "screens/joystick_keys.h"
 
-#include "library/song_list.h"
 #include "screens/song_select_keys.h"
 #include "state/keys.h"
 #include "state/lists.h"

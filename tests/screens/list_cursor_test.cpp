@@ -1,9 +1,7 @@
 // Tests of the cursor of the list screens.
 #include "screens/list_cursor.h"
 
-#include "library/song_list.h"
 #include "platform/timers.h"
-#include "screens/song_select.h"
 #include "state/chart.h"
 #include "state/courses.h"
 #include "state/scores.h"

@@ -3,7 +3,6 @@
 
 #include "screens/list_text.h"
 #include "state/chart.h"
-#include "state/options.h"
 #include "state/session.h"
 #include "state/settings.h"
 #include "state/song_select.h"

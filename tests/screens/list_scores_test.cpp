@@ -6,7 +6,6 @@
 
 #include "state/scores.h"
 #include "state/session.h"
-#include "state/song_select.h"
 #include "tests/screens/list_screen_test.h"
 
 namespace qlm {

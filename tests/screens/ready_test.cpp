@@ -6,7 +6,6 @@
 #include "base/hooks.h"
 #include "base/paths.h"
 #include "chart/loading.h"
-#include "platform/clock.h"
 #include "screens/road.h"
 #include "sound/play.h"
 #include "state/courses.h"

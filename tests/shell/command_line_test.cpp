@@ -5,8 +5,6 @@
 
 #include <filesystem>
 
-#include "base/paths.h"
-#include "files/settings_file.h"
 #include "platform/files.h"
 #include "shell/arguments.h"
 #include "shell/version.h"

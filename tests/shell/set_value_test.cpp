@@ -1,7 +1,6 @@
 // Settings and play options by name.
 #include "shell/set_value.h"
 
-#include "files/settings_file.h"
 #include "state/gauge.h"
 #include "state/options.h"
 #include "state/session.h"

@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 
-#include "base/paths.h"
 #include "platform/clock.h"
 #include "sound/slots.h"
 #include "state/chart.h"

@@ -1,6 +1,5 @@
 // The sound files of today in the wide reading: which file stands for a name, what is told, what sounds.
 #include "base/paths.h"
-#include "platform/clock.h"
 #include "sound/buffers.h"
 #include "sound/slots.h"
 #include "state/chart.h"

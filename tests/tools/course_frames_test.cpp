@@ -28,7 +28,6 @@
 #include "state/settings.h"
 #include "state/skin.h"
 #include "state/surfaces.h"
-#include "state/timeline.h"
 #include "tests/support/game_test.h"
 #include "tests/tools/golden_frames.h"
 

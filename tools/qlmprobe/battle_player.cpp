@@ -16,7 +16,6 @@
 #include "base/json.h"
 #include "base/log.h"
 #include "base/paths.h"
-#include "graphics/display.h"
 #include "graphics/present.h"
 #include "input/input.h"
 #include "library/song_list.h"

@@ -12,7 +12,6 @@
 #include "platform/files.h"
 #include "play/records.h"
 #include "screens/road.h"
-#include "shell/command_line.h"
 #include "shell/main_form.h"
 #include "sound/play.h"
 #include "state/gauge.h"
