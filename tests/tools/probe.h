@@ -23,7 +23,12 @@ class ProbeTest : public GameTest {
   void WriteBmp(const std::string& name, int32_t width, int32_t height) const;
 };
 
+// The lines of a chart with two notes, a tempo change, and a picture and a sound that are not there.
+extern const std::vector<std::string> kSmallChart;
+
 // Whether `output` holds `part`, with the whole output in the message when it does not.
 testing::AssertionResult Holds(const std::string& output, const std::string& part);
+// Expects these keys of the outermost object in the output, in this order, and no others.
+void ExpectKeysInOrder(const std::string& output, const std::vector<std::string>& keys);
 
 }  // namespace qlm
