@@ -66,8 +66,12 @@ void MarkCleared() {
 }
 
 void DrawLedger(int32_t newRow) {
+  // The ground of the results before it.
   DDBack->Fill(kScreen, inks::kDesk);
+  DrawMovingBack();
   DDBack->Fill({kLeft, kHeadings - 8, kRight, TopOf(10) - 7}, inks::kSheet);
+  for (const int32_t x : {kLeft, kRight - 1})
+    DDBack->Fill({x, kHeadings - 8, x + 1, TopOf(10) - 7}, inks::kEdge);
   DDBack->Fill({kLeft, TopOf(newRow) - 7, kRight, TopOf(newRow) + 23}, kWarm);
   for (int32_t row = 0; row <= 10; ++row)
     DDBack->Fill({kLeft, TopOf(row) - 8, kRight, TopOf(row) - 7}, inks::kRule);

@@ -142,6 +142,8 @@ TEST_F(ResultFramesTest, ACourse) {
 }
 
 TEST_F(ResultFramesTest, TheLedger) {
+  // On the stock ground, since the manual shows this frame.
+  LoadSS();
   LayPlay(90);
   constexpr const char* kNames[] = {"Anna    ", "QuIl :- ", "ink     ", "B.      "};
   for (int32_t row = 0; row < 4; ++row) {
