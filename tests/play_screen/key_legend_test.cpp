@@ -4,8 +4,11 @@
 #include "play_screen/key_names.h"
 #include "state/key_numbers.h"
 #include "state/keys.h"
+#include "state/message.h"
+#include "state/session.h"
 #include "state/settings.h"
 #include "tests/play_screen/play_screen_ground.h"
+#include "tests/support/allocations.h"
 
 namespace qlm {
 namespace {
@@ -167,6 +170,24 @@ TEST_F(KeyLegend, APlaceBeyondAllNumbersShowsNothing) {
   BgaX = BgaY = BgaW = BgaH = INT32_MAX;
   Draw();
   EXPECT_EQ(Extent(kFaintKeys), Rect{});
+}
+
+// Nor do the strips of a pause and of a chart's trouble.
+TEST_F(KeyLegend, TakesNothingFromTheHeapInAFrame) {
+  for (int32_t key = 1; key <= 38; ++key) KeyMap[key] = static_cast<int16_t>(11 + key % 19);
+  KeyMap[256] = 11;
+  JoyCount = 1;
+  MessageRect = {210, 320, 144, 6};
+  chartTrouble = {u"NOTHING SOUNDS"};
+  Paused = true;
+  GameState = kStatePlay;
+  ShowMessage(u"HELLO");
+  Draw();
+  const size_t before = Allocations();
+  for (int i = 0; i < 10; ++i) Draw();
+  EXPECT_EQ(Allocations(), before);
+  EXPECT_NE(Extent(kFaintKeys), Rect{});
+  EXPECT_NE(Find(Faint('J')), Corner{});
 }
 
 }  // namespace
