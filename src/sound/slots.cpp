@@ -76,7 +76,9 @@ void loadwav(int32_t slot) {
   // for the play. The next read of the chart asks for the name that it gives, which is another file then, and
   // is loaded anew.
   platform::WithinMemory([&] { WavBuffer[slot] = CreateSndBuf(*wanted, wavDescription, wavFormat, error); });
-  WavHeldName[slot] = *wanted;
+  // A sound that was given up inside its decoding is not held to be one that cannot be loaded.
+  const bool givenUp = LoadAbort && WavBuffer[slot] == nullptr;
+  WavHeldName[slot] = givenUp ? Text() : *wanted;
   const int32_t took = platform::Elapsed(platform::Now(), start);
   const Text complete = Join(u"> complete in ", took, u" ms");
   if (error != platform::kSoundOk) {

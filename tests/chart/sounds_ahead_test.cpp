@@ -232,6 +232,11 @@ TEST_F(SoundsAheadTest, EventsRunWhileALongSoundIsDecodedAndOneMayEndTheLoad) {
   EXPECT_TRUE(LoadAbort);
   EXPECT_TRUE(Logged(u"        acmStreamConvertに失敗")) << log.size();
   EXPECT_EQ(WavBuffer[2], nullptr);
+
+  hooks.loadPump = nullptr;
+  WriteData(u"song\\long.mp3", kMpeg25.Times(20));
+  BMSLoad(WriteChart({WavLine(1, u"long.mp3"), u"#00111:01"}));
+  EXPECT_NE(WavBuffer[1], nullptr) << "the next load loads what was given up";
 }
 
 // A quarter of an hour.
