@@ -18,6 +18,7 @@
 #include "state/options.h"
 #include "state/session.h"
 #include "state/timeline.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
@@ -111,6 +112,7 @@ void PlayLoop() {
   PlayAlive = true;
   DebugLog(u"[PlayLoop]");
   posOffset = 0;
+  posRest = 0;
   rawBPM = HdrBPM;
   TakeTempo(HdrBPM);
   DebugLog(u"  playloop start");

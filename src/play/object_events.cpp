@@ -74,14 +74,15 @@ void PassObject(int32_t index, const ChartObj& obj) {
       if (PlaySound) StartSound(obj);
       break;
     case 3:
-      SetBPM(static_cast<float>(obj.value));
+      SetBPMOf(obj, static_cast<float>(obj.value));
       shownBPM = curBPM;
       break;
     case 4: ShowPicture(obj, curBaseBGA, BGARestart[0]); break;
     case 6: poorBGA = obj.value; break;
     case 7: ShowPicture(obj, curLayerBGA, BGARestart[1]); break;
     case 8:
-      if (const float* tempo = BpmTable.Find(obj.value); tempo != nullptr && *tempo > 0) SetBPM(*tempo);
+      if (const float* tempo = BpmTable.Find(obj.value); tempo != nullptr && *tempo > 0)
+        SetBPMOf(obj, *tempo);
       shownBPM = curBPM;
       break;
     default: break;

@@ -1,6 +1,7 @@
 // The chart's position: no table of times, only a rate and a running offset.
 #include "play/position.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "base/log.h"
@@ -11,9 +12,11 @@
 #include "state/judgement.h"
 #include "state/message.h"
 #include "state/options.h"
+#include "state/settings.h"
 #include "state/surfaces.h"
 #include "state/timeline.h"
 #include "state/transcript.h"
+#include "state/wide_chart.h"
 
 namespace qlm {
 namespace {
@@ -21,13 +24,19 @@ namespace {
 // Sets the offset that keeps the position at `clock` ms while the tempo in force gives way to `bpm`. The sum
 // is 64-bit until it is rounded; without a whole number the offset stays.
 // Quirk: the offset is an integer, so each tempo change may shift the position by half a unit, and nothing
-// makes up for it.
+// makes up for it. The wide reading keeps the rest.
 void CarryPosition(float bpm, double clock) {
   const double change = double{bpm} * double{RealHiSpeed} - double{curBPM};
-  Assign(posOffset, Round(posOffset - change / kUnitRate * clock));
+  const double offset = posOffset + posRest - change / kUnitRate * clock;
+  const std::optional<int32_t> whole = Round(offset);
+  if (!whole) return;
+  posOffset = *whole;
+  if (WideCharts) posRest = offset - posOffset;
 }
 
-double UnitsPastOffset(int32_t pos) { return static_cast<double>(pos) - posOffset; }
+double UnitsPastOffset(int32_t pos) { return static_cast<double>(pos) - posOffset - posRest; }
+
+void TakePosition() { playPos = playClock * pixPerMs + posOffset + posRest; }
 
 // The clock `ms` before `now`, half to even on the clock's own number, of which only the last bit matters.
 std::optional<uint32_t> ClockBefore(uint32_t now, double ms) {
@@ -54,6 +63,16 @@ void PassTempo(const ChartObj& obj, float tempo) {
   TakeTempo(tempo);
 }
 
+// Changes the tempo as of `clock` ms.
+void ChangeTempo(float bpm, double clock) {
+  ShowMessage(Join(u"BPM CHANGE : ", bpm));
+  DebugLog(Join(u"BPM->", bpm * RealHiSpeed, u" ( ", bpm, u" * ", RealHiSpeed, u" )"));
+  CarryPosition(bpm, clock);
+  TakeTempo(bpm);
+  ApplySoundSpeed();
+  if (transcript != nullptr) transcript->tempi.push_back({playClock, curBPM, posOffset});
+}
+
 // Whether a seek may go there.
 bool InChart(int32_t position, bool byPosition) {
   if (!byPosition) return position >= 0 && position <= lastMeasure;
@@ -70,7 +89,7 @@ bool IsSeekGoal(const ChartObj& obj, int32_t position, bool byPosition) {
 
 void ReadClock() {
   playClock = platform::Elapsed(platform::Now(), playStart);
-  playPos = playClock * pixPerMs + posOffset;
+  TakePosition();
 }
 
 void TakeTempo(float bpm) {
@@ -79,13 +98,14 @@ void TakeTempo(float bpm) {
   unitsPerSec = curBPM / 240 * 192;
 }
 
-void SetBPM(float bpm) {
-  ShowMessage(Join(u"BPM CHANGE : ", bpm));
-  DebugLog(Join(u"BPM->", bpm * RealHiSpeed, u" ( ", bpm, u" * ", RealHiSpeed, u" )"));
-  CarryPosition(bpm, playClock);
-  TakeTempo(bpm);
-  ApplySoundSpeed();
-  if (transcript != nullptr) transcript->tempi.push_back({playClock, curBPM, posOffset});
+void SetBPM(float bpm) { ChangeTempo(bpm, playClock); }
+
+void SetBPMOf(const ChartObj& obj, float bpm) {
+  if (!WideCharts) return SetBPM(bpm);
+  ChangeTempo(bpm, UnitsPastOffset(obj.pos) / pixPerMs);
+  TakePosition();
+  // What else lies at its place is not to wait for the next turn.
+  playPos = std::max<double>(playPos, obj.pos);
 }
 
 void SeekChart(int32_t position, bool byPosition) {
@@ -99,6 +119,7 @@ void SeekChart(int32_t position, bool byPosition) {
   rawBPM = HdrBPM;
   TakeTempo(HdrBPM);
   keySoundCursor = objCursor = posOffset = poorBGA = 0;
+  posRest = 0;
   PoorShow = false;
 
   int32_t index = 0;

@@ -8,6 +8,7 @@ void ResetWideChart() {
   Stops.clear();
   HdrPreview.clear();
   ChartVolume = 0;
+  posRest = 0;
   courseTempi = 0;
 }
 

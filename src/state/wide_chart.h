@@ -41,6 +41,7 @@ inline std::vector<Stop> Stops;  // by pos
 
 inline Text HdrPreview;          // sound that the song select plays for the chart, with its path
 inline int32_t ChartVolume = 0;  // of #VOLWAV, added to that of each sound: hundredths of a decibel
+inline double posRest = 0;       // what posOffset, which is a whole number, lacks of a position
 inline int32_t courseTempi = 0;  // tempi of the songs of a course behind the slots of BpmTable
 
 void ResetWideChart();

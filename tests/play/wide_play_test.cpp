@@ -56,6 +56,24 @@ TEST_F(WidePlayTest, ATempoAtAStopHoldsInIt) {
   EXPECT_EQ(Judged(), "11@584 ");  // 192 + 2 * 196
 }
 
+TEST_F(WidePlayTest, ATempoHoldsFromItsOwnPlaceHoweverLateTheTurnIs) {
+  DEMOMode = true;
+  // Ten times the tempo from 192 to 288, which takes 9.6 ms and is over before the turn at 250.
+  Load(u"#BPM01 12500\n#BPM02 1250\n#00108:0102\n#00111:000Y\n#00211:0Y\n");
+  for (uint32_t ms = 0; ms < 700; ms += 50) Turn(ms);
+  EXPECT_EQ(Judged(), "11@250 11@300 ");  // 201.6 and 297.6
+}
+
+TEST_F(WidePlayTest, ManyTempiAddUpToNoDrift) {
+  DEMOMode = true;
+  Text cells;
+  for (int32_t i = 0; i < 48; ++i) cells += u"0102";
+  // Each of them holds for 2 units: 2 ms, and 2.499 ms at 0.8004 units a millisecond.
+  Load(Join(u"#BPM01 1250\n#BPM02 1000.5\n#00108:", cells, u"\n#00211:0Y\n"));
+  for (uint32_t ms = 0; ms < 700; ++ms) Turn(ms);
+  EXPECT_EQ(Judged(), "11@408 ");  // 192 + 48 * 4.49875
+}
+
 TEST_F(WidePlayTest, ALongNoteIsJudgedAndHeardAtItsHeadAlone) {
   DEMOMode = true;
   Load(u"#00151:0Y000Y00\n#00112:0Z00ZZ00\n");
