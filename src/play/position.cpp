@@ -36,7 +36,7 @@ void CarryPosition(float bpm, double clock) {
 
 double UnitsPastOffset(int32_t pos) { return static_cast<double>(pos) - posOffset - posRest; }
 
-void TakePosition() { playPos = playClock * pixPerMs + posOffset + posRest; }
+double RateOf(float bpm) { return double{bpm} * double{RealHiSpeed} / kUnitRate; }
 
 // The clock `ms` before `now`, half to even on the clock's own number, of which only the last bit matters.
 std::optional<uint32_t> ClockBefore(uint32_t now, double ms) {
@@ -53,6 +53,25 @@ std::optional<float> TempoOf(const ChartObj& obj) {
     if (const float* tempo = BpmTable.Find(obj.value)) return *tempo;
   }
   return std::nullopt;
+}
+
+// The position at playClock with the tempi that lie before it and are not passed yet.
+double PositionBehindTempi() {
+  double rate = pixPerMs;
+  double offset = posOffset + posRest;
+  double position = playClock * rate + offset;
+  for (int32_t index = objCursor; rate > 0; ++index) {
+    const ChartObj* const obj = FindObj(index);
+    if (index >= objCount || obj == nullptr || obj->pos > position) break;
+    const std::optional<float> tempo = TempoOf(*obj);
+    if (!tempo || !(*tempo > 0)) continue;
+    const double clock = (obj->pos - offset) / rate;
+    rate = RateOf(*tempo);
+    offset = obj->pos - clock * rate;
+    // What else lies at its place is not to wait for the next turn.
+    position = std::max<double>(playClock * rate + offset, obj->pos);
+  }
+  return position;
 }
 
 // A tempo object on the way of a seek: the position is kept at the object, not at a clock.
@@ -89,7 +108,7 @@ bool IsSeekGoal(const ChartObj& obj, int32_t position, bool byPosition) {
 
 void ReadClock() {
   playClock = platform::Elapsed(platform::Now(), playStart);
-  TakePosition();
+  playPos = WideCharts ? PositionBehindTempi() : playClock * pixPerMs + posOffset;
 }
 
 void TakeTempo(float bpm) {
@@ -101,11 +120,7 @@ void TakeTempo(float bpm) {
 void SetBPM(float bpm) { ChangeTempo(bpm, playClock); }
 
 void SetBPMOf(const ChartObj& obj, float bpm) {
-  if (!WideCharts) return SetBPM(bpm);
-  ChangeTempo(bpm, UnitsPastOffset(obj.pos) / pixPerMs);
-  TakePosition();
-  // What else lies at its place is not to wait for the next turn.
-  playPos = std::max<double>(playPos, obj.pos);
+  ChangeTempo(bpm, WideCharts ? UnitsPastOffset(obj.pos) / pixPerMs : playClock);
 }
 
 void SeekChart(int32_t position, bool byPosition) {

@@ -64,6 +64,14 @@ TEST_F(WidePlayTest, ATempoHoldsFromItsOwnPlaceHoweverLateTheTurnIs) {
   EXPECT_EQ(Judged(), "11@250 11@300 ");  // 201.6 and 297.6
 }
 
+TEST_F(WidePlayTest, NothingRunsAheadOfATempoThatALateTurnComesTo) {
+  // At 250 ms, 336.4: the lane turns to its second sound at 576.
+  Load(u"#BPM01 12500\n#BPM02 1250\n#00108:0102\n#00211:0Y\n#00411:0Z\n");
+  for (uint32_t ms = 0; ms <= 250; ms += 50) Turn(ms);
+  EXPECT_EQ(LaneSound[0], 34);
+  EXPECT_NEAR(playPos, 336.4, 0.001);
+}
+
 TEST_F(WidePlayTest, ManyTempiAddUpToNoDrift) {
   DEMOMode = true;
   Text cells;
