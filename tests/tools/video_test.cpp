@@ -191,6 +191,22 @@ TEST_F(VideoTest, ATerminalIsToldOfEachSecond) {
   EXPECT_EQ(BytesOf(At("out.mp4")).substr(0, 12), std::string("RIFF\0\0\0\0AVI ", 12));
 }
 
+// A chart that is lost cannot be played again.
+TEST_F(VideoTest, NeitherTheChartNorAFolderIsWrittenOver) {
+  FakeEncoder(": > " + At("begun") + "\n");
+  const std::string chart = BytesOf(chart_);
+  for (const std::string command : {"video", "audio"}) {
+    for (const std::string& out : {chart_, SystemFolder()}) {
+      const ProcessResult result =
+          qlm::Run({kProbe, command, chart_, "--out", out, "--limit", "100"}, {{"PATH", At("bin")}});
+      EXPECT_EQ(result.exitStatus, 1);
+      EXPECT_TRUE(Holds(result.errors, out + ": this is ")) << result.errors;
+    }
+  }
+  EXPECT_EQ(BytesOf(chart_), chart);
+  EXPECT_FALSE(fs::exists(At("begun")));
+}
+
 TEST_F(VideoTest, AMissingChartIsToldBeforeAnythingIsBegun) {
   FakeEncoder(": > " + At("begun") + "\n");
   const ProcessResult result =

@@ -62,6 +62,7 @@ int AudioCommand(Arguments& arguments) {
   int status = kDone;
   const PlayRequest request = TakePlayRequest(arguments, status);
   if (status != kDone) return status;
+  if (!CheckOutput(out, request.file)) return kRefused;
 
   Recorder recorder(seconds * kSoundRate);
   qlm::Transcript transcript;

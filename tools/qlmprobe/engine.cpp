@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 #include "base/hooks.h"
 #include "base/log.h"
@@ -147,6 +149,15 @@ bool CheckReadable(const std::string& path) {
                platform::FileLength(file) ? "the file cannot be read"
                : platform::IsFolder(file) ? "this is a folder"
                                           : "there is no such file");
+  return false;
+}
+
+bool CheckOutput(const std::string& out, const std::string& read) {
+  std::error_code error;
+  const bool same = std::filesystem::equivalent(out, read, error);
+  if (!same && !std::filesystem::is_directory(out, error)) return true;
+  std::fprintf(stderr, "qlmprobe: %s: %s\n", out.c_str(),
+               same ? "this is the file that is read; name another to be written" : "this is a folder");
   return false;
 }
 

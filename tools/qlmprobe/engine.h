@@ -35,6 +35,8 @@ std::vector<std::string> TakeChartsBefore(Arguments& arguments);
 qlm::Text GamePath(const std::string& path);
 // The same path in UTF-8, for the output: its bytes may be code page 932.
 std::string PrintedPath(const std::string& path);
+// False when `out` is the file that is read, which would be lost, or a folder: standard error then says so.
+bool CheckOutput(const std::string& out, const std::string& read);
 // False when there is no such file to be read: standard error then says so.
 bool CheckReadable(const std::string& path);
 // The same for a chart, which may also be too long.

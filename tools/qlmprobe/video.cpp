@@ -59,7 +59,7 @@ int VideoCommand(Arguments& arguments) {
   int status = kDone;
   PlayRequest request = TakePlayRequest(arguments, status);
   if (status != kDone) return status;
-  if (!CheckReadableChart(request.file)) return kRefused;
+  if (!CheckReadableChart(request.file) || !CheckOutput(out, request.file)) return kRefused;
   request.frames = true;
 
   Encoder encoder;
