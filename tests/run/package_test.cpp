@@ -312,10 +312,11 @@ TEST_F(PackageTest, AShellCompletesOptionsCommandsAndFiles) {
 const std::string kReadme = QLM_SOURCE_DIR "/READM";
 
 TEST_F(PackageTest, ZshCompletesOptionsCommandsAndFiles) {
-  const ProcessResult zsh = qlm::Run(
-      {"zsh", "-f", QLM_SOURCE_DIR "/tests/run/complete.zsh", Installed() / "share/zsh/vendor-completions",
-       "quillmarch --no", "qlmprobe he", "qlmprobe check --da", "quillmarch " + kReadme},
-      {{"PATH", SearchPath()}});
+  const std::string asks = QLM_SOURCE_DIR "/tests/run/complete.zsh";
+  const ProcessResult zsh =
+      qlm::Run({"zsh", "-f", asks, Installed() / "share/zsh/vendor-completions", "quillmarch --no",
+                "qlmprobe he", "qlmprobe check --da", "quillmarch " + kReadme},
+               {{"PATH", SearchPath()}});
   EXPECT_EQ(zsh.output, "quillmarch --no-menu \nqlmprobe header \nqlmprobe check --data \nquillmarch " +
                             kReadme + "E.md \n")
       << zsh.errors;
