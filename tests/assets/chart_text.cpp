@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <iterator>
 
+#include "tests/support/whole_file.h"
 #include "wav.h"
 
 namespace stock {
@@ -37,7 +38,7 @@ void ReadObjects(const std::string& line, ChartText& chart) {
 
 ChartText ReadChart(const std::filesystem::path& path) {
   ChartText chart;
-  chart.bytes = Bytes(path);
+  chart.bytes = qlm::WholeFile(path);
   for (std::size_t at = 0; at < chart.bytes.size();) {
     const std::size_t end = std::min(chart.bytes.find("\r\n", at), chart.bytes.size());
     chart.lines.push_back(chart.bytes.substr(at, end - at));

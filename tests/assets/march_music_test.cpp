@@ -3,13 +3,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "assets/maker/filters.h"
 #include "assets/maker/loudness.h"
 #include "assets/maker/mixdown.h"
+#include "tests/support/whole_file.h"
 #include "wav.h"
 
 namespace assetmaker {
@@ -18,8 +17,7 @@ namespace {
 // The score and its samples, made once for all tests.
 struct Song {
   Song() {
-    std::ifstream file(QLM_SOURCE_DIR "/assets/songs/march.score", std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string text = qlm::WholeFile(QLM_SOURCE_DIR "/assets/songs/march.score");
     ScoreError error;
     score = ReadScore(text, error).value();
     bank.Fill(score);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "chart_text.h"
+#include "tests/support/whole_file.h"
 #include "wav.h"
 
 namespace stock {
@@ -23,7 +24,7 @@ std::uint32_t BigEndianAt(const std::string& bytes, std::size_t at) {
 }
 
 Picture Look(const std::string& name) {
-  const std::string bytes = Bytes(March() / name);
+  const std::string bytes = qlm::WholeFile(March() / name);
   if (bytes.starts_with("BM")) {
     return {"BMP", NumberAt(bytes, 18, 4), NumberAt(bytes, 22, 4), NumberAt(bytes, 28, 2)};
   }
@@ -33,7 +34,7 @@ Picture Look(const std::string& name) {
 
 // The colour of the first stored pixel, which is the lower left corner: red, green and blue at once.
 std::uint32_t CornerOf(const std::string& name) {
-  const std::string bytes = Bytes(March() / name);
+  const std::string bytes = qlm::WholeFile(March() / name);
   const std::uint32_t pixels = NumberAt(bytes, 10, 4);
   if (NumberAt(bytes, 28, 2) == 24) return NumberAt(bytes, pixels, 3);
   constexpr std::size_t palette = 54;
@@ -42,7 +43,7 @@ std::uint32_t CornerOf(const std::string& name) {
 
 // All pixels in the order of the file, red, green and blue of each at once. Rows of 256 need no padding.
 std::vector<std::uint32_t> PixelsOf(const std::string& name) {
-  const std::string bytes = Bytes(March() / name);
+  const std::string bytes = qlm::WholeFile(March() / name);
   const std::uint32_t start = NumberAt(bytes, 10, 4);
   const int each = static_cast<int>(NumberAt(bytes, 28, 2) / 8);
   constexpr std::size_t palette = 54;

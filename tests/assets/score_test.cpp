@@ -3,16 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
+#include "tests/support/whole_file.h"
 
 namespace assetmaker {
 namespace {
 
-std::string TheMarch() {
-  std::ifstream file(QLM_SOURCE_DIR "/assets/songs/march.score", std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
+std::string TheMarch() { return qlm::WholeFile(QLM_SOURCE_DIR "/assets/songs/march.score"); }
 
 // "LINE: message" of a score that is refused.
 std::string WhyRefused(const std::string& text) {

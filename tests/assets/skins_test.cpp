@@ -2,7 +2,6 @@
 // apart.
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <map>
 #include <set>
@@ -22,6 +21,7 @@
 #include "state/surfaces.h"
 #include "tests/support/game_test.h"
 #include "tests/support/process.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
@@ -97,8 +97,7 @@ TEST_P(EachSkin, GivesItsAuthorNothingToMend) {
 }
 
 TEST_P(EachSkin, IsPlainTextWithTheLineEndsOfItsKind) {
-  std::ifstream file(std::filesystem::path(QLM_BINARY_DIR) / "_qlmfiles" / GetParam(), std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  const std::string text = WholeFile(std::filesystem::path(QLM_BINARY_DIR) / "_qlmfiles" / GetParam());
   ASSERT_FALSE(text.empty());
   for (size_t i = 0; i < text.size(); ++i) {
     ASSERT_GT(text[i], 0) << "at byte " << i;

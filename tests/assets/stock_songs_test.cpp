@@ -4,8 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <tuple>
 
@@ -15,6 +13,7 @@
 #include "chart_text.h"
 #include "platform/mp3.h"
 #include "sound/mp3_header.h"
+#include "tests/support/whole_file.h"
 #include "wav.h"
 
 namespace stock {
@@ -153,7 +152,7 @@ TEST_P(StockChart, SoundsTheSameMusicAsTheOthersOfItsSong) {
 TEST_P(StockChart, ShowsPicturesOfTheFrame) {
   for (const auto& [command, value] : chart.commands) {
     if (!command.starts_with("BMP")) continue;
-    const std::string bytes = Bytes(folder / value);
+    const std::string bytes = qlm::WholeFile(folder / value);
     if (!bytes.starts_with("BM")) continue;
     EXPECT_EQ(NumberAt(bytes, 18, 4), 256u) << value;
     EXPECT_EQ(NumberAt(bytes, 22, 4), 256u) << value;
@@ -163,7 +162,7 @@ TEST_P(StockChart, ShowsPicturesOfTheFrame) {
 // A sample as the game hears it: of an MP3 without its first frame.
 Wav SoundOf(const fs::path& path) {
   if (path.extension() == ".wav") return ReadWav(path);
-  const std::string bytes = Bytes(path);
+  const std::string bytes = qlm::WholeFile(path);
   qlm::MpegData data;
   qlm::MpegFormat format;
   const auto length = static_cast<std::int64_t>(bytes.size());
@@ -255,8 +254,7 @@ TEST(StockSongs, SharesNoVoiceButDrums) {
 }
 
 assetmaker::Sound MixOf(const std::string& song) {
-  std::ifstream file(QLM_SOURCE_DIR "/assets/songs/" + song + ".score", std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const std::string text = qlm::WholeFile(QLM_SOURCE_DIR "/assets/songs/" + song + ".score");
   assetmaker::ScoreError error;
   const auto score = assetmaker::ReadScore(text, error);
   EXPECT_TRUE(score) << error.line << ": " << error.message;
@@ -309,7 +307,7 @@ std::vector<CourseRow> RowsOf(const std::string& bytes) {
 TEST(StockCourses, HoldThreeSongsEachThatAreThere) {
   for (const std::string name : {"First Week", "Evening at the Desk"}) {
     SCOPED_TRACE(name);
-    const std::string bytes = Bytes(SystemSounds().parent_path() / "courselist" / (name + ".qcl"));
+    const std::string bytes = qlm::WholeFile(SystemSounds().parent_path() / "courselist" / (name + ".qcl"));
     ASSERT_TRUE(bytes.starts_with("qlmcourse2              "));
     EXPECT_GT(NumberAt(bytes, 24, 1), 0u);
     EXPECT_EQ(NumberAt(bytes, 25, 1), 3u);

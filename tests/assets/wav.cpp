@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
+
+#include "tests/support/whole_file.h"
 
 namespace stock {
 
@@ -15,11 +15,6 @@ std::filesystem::path StockSong(const std::string& name) {
 }
 
 std::filesystem::path March() { return StockSong("march"); }
-
-std::string Bytes(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 std::uint32_t NumberAt(const std::string& bytes, std::size_t at, int size) {
   if (at + static_cast<std::size_t>(size) > bytes.size()) return 0;
@@ -32,7 +27,7 @@ std::uint32_t NumberAt(const std::string& bytes, std::size_t at, int size) {
 
 Wav ReadWav(const std::filesystem::path& path) {
   constexpr std::size_t header = 44;
-  const std::string bytes = Bytes(path);
+  const std::string bytes = qlm::WholeFile(path);
   Wav wav;
   wav.format = NumberAt(bytes, 20, 2);
   wav.channels = NumberAt(bytes, 22, 2);

@@ -13,9 +13,6 @@ std::filesystem::path SystemSounds();
 std::filesystem::path StockSong(const std::string& name);
 std::filesystem::path March();
 
-// The bytes of a file; empty if there is none.
-std::string Bytes(const std::filesystem::path& path);
-
 // The little-endian number of `size` bytes (1 to 4) at `at`; 0 past the end.
 std::uint32_t NumberAt(const std::string& bytes, std::size_t at, int size);
 

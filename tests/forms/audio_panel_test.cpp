@@ -10,13 +10,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "platform/sound_device.h"
 #include "state/settings.h"
 #include "tests/forms/menu_test.h"
 #include "tests/forms/until.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
@@ -142,8 +141,7 @@ TEST_F(AudioPanelTest, TheTestToneIsAnAForASecond) {
   const std::uintmax_t before = std::filesystem::file_size(file);
   EXPECT_TRUE(Until([&] { return std::filesystem::file_size(file) > before + kTwoSeconds; }));
   Close();
-  std::ifstream in(file, std::ios::binary);
-  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  const std::string bytes = WholeFile(file);
   std::filesystem::remove(file);
   std::vector<int16_t> left;
   for (size_t at = 0; at + 3 < bytes.size(); at += 4) {

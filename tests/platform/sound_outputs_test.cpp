@@ -8,14 +8,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "platform/clock.h"
 #include "tests/platform/sound_test.h"
+#include "tests/support/whole_file.h"
 
 namespace platform {
 namespace {
@@ -207,8 +206,7 @@ TEST_F(SystemSound, TheDeviceGetsTheSamples) {
   CloseSoundDevice();
   unsetenv("SDL_DISKAUDIOFILE");
 
-  std::ifstream in(file, std::ios::binary);
-  const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  const std::string bytes = qlm::WholeFile(file);
   std::filesystem::remove(file);
   Frames written(bytes.size() / 2);
   std::memcpy(written.data(), bytes.data(), 2 * written.size());

@@ -7,13 +7,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <regex>
 #include <string>
 
 #include "base/paths.h"
 #include "platform/files.h"
 #include "tests/support/game_test.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
@@ -27,18 +27,14 @@ class TrashTest : public GameTest {
 
   static void SetHome(const std::string& folder) { setenv("XDG_DATA_HOME", folder.c_str(), 1); }
   fs::path Trash() const { return SystemFolder() + "/home/me/Trash"; }
-  static std::string Read(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
 };
 
 TEST_F(TrashTest, TakesAFileWithWhatItHeldAndTellsWhereItLay) {
   const Text path = WriteData(u"list\\my 夜.qcl", "songs");
   ASSERT_TRUE(platform::MoveToTrash(path));
   EXPECT_FALSE(FileExists(path));
-  EXPECT_EQ(Read(Trash() / "files/my 夜.qcl"), "songs");
-  const std::string info = Read(Trash() / "info/my 夜.qcl.trashinfo");
+  EXPECT_EQ(WholeFile(Trash() / "files/my 夜.qcl"), "songs");
+  const std::string info = WholeFile(Trash() / "info/my 夜.qcl.trashinfo");
   // 夜 is E5 A4 9C in UTF-8.
   EXPECT_TRUE(std::regex_match(info, std::regex("\\[Trash Info\\]\nPath=/.*/list/my%20%E5%A4%9C\\.qcl\n"
                                                 "DeletionDate=\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\n")))
@@ -52,9 +48,9 @@ TEST_F(TrashTest, KeepsAllFilesOfOneName) {
   for (const char* bytes : {"one", "two", "three"}) {
     ASSERT_TRUE(platform::MoveToTrash(WriteData(u"a.qcl", bytes)));
   }
-  EXPECT_EQ(Read(Trash() / "files/a.qcl"), "one");
-  EXPECT_EQ(Read(Trash() / "files/a.2.qcl"), "two");
-  EXPECT_EQ(Read(Trash() / "files/a.3.qcl"), "three");
+  EXPECT_EQ(WholeFile(Trash() / "files/a.qcl"), "one");
+  EXPECT_EQ(WholeFile(Trash() / "files/a.2.qcl"), "two");
+  EXPECT_EQ(WholeFile(Trash() / "files/a.3.qcl"), "three");
   EXPECT_TRUE(fs::exists(Trash() / "info/a.3.qcl.trashinfo"));
 }
 
@@ -62,8 +58,8 @@ TEST_F(TrashTest, NeverReplacesAFileThatNoInfoTellsOf) {
   fs::create_directories(Trash() / "files");
   std::ofstream(Trash() / "files/a.qcl") << "lost";
   ASSERT_TRUE(platform::MoveToTrash(WriteData(u"a.qcl", "new")));
-  EXPECT_EQ(Read(Trash() / "files/a.qcl"), "lost");
-  EXPECT_EQ(Read(Trash() / "files/a.2.qcl"), "new");
+  EXPECT_EQ(WholeFile(Trash() / "files/a.qcl"), "lost");
+  EXPECT_EQ(WholeFile(Trash() / "files/a.2.qcl"), "new");
 }
 
 TEST_F(TrashTest, TakesNeitherFoldersNorWhatIsNotThere) {

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <random>
 #include <string>
@@ -16,6 +15,7 @@
 #include <vector>
 
 #include "tests/support/process.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
@@ -26,11 +26,6 @@ using Microseconds = std::chrono::microseconds;
 
 const std::string kGame = QLM_BINARY_DIR "/quillmarch";
 const std::string kProbe = QLM_BINARY_DIR "/qlmprobe";
-
-std::string Read(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 void Write(const fs::path& file, const std::string& text) {
   std::ofstream(file, std::ios::binary | std::ios::trunc) << text;
@@ -85,12 +80,12 @@ class KillTest : public testing::Test {
   // Kills a program that writes `file` again and again, half of the times at any moment of its life, half of
   // them in the moment that it writes. It must find the file as it stands now.
   void KillWriterOf(const fs::path& file, const std::vector<std::string>& command) {
-    const std::string before = Read(file);
+    const std::string before = WholeFile(file);
     ASSERT_FALSE(before.empty());
     const Clock::time_point begin = Clock::now();
     Run(command);
     const auto life = std::chrono::duration_cast<Microseconds>(Clock::now() - begin).count();
-    const std::string after = Read(file);
+    const std::string after = WholeFile(file);
     ASSERT_NE(before, after) << "what it writes must be known from what was there";
 
     int old = 0, written = 0, caught = 0;
@@ -107,7 +102,7 @@ class KillTest : public testing::Test {
       program.Kill();
       program.Wait();
       caught += IsBeingWritten(file.parent_path()) ? 1 : 0;
-      const std::string left = Read(file);
+      const std::string left = WholeFile(file);
       ASSERT_TRUE(left == before || left == after) << file << " has " << left.size() << " bytes, before "
                                                    << before.size() << ", written " << after.size();
       (left == before ? old : written) += 1;
@@ -197,7 +192,8 @@ TEST_F(KillTest, StockOfAnInstalledGame) {
     ASSERT_EQ(qlm::Run(command, environment).exitStatus, 0);
     for (const auto& entry : fs::recursive_directory_iterator(stock)) {
       if (!entry.is_regular_file()) continue;
-      ASSERT_EQ(Read(data / entry.path().lexically_relative(stock)), Read(entry.path())) << entry.path();
+      ASSERT_EQ(WholeFile(data / entry.path().lexically_relative(stock)), WholeFile(entry.path()))
+          << entry.path();
     }
   }
   std::printf("%-24s %5d kills: whole behind the next start each time, killed while it copied %5d times\n",

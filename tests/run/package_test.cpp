@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
@@ -13,16 +12,12 @@
 #include <vector>
 
 #include "tests/support/process.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Read(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 void Write(const fs::path& file, const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
 
@@ -130,15 +125,15 @@ TEST_F(PackageTest, HoldsWhatADesktopAndAShellLookFor) {
         "share/doc/quillmarch/changelog.gz", "share/doc/quillmarch/PLAYING.md"}) {
     EXPECT_TRUE(fs::exists(Installed() / file)) << file;
   }
-  const std::string copyright = Read(Installed() / "share/doc/quillmarch/copyright");
-  EXPECT_NE(copyright.find(Read(QLM_SOURCE_DIR "/LICENSE")), std::string::npos);
+  const std::string copyright = WholeFile(Installed() / "share/doc/quillmarch/copyright");
+  EXPECT_NE(copyright.find(WholeFile(QLM_SOURCE_DIR "/LICENSE")), std::string::npos);
 }
 
 TEST_F(PackageTest, TheDocumentsOfTheFolderAreWhole) {
   int links = 0;
   for (const auto& entry : fs::recursive_directory_iterator(unpacked / "docs")) {
     if (entry.path().extension() != ".md") continue;
-    for (const std::string& link : Matches(Read(entry.path()), R"(\]\(([^#)][^#)]*))")) {
+    for (const std::string& link : Matches(WholeFile(entry.path()), R"(\]\(([^#)][^#)]*))")) {
       EXPECT_TRUE(fs::exists(entry.path().parent_path() / link)) << entry.path() << ": " << link;
       ++links;
     }
@@ -194,7 +189,7 @@ TEST_F(PackageTest, FillsTheFolderOfAPersonAndPlaysFromThere) {
   const fs::path stock = Installed() / "share/quillmarch";
   EXPECT_EQ(StockBelow(Data()), StockBelow(stock));
   for (const std::string& file : StockBelow(stock))
-    EXPECT_EQ(Read(Data() / file), Read(stock / file)) << file;
+    EXPECT_EQ(WholeFile(Data() / file), WholeFile(stock / file)) << file;
   EXPECT_TRUE(fs::exists(Data() / "_qlmfiles/qlm_conf.ini"));
 
   // Half a second of chart, in the person's own folder.
@@ -204,7 +199,7 @@ TEST_F(PackageTest, FillsTheFolderOfAPersonAndPlaysFromThere) {
   EXPECT_EQ(start.exitStatus, 0) << start.errors;
   EXPECT_EQ(start.errors, "");
   EXPECT_NE(start.output.find("Played \"short\""), std::string::npos) << start.output;
-  const std::string log = Read(Data() / "_qlmfiles/debug.txt");
+  const std::string log = WholeFile(Data() / "_qlmfiles/debug.txt");
   EXPECT_NE(log.find("[loadSkin] : default.brd"), std::string::npos);
   EXPECT_EQ(log.find("NOT EXIST"), std::string::npos);
 }
@@ -213,14 +208,14 @@ TEST_F(PackageTest, ALaterVersionLeavesWhatThePersonChanged) {
   const fs::path program = Installed() / "bin/quillmarch";
   Start(program, {"--once", "-P"});
   const fs::path list = Data() / "_qlmfiles/stock.txt";
-  const std::string brought = Read(list);
+  const std::string brought = WholeFile(list);
   Write(list, "0.0.1" + brought.substr(brought.find('\n')));
   Write(Data() / "_qlmfiles/cnvdict.txt", "mine");
   fs::remove(Data() / "_qlmfiles/draft.brd");
   EXPECT_NE(Start(program, {"--once", "-P"}).errors.find("go to"), std::string::npos);
-  EXPECT_EQ(Read(Data() / "_qlmfiles/cnvdict.txt"), "mine");
+  EXPECT_EQ(WholeFile(Data() / "_qlmfiles/cnvdict.txt"), "mine");
   EXPECT_FALSE(fs::exists(Data() / "_qlmfiles/draft.brd"));
-  EXPECT_EQ(Read(list), brought);
+  EXPECT_EQ(WholeFile(list), brought);
 }
 
 // Files of at most 64 KiB, as on a full disk: pictures and sounds are longer.
@@ -263,7 +258,7 @@ TEST_F(PackageTest, TheFolderPlaysWithItsOwnLibrariesAndMayBeMoved) {
   const ProcessResult play = Start(moved / "quillmarch", {"--demo", "--once", folder / "short.bms"});
   EXPECT_EQ(play.exitStatus, 0) << play.errors;
   EXPECT_FALSE(fs::exists(Home()));
-  EXPECT_EQ(Read(moved / "_qlmfiles/debug.txt").find("NOT EXIST"), std::string::npos);
+  EXPECT_EQ(WholeFile(moved / "_qlmfiles/debug.txt").find("NOT EXIST"), std::string::npos);
   fs::rename(moved, unpacked);
 }
 
@@ -340,11 +335,11 @@ TEST_F(PackageTest, ADesktopTakesTheEntryAndTheFileTypes) {
   EXPECT_EQ(entry.output + entry.errors, "");
   fs::copy(share / "mime", folder / "mime", fs::copy_options::recursive);
   EXPECT_EQ(qlm::Run({"update-mime-database", folder / "mime"}).exitStatus, 0);
-  const std::string globs = Read(folder / "mime/globs2");
+  const std::string globs = WholeFile(folder / "mime/globs2");
   for (const char* const glob : {":text/x-bms:*.bms", ":text/x-bms:*.bme", ":text/x-bms:*.bml"}) {
     EXPECT_NE(globs.find(glob), std::string::npos) << globs;
   }
-  EXPECT_NE(Read(share / "applications/quillmarch.desktop").find("\nMimeType=text/x-bms;\n"),
+  EXPECT_NE(WholeFile(share / "applications/quillmarch.desktop").find("\nMimeType=text/x-bms;\n"),
             std::string::npos);
 }
 

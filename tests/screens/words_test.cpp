@@ -2,13 +2,12 @@
 #include "screens/words.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <regex>
 
 #include "platform/text.h"
 #include "state/settings.h"
 #include "tests/support/game_test.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
@@ -33,8 +32,7 @@ TEST_F(WordsTest, NoLineOfAScreenLacksItsEnglish) {
   int lines = 0;
   for (const auto& file : std::filesystem::directory_iterator(QLM_SOURCE_DIR "/src/screens")) {
     if (file.path().extension() != ".cpp" || file.path().filename() == "words.cpp") continue;
-    std::ifstream in(file.path());
-    const std::string source((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const std::string source = WholeFile(file.path());
     for (std::sregex_iterator found(source.begin(), source.end(), literal), end; found != end; ++found) {
       const Text line = platform::DecodeUtf8((*found)[1].str());
       EXPECT_NE(Words(line), line) << Utf8(line);

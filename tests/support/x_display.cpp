@@ -7,12 +7,11 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <span>
 #include <thread>
 
 #include "platform/picture.h"
+#include "tests/support/whole_file.h"
 
 // Behind the others, since its macros take names of theirs.
 #include <X11/Xlib.h>
@@ -74,8 +73,7 @@ platform::SurfacePtr XDisplay::Screenshot() const {
       std::filesystem::temp_directory_path() / ("quillmarch-screen-" + std::to_string(getpid()) + ".png");
   const ProcessResult scrot = Run({"scrot", "-o", file.string()}, {{"DISPLAY", name_}}, 20);
   EXPECT_EQ(scrot.exitStatus, 0) << scrot.errors;
-  std::ifstream in(file, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  const std::string bytes = WholeFile(file);
   std::filesystem::remove(file);
   return platform::DecodePicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
 }

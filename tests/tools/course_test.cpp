@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/whole_file.h"
 #include "tests/tools/golden.h"
 #include "tests/tools/probe.h"
 
@@ -37,10 +38,7 @@ class CourseTest : public ProbeTest {
     std::ofstream(At(name), std::ios::binary) << bytes;
     return At(name);
   }
-  std::string Read(const std::string& name) const {
-    std::ifstream in(At(name), std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-  }
+  std::string Read(const std::string& name) const { return WholeFile(At(name)); }
   // Four stars; two songs at 125 and 250 beats a minute, 10 and 5 ms a unit, with one between that is gone.
   std::string Course() const {
     WriteWav("one.wav", {1, 2, 3});

@@ -7,17 +7,13 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ReadAll(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 void WriteAll(const fs::path& file, const std::string& bytes) {
   fs::create_directories(file.parent_path());
@@ -29,7 +25,7 @@ void WriteAll(const fs::path& file, const std::string& bytes) {
 void CompareWithGolden(const std::string& name, const std::string& output) {
   const fs::path golden = fs::path(QLM_SOURCE_DIR "/tests/data/golden") / name;
   if (std::getenv("QLM_WRITE_GOLDEN") != nullptr) WriteAll(golden, output);
-  const std::string expected = ReadAll(golden);
+  const std::string expected = WholeFile(golden);
   if (output == expected) return;
   const auto differing = std::mismatch(output.begin(), output.end(), expected.begin(), expected.end());
   const auto line = 1 + std::count(output.begin(), differing.first, '\n');

@@ -5,10 +5,9 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "platform/picture.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
@@ -22,8 +21,7 @@ const fs::path kStored = QLM_SOURCE_DIR "/tests/data/golden/frames";
 const fs::path kKept = QLM_BINARY_DIR "/golden-output/frames";
 
 SurfacePtr ReadPicture(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  const std::string bytes = WholeFile(file);
   return platform::DecodePicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
 }
 

@@ -1,13 +1,12 @@
 // The stock skins in every state of a play, drawn by the real engine, against stored pictures. At 125 beats a
 // minute a position unit lasts 10 ms, and a measure 1920.
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "platform/picture.h"
+#include "tests/support/whole_file.h"
 #include "tests/tools/golden_frames.h"
 #include "tests/tools/probe.h"
 
@@ -135,8 +134,7 @@ class StockFramesTest : public ProbeTest {
   }
 
   static void Cut(const std::string& file, const Rect& part) {
-    std::ifstream in(file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    const std::string bytes = WholeFile(file);
     const SurfacePtr frame =
         platform::DecodePicture({reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()});
     ASSERT_NE(frame, nullptr) << file;

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <thread>
 
+#include "tests/support/whole_file.h"
 #include "tests/tools/probe.h"
 #include "tools/media_files/bmp.h"
 
@@ -18,11 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int32_t kRate = 44100;
-
-std::string BytesOf(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 const std::string kProbe = QLM_BINARY_DIR "/qlmprobe";
 
@@ -69,7 +65,7 @@ class VideoTest : public ProbeTest {
         qlm::Run({"ffmpeg", "-loglevel", "error", "-y", "-i", At("out.mp4"), "-vf", "crop=16:16:56:392", "-f",
                   "rawvideo", "-pix_fmt", "gray", At("gray.raw")});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    const std::string bytes = BytesOf(At("gray.raw"));
+    const std::string bytes = WholeFile(At("gray.raw"));
     std::vector<int32_t> pictures;
     for (size_t place = 0; place + 256 <= bytes.size(); place += 256) {
       int32_t sum = 0;
@@ -83,7 +79,7 @@ class VideoTest : public ProbeTest {
     const ProcessResult result = qlm::Run({"ffmpeg", "-loglevel", "error", "-y", "-i", At("out.mp4"), "-f",
                                            "s16le", "-ac", "1", "-ar", "44100", At("sound.raw")});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    const std::string bytes = BytesOf(At("sound.raw"));
+    const std::string bytes = WholeFile(At("sound.raw"));
     std::vector<int16_t> samples(bytes.size() / 2);
     std::memcpy(samples.data(), bytes.data(), samples.size() * 2);
     return samples;
@@ -156,7 +152,7 @@ TEST_F(VideoTest, AFailureLeavesTheFileBefore) {
   WriteData(u"out.mp4", "old");
   FakeEncoder("exit 1\n");
   EXPECT_EQ(WithFake().exitStatus, 1);
-  EXPECT_EQ(BytesOf(At("out.mp4")), "old");
+  EXPECT_EQ(WholeFile(At("out.mp4")), "old");
 }
 
 // Even while the encoder takes nothing any more.
@@ -188,13 +184,13 @@ TEST_F(VideoTest, ATerminalIsToldOfEachSecond) {
   constexpr size_t kSound = 8 + kRate / 10 * 4;
   constexpr size_t kHead = 12 + 12 + (8 + 56) + (12 + 8 + 56 + 8 + 40) + (12 + 8 + 56 + 8 + 16) + 12;
   EXPECT_EQ(fs::file_size(At("out.mp4")), kHead + 21 * (kPicture + kSound));
-  EXPECT_EQ(BytesOf(At("out.mp4")).substr(0, 12), std::string("RIFF\0\0\0\0AVI ", 12));
+  EXPECT_EQ(WholeFile(At("out.mp4")).substr(0, 12), std::string("RIFF\0\0\0\0AVI ", 12));
 }
 
 // A chart that is lost cannot be played again.
 TEST_F(VideoTest, NeitherTheChartNorAFolderIsWrittenOver) {
   FakeEncoder(": > " + At("begun") + "\n");
-  const std::string chart = BytesOf(chart_);
+  const std::string chart = WholeFile(chart_);
   for (const std::string command : {"video", "audio"}) {
     for (const std::string& out : {chart_, SystemFolder()}) {
       const ProcessResult result =
@@ -203,7 +199,7 @@ TEST_F(VideoTest, NeitherTheChartNorAFolderIsWrittenOver) {
       EXPECT_TRUE(Holds(result.errors, out + ": this is ")) << result.errors;
     }
   }
-  EXPECT_EQ(BytesOf(chart_), chart);
+  EXPECT_EQ(WholeFile(chart_), chart);
   EXPECT_FALSE(fs::exists(At("begun")));
 }
 

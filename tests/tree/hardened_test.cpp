@@ -5,12 +5,12 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "tests/support/whole_file.h"
 
 namespace {
 
@@ -21,8 +21,7 @@ static_assert(std::endian::native == std::endian::little && sizeof(void*) == 8,
 class ElfFile {
  public:
   explicit ElfFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    bytes_.assign(std::istreambuf_iterator<char>(in), {});
+    bytes_ = qlm::WholeFile(path);
     header_ = At<Elf64_Ehdr>(0);
     for (size_t i = 0; i < header_.e_phnum; ++i) {
       segments_.push_back(At<Elf64_Phdr>(header_.e_phoff + i * sizeof(Elf64_Phdr)));

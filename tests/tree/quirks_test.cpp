@@ -2,24 +2,19 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "tests/support/whole_file.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 
 const fs::path kRoot = QLM_SOURCE_DIR;
-
-std::string Read(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
 
 // Every piece of a text between single backquotes that fits.
 std::vector<std::string> Quoted(const std::string& text, const std::string& pattern) {
@@ -43,7 +38,7 @@ std::set<std::string> TestsOfTheTree() {
   std::set<std::string> tests;
   for (const auto& entry : fs::recursive_directory_iterator(kRoot / "tests")) {
     if (entry.path().extension() != ".cpp") continue;
-    const std::string text = Read(entry.path());
+    const std::string text = qlm::WholeFile(entry.path());
     for (std::sregex_iterator at(text.begin(), text.end(), declared), end; at != end; ++at) {
       tests.insert((*at)[1].str() + "." + (*at)[2].str());
     }
@@ -52,13 +47,13 @@ std::set<std::string> TestsOfTheTree() {
 }
 
 TEST(Quirks, EachHasAnEntryThatNamesItsFile) {
-  const std::map<std::string, int> named = NamedFiles(Read(kRoot / "docs/QUIRKS.md"));
+  const std::map<std::string, int> named = NamedFiles(qlm::WholeFile(kRoot / "docs/QUIRKS.md"));
   const std::string mark = "Quirk:";
   int places = 0;
   for (const char* const folder : {"src", "tools"}) {
     for (const auto& entry : fs::recursive_directory_iterator(kRoot / folder)) {
       if (!entry.is_regular_file()) continue;
-      const std::string text = Read(entry.path());
+      const std::string text = qlm::WholeFile(entry.path());
       int quirks = 0;
       for (size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + 1)) ++quirks;
       if (quirks == 0) continue;
@@ -73,13 +68,14 @@ TEST(Quirks, EachHasAnEntryThatNamesItsFile) {
 }
 
 TEST(Quirks, EntriesNameFilesThatHaveOne) {
-  for (const auto& [file, times] : NamedFiles(Read(kRoot / "docs/QUIRKS.md"))) {
-    EXPECT_NE(Read(kRoot / file).find("Quirk:"), std::string::npos) << file;
+  for (const auto& [file, times] : NamedFiles(qlm::WholeFile(kRoot / "docs/QUIRKS.md"))) {
+    EXPECT_NE(qlm::WholeFile(kRoot / file).find("Quirk:"), std::string::npos) << file;
   }
 }
 
 TEST(Quirks, EntriesNameTestsThatExist) {
-  const std::vector<std::string> named = Quoted(Read(kRoot / "docs/QUIRKS.md"), R"([A-Z]\w+\.[A-Z]\w+)");
+  const std::vector<std::string> named =
+      Quoted(qlm::WholeFile(kRoot / "docs/QUIRKS.md"), R"([A-Z]\w+\.[A-Z]\w+)");
   const std::set<std::string> tests = TestsOfTheTree();
   EXPECT_GT(named.size(), 30U);
   for (const std::string& test : named) EXPECT_TRUE(tests.contains(test)) << test;

@@ -5,22 +5,17 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "tests/support/process.h"
+#include "tests/support/whole_file.h"
 
 namespace qlm {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Read(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 void Write(const fs::path& file, const std::string& text) {
   fs::create_directories(file.parent_path());
@@ -93,7 +88,7 @@ class ScriptsTest : public testing::Test {
     command.insert(command.end(), words.begin(), words.end());
     fs::remove(folder_ / "calls");
     const ProcessResult result = qlm::Run(command, environment);
-    calls_ = Read(folder_ / "calls");
+    calls_ = WholeFile(folder_ / "calls");
     return result;
   }
   ProcessResult Play(const std::vector<std::string>& words = {}) { return Run("play", words); }
