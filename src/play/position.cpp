@@ -120,7 +120,9 @@ void TakeTempo(float bpm) {
 void SetBPM(float bpm) { ChangeTempo(bpm, playClock); }
 
 void SetBPMOf(const ChartObj& obj, float bpm) {
-  ChangeTempo(bpm, WideCharts ? UnitsPastOffset(obj.pos) / pixPerMs : playClock);
+  // A position that stands still was at the object's place for a long time.
+  const bool fromItsPlace = WideCharts && pixPerMs > 0;
+  ChangeTempo(bpm, fromItsPlace ? UnitsPastOffset(obj.pos) / pixPerMs : playClock);
 }
 
 void SeekChart(int32_t position, bool byPosition) {

@@ -13,7 +13,7 @@ void ReadClock();
 // unit.
 void SetBPM(float bpm);
 // The tempo of an object that is passed. In the wide reading it holds from the object's own place on, however
-// late the turn is; else from playClock on.
+// late the turn is; else, and behind a tempo of 0, from playClock on.
 void SetBPMOf(const ChartObj& obj, float bpm);
 // Moves the clock to a `pos` (byPosition) or to the bar line of a measure. Out of range only the BGA changes.
 void SeekChart(int32_t position, bool byPosition);

@@ -72,6 +72,14 @@ TEST_F(WidePlayTest, NothingRunsAheadOfATempoThatALateTurnComesTo) {
   EXPECT_NEAR(playPos, 336.4, 0.001);
 }
 
+TEST_F(WidePlayTest, BehindATempoOf0ThePositionGoesOnFromWhereItStood) {
+  Load(u"#BPM 0\n#BPM01 1250\n#00008:01\n#00111:0Y\n");
+  Turn(100);
+  EXPECT_EQ(playPos, 0);
+  Turn(150);
+  EXPECT_EQ(playPos, 50);
+}
+
 TEST_F(WidePlayTest, ManyTempiAddUpToNoDrift) {
   DEMOMode = true;
   Text cells;
