@@ -87,7 +87,7 @@ class ScriptsTest : public testing::Test {
                                         "./tree/" + script};
     command.insert(command.end(), words.begin(), words.end());
     fs::remove(folder_ / "calls");
-    const ProcessResult result = qlm::Run(command, environment);
+    ProcessResult result = qlm::Run(command, environment);
     calls_ = WholeFile(folder_ / "calls");
     return result;
   }
