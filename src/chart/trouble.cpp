@@ -5,12 +5,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <span>
 #include <vector>
 
 #include "base/paths.h"
 #include "platform/files.h"
+#include "platform/terminal.h"
 #include "platform/text.h"
 #include "state/chart.h"
 #include "state/message.h"
@@ -85,25 +85,10 @@ std::vector<Text> InLines(const Text& sentence) {
   return lines;
 }
 
-// Whether a terminal finds by their names the programs that lie where this one does.
-bool TerminalFindsPrograms() {
-  const char* const folders = std::getenv("PATH");
-  if (folders == nullptr) return false;
-  const std::vector<Text> all = Split(platform::DecodeUtf8(folders), u":");
-  return std::ranges::count(all, platform::DecodeUtf8(platform::SystemPath(platform::ProgramFolder()))) != 0;
-}
-
-// Whatever it holds, a shell takes it for one word.
-Text Quoted(TextView path) {
-  return Join(u"'", Replace(platform::DecodeUtf8(platform::SystemPath(path)), u"'", u"'\\''"), u"'");
-}
-
 }  // namespace
 
-Text CheckCommand(TextView path) {
-  const Text probe =
-      TerminalFindsPrograms() ? Text(u"qlmprobe") : Quoted(Join(platform::ProgramFolder(), u"\\qlmprobe"));
-  return Join(probe, u" check ", Quoted(path));
+std::string CheckCommand(TextView path) {
+  return platform::TerminalCommand("qlmprobe", "check", platform::SystemPath(path));
 }
 
 TextView TroubleOfChart() {
@@ -118,7 +103,7 @@ void TellTrouble(TextView path) {
   if (trouble.empty()) return;
   chartTrouble = InLines(Join(trouble, u"; qlmprobe check ", NameOnScreen(path), u" says why"));
   std::fprintf(stderr, "quillmarch: %s; %s says why\n", platform::EncodeUtf8(trouble).c_str(),
-               platform::EncodeUtf8(CheckCommand(path)).c_str());
+               CheckCommand(path).c_str());
 }
 
 }  // namespace qlm

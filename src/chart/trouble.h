@@ -1,6 +1,8 @@
 // Whether a chart that was loaded can be played as its author meant it.
 #pragma once
 
+#include <string>
+
 #include "base/text.h"
 
 namespace qlm {
@@ -10,9 +12,8 @@ namespace qlm {
 // were not asked for, are not missed.
 TextView TroubleOfChart();
 
-// The command that says more of the chart at this path, as it is typed into a terminal: the probe by its name
-// where a terminal finds it by that, else by its path.
-Text CheckCommand(TextView path);
+// The command that says more of the chart at this path, as it is typed into a terminal.
+std::string CheckCommand(TextView path);
 
 // Tells of the trouble of the chart that was loaded from this path: the screen as long as the chart is
 // played, and the terminal, with the command that says more.

@@ -41,7 +41,7 @@ const SongEntry* HarderChart(int32_t level) {
 }
 
 Text WhatToTryNext(const LastPlay& play) {
-  if (play.troubled) return CheckCommand(play.path);
+  if (play.troubled) return platform::DecodeUtf8(CheckCommand(play.path));
   if (play.machine) return u"play it yourself, with Z S X D C F V and left Shift";
   if (play.outcome == Outcome::kLeft || play.outcome == Outcome::kStopped)
     return u"play it to its end; F12 makes a pause";

@@ -1,9 +1,6 @@
 // Charts that a player would sit before without knowing why: empty, silent, or without an end.
 #include "chart/trouble.h"
 
-#include <cstdlib>
-#include <string>
-
 #include "chart/loading.h"
 #include "platform/sound_device.h"
 #include "sound/slots.h"
@@ -87,15 +84,6 @@ TEST_F(TroubleTest, ItIsToldInLinesThatFitIntoThePictureAndAtTheTerminal) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "quillmarch: This chart never ends, since its tempo is 0; '" QLM_BINARY_DIR "/qlmprobe' check '" +
                 SystemFolder() + "/song/chart.bms' says why\n");
-}
-
-TEST_F(TroubleTest, TheCommandNamesTheProbeAsATerminalFindsIt) {
-  const std::string before = std::getenv("PATH");
-  setenv("PATH", "/usr/bin:" QLM_BINARY_DIR ":/bin", 1);
-  EXPECT_EQ(Utf8(CheckCommand(u"\\songs\\it's.bms")), "qlmprobe check '/songs/it'\\''s.bms'");
-  setenv("PATH", "/usr/bin:/bin", 1);
-  EXPECT_EQ(Utf8(CheckCommand(u"\\songs\\a b.bms")), "'" QLM_BINARY_DIR "/qlmprobe' check '/songs/a b.bms'");
-  setenv("PATH", before.c_str(), 1);
 }
 
 // The letters of the screen are ASCII, and a line has 30 of them.
